@@ -1,0 +1,13 @@
+#include <Zel/Assert>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace Zel {
+
+void assertionFailed(char const* text, char const* file, int line) noexcept {
+  std::fprintf(stderr, "%s:%d: assertion \"%s\" failed\n", file, line, text);
+  std::abort();
+}
+
+} // namespace Zel

@@ -1,0 +1,101 @@
+#include <Zel/Entity>
+
+#include <Zel/StreamAdapter>
+
+#include <string>
+
+namespace Zel {
+
+namespace {
+
+String8 escaped(String8 const& name) {
+  std::string text;
+  for (char const byte : name.view()) {
+    if (byte == '/' || byte == '%') {
+      text += byte == '/' ? "%2F" : "%25";
+    } else {
+      text += byte;
+    }
+  }
+  return String8(text);
+}
+
+} // namespace
+
+Entity::~Entity() = default;
+
+Name Entity::name() const { return name_; }
+
+Ptr<const Entity> Entity::parent() const { return Ptr<const Entity>(parent_); }
+Ptr<Entity> Entity::parent() { return Ptr<Entity>(parent_); }
+
+void Entity::parentIs(Ptr<Entity> const& parent) {
+  parent_ = parent.ptr();
+  handleParent(parent);
+}
+
+ZelAttr const* Entity::parentAttr() const { return nullptr; }
+
+AttributeId Entity::parentAttrId() const { return parentAttrId_; }
+void Entity::parentAttrIdIs(AttributeId id) { parentAttrId_ = id; }
+
+EntityUriPath Entity::uriPath() const {
+  Ptr<const Entity> const holder = parent();
+  const String8 step = "/" + escaped(name());
+  if (!holder) {
+    return EntityUriPath(step);
+  }
+  return EntityUriPath(holder->uriPath().text() + "/" + holder->attributeString(parentAttrId_) +
+                       step);
+}
+
+String8 Entity::fullName() const {
+  Ptr<const Entity> const holder = parent();
+  return holder ? holder->fullName() + "/" + name() : String8(name());
+}
+
+String8 Entity::attributeString(AttributeId id) const {
+  switch (id) {
+  case fwkKeyId:
+    return "fwkKey";
+  case zelHasAttrLogInterfaceId:
+    return "zelHasAttrLogInterface";
+  default:
+    return "unknown";
+  }
+}
+
+void Entity::zelNotifieeAdapterIs(Ptr<const Entity> const& /*adapter*/) {}
+void Entity::handleParent(Ptr<Entity> const& /*parent*/) {}
+
+Ptr<const Entity::ZelNboAttrLogSa>
+Entity::zelNboAttrLogSa(Ptr<const NboAttrLog::Out> const& /*out*/) const {
+  return nullptr;
+}
+
+bool Entity::zelHasAttrLogInterface() const { return false; }
+
+Ptr<Entity::ZelNboAttrLogSa> Entity::zelNboAttrLogSa(Ptr<const NboAttrLog::Out> const& /*out*/) {
+  return nullptr;
+}
+
+Ptr<Entity::ZelNboAttrLogSa>
+Entity::zelNboAttrLogSaForMsgChannel(Ptr<ZelNboAttrLogSa> const& /*other*/) const {
+  return nullptr;
+}
+
+Ptr<Entity::ZelNboAttrLogSa>
+Entity::zelNboAttrLogSaIs(PtrInterface::NotifieeConst::Zel_BitSet /*flags*/, unsigned /*option*/,
+                          Ptr<NboAttrLog::Out> const& /*out*/, PtrInterface* /*owner*/) {
+  return nullptr;
+}
+
+Ptr<Entity::ZelNboAttrLogSa> Entity::zelNboAttrLogSaDel(Ptr<const NboAttrLog::Out> const& /*out*/) {
+  return nullptr;
+}
+
+Entity::NotifieeConst::~NotifieeConst() = default;
+void Entity::NotifieeConst::onParent() {}
+void Entity::NotifieeConst::onVersion() {}
+
+} // namespace Zel

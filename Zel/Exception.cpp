@@ -1,0 +1,75 @@
+#include <Zel/Exception>
+
+#include <Zel/Trace>
+
+#include <utility>
+
+namespace Zel {
+
+constinit thread_local Expect const* Expect::innermost_ = nullptr;
+
+bool Expect::expects(ExceptionId id) noexcept {
+  for (Expect const* scope = innermost_; scope != nullptr; scope = scope->outer_) {
+    if (scope->id_ == id) {
+      return true;
+    }
+  }
+  return false;
+}
+
+namespace {
+
+bool isExpected(Exception::IdBitArray ids) {
+  for (const ExceptionId id : {exceptionId, internalExceptionId, rangeExceptionId,
+                               nameInUseExceptionId, attrLogExceptionId}) {
+    if (ids.has(id) && Expect::expects(id)) {
+      return true;
+    }
+  }
+  return false;
+}
+
+TraceHandle& traceHandle() {
+  static auto* const handle = new TraceHandle("Exception", false);
+  return *handle;
+}
+
+} // namespace
+
+Exception::Exception(String8 message, IdBitArray ids, bool announce)
+    : message_(std::move(message)), details_(makeObject<Details>(ids.add(id))) {
+  if (announce) {
+    tracePoint(traceHandle().facility(), isExpected(details_->ids) ? 5 : 1, "Zel/Exception.cpp",
+               __LINE__, "Exception", [&](std::ostream& out) { out << message_; });
+  }
+}
+
+InternalException::InternalException(String8 message, IdBitArray ids)
+    : Exception(std::move(message), ids.add(id), true) {}
+
+RangeException::RangeException(String8 message, IdBitArray ids)
+    : Exception(std::move(message), ids.add(id), true) {}
+
+NameInUseException::NameInUseException(String8 message, IdBitArray ids)
+    : Exception(std::move(message), ids.add(id), true) {}
+
+AttrLogRecordException::AttrLogRecordException(String8 message, IdBitArray ids)
+    : Exception(std::move(message), ids.add(id), true) {}
+
+EntityIdUnavailableException::EntityIdUnavailableException(String8 message, IdBitArray ids)
+    : Exception(std::move(message), ids.add(id), true) {}
+
+// The destructors stand here so that each class has one home for its type information.
+Exception::~Exception() = default;
+InternalException::~InternalException() = default;
+RangeException::~RangeException() = default;
+NameInUseException::~NameInUseException() = default;
+AttrLogRecordException::~AttrLogRecordException() = default;
+EntityIdUnavailableException::~EntityIdUnavailableException() = default;
+
+void throwRangeException(char const* message) { throw RangeException(message); }
+void throwRangeException(String8 const& message) { throw RangeException(message); }
+void throwInternalException(char const* message) { throw InternalException(message); }
+void throwInternalException(String8 const& message) { throw InternalException(message); }
+
+} // namespace Zel

@@ -1,0 +1,111 @@
+#include <Zel/Notifiee>
+
+#include <Zel/Entity>
+#include <Zel/Exception>
+#include <Zel/StreamAdapter>
+#include <Zel/Trace>
+
+namespace Zel {
+
+using NotifieeConst = PtrInterface::NotifieeConst;
+
+NotifieeConst::NotifieeConst() noexcept { referenceBitsSet(notificationActiveBit); }
+
+NotifieeConst::~NotifieeConst() = default;
+
+void NotifieeConst::hasNotificationActiveIs(bool active) {
+  if (active == hasNotificationActive()) {
+    return;
+  }
+  PtrInterface::hasNotificationActiveIs(active);
+  if (!active) {
+    flags_.bitsIs(Zel_BitSet::registeredBit, registered_);
+    isRegisteredNotifieeIs(false);
+  } else if (flags_.has(Zel_BitSet::registeredBit)) {
+    isRegisteredNotifieeIs(true);
+  }
+}
+
+Ptr<NotifieeConst> NotifieeConst::zelReactor() const {
+  return Ptr<NotifieeConst>(const_cast<NotifieeConst*>(this));
+}
+
+NotifieeConst* NotifieeConst::zelRawReactor() const { return const_cast<NotifieeConst*>(this); }
+
+bool NotifieeConst::isStreamAdapter() const { return false; }
+
+void NotifieeConst::isRegisteredNotifieeIs(bool registered) const { registered_ = registered; }
+
+void NotifieeConst::zel_bitSetIs(Zel_BitSet flags) { flags_ = flags; }
+
+Name NotifieeConst::name() const {
+  auto const* const entity = dynamic_cast<Entity const*>(notifier_.ptr());
+  return entity != nullptr ? entity->name() : Name();
+}
+
+void NotifieeConst::notifierIs(Ptr<const PtrInterface> const& notifier) {
+  notifier_.ptrAssign(notifier.ptr());
+}
+
+void NotifieeConst::isWeakReferenceIs(bool weak) {
+  if (weak == weak_) {
+    return;
+  }
+  weak_ = weak;
+  PtrInterface const* const notifier = notifier_.ptr();
+  if (notifier == nullptr) {
+    return;
+  }
+  if (weak) {
+    notifier->referencesDec();
+  } else {
+    notifier->referencesInc();
+  }
+}
+
+void NotifieeConst::notifierForget() noexcept {
+  // Nothing is dropped: a weak reference holds no count.
+  [[maybe_unused]] PtrInterface const* const gone = notifier_.release();
+}
+
+bool NotifieeConst::goesFirst() const {
+  return dynamic_cast<Entity::ZelNboAttrLogSa const*>(zelReactor().ptr()) != nullptr;
+}
+
+void NotifieeConst::handleNotification(ActivityConfig* /*config*/) {}
+void NotifieeConst::handleDefault(ActivityConfig* /*config*/, AttributeId /*id*/, bool /*force*/) {}
+void NotifieeConst::onAttribute(AttributeId /*id*/) {}
+void NotifieeConst::onNotification() {}
+void NotifieeConst::onCollectionNotification(String8 /*key*/) {}
+void NotifieeConst::onNotificationException() {}
+void NotifieeConst::handleNotificationException(AttributeId /*id*/) {}
+void NotifieeConst::handleNotificationException() {}
+void NotifieeConst::onZeroReferences() {}
+
+void NotifieeConst::onNotificationException(AttributeId id) {
+  static auto* const handle = new TraceHandle("Notification", false);
+  tracePoint(handle->facility(), 1, "Zel/Notifiee.cpp", __LINE__, "onNotificationException",
+             [id](std::ostream& out) {
+               out << "callback of attribute " << id << " threw ";
+               if (!std::current_exception()) {
+                 out << "earlier";
+                 return;
+               }
+               try {
+                 throw;
+               } catch (const std::exception& failure) {
+                 out << '"' << failure.what() << '"';
+               } catch (...) {
+                 out << "something that is no std::exception";
+               }
+             });
+}
+
+Ptr<PtrInterface> NotifieeConst::activityPtr() const { return nullptr; }
+ActivitySm* NotifieeConst::zelFwkActivity() { return nullptr; }
+ActivitySm const* NotifieeConst::zelFwkActivity() const { return nullptr; }
+ActivitySm* NotifieeConst::actsm() { return nullptr; }
+bool NotifieeConst::zelOnAttribute(AttributeId /*id*/, unsigned char* /*pending*/) { return false; }
+void NotifieeConst::redispatch(ActivitySm* /*sm*/) {}
+
+} // namespace Zel

@@ -1,0 +1,161 @@
+#include <Zel/String>
+
+#include <bit>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+#include <new>
+#include <ostream>
+#include <stdexcept>
+
+namespace Zel {
+
+namespace {
+
+std::uint64_t littleEndian(std::uint64_t word) {
+  return std::endian::native == std::endian::big ? __builtin_bswap64(word) : word;
+}
+
+std::uint64_t load64(unsigned char const* bytes) {
+  std::uint64_t word;
+  std::memcpy(&word, bytes, sizeof word);
+  return littleEndian(word);
+}
+
+std::uint64_t load32(unsigned char const* bytes) {
+  std::uint32_t word;
+  std::memcpy(&word, bytes, sizeof word);
+  return std::endian::native == std::endian::big ? __builtin_bswap32(word) : word;
+}
+
+/// The last eight bytes of a text that is not empty, or all of a shorter one, as one word. Two
+/// overlapping reads take the place of a loop; the length, mixed in elsewhere, keeps texts of
+/// different length apart.
+std::uint64_t loadTail(unsigned char const* text, std::size_t length) {
+  if (length >= 8) {
+    return load64(text + length - 8);
+  }
+  if (length >= 4) {
+    return load32(text) << 32 | load32(text + length - 4);
+  }
+  return std::uint64_t{text[0]} << 16 | std::uint64_t{text[length / 2]} << 8 | text[length - 1];
+}
+
+constexpr std::uint64_t hashMultiplier = 0x9fb21c651e98df25;
+constexpr std::uint64_t hashFinalizer = 0xd6e8feb86659fd93;
+
+std::uint64_t hashStep(std::uint64_t state, std::uint64_t word) {
+  state = (state ^ word) * hashMultiplier;
+  return state ^ state >> 32;
+}
+
+} // namespace
+
+constinit StringN<unsigned char>::Data StringN<unsigned char>::nullStringData_{0};
+
+void StringN<unsigned char>::Data::storageFree() const noexcept {
+  ::operator delete(const_cast<Data*>(this));
+}
+
+StringN<unsigned char>::Data* StringN<unsigned char>::Data::make(std::size_t length) {
+  if (length >= std::numeric_limits<std::uint32_t>::max()) {
+    throw std::length_error("a string of 4 GiB or more");
+  }
+  const std::size_t size = sizeof(Data) - sizeof text_ + length + 1;
+  void* const storage = ::operator new(size < sizeof(Data) ? sizeof(Data) : size);
+  static_assert(sizeof(Data) == 2 * sizeof(unsigned) + sizeof text_, "the text follows the length");
+  auto* const record = ::new (storage) Data(static_cast<unsigned>(length));
+  record->text_[length] = 0;
+  return record;
+}
+
+void StringN<unsigned char>::init(char const* text, unsigned start, std::size_t length) {
+  init(length == 0 ? std::string_view{} : std::string_view{text + start, length}, {});
+}
+
+void StringN<unsigned char>::init(std::string_view head, std::string_view tail) {
+  const std::size_t length = head.size() + tail.size();
+  if (length == 0) {
+    data_.ptrAssign(&nullStringData_);
+    return;
+  }
+  Data* const record = Data::make(length);
+  // Through a pointer of its own: the text runs on behind the array that marks its place.
+  unsigned char* const text = record->text_;
+  if (!head.empty()) {
+    std::memcpy(text, head.data(), head.size());
+  }
+  if (!tail.empty()) {
+    std::memcpy(text + head.size(), tail.data(), tail.size());
+  }
+  data_ = Ptr<const Data>::adopt(record);
+}
+
+unsigned StringN<unsigned char>::pos(unsigned start, unsigned char const* text,
+                                     unsigned textLength) const noexcept {
+  const std::string_view wanted(reinterpret_cast<char const*>(text), textLength);
+  const std::size_t at = view().find(wanted, start);
+  return at == std::string_view::npos ? npos : static_cast<unsigned>(at);
+}
+
+// A multiply-and-fold hash over little-endian 64-bit words: each word is combined by exclusive or,
+// multiplied by an odd constant and folded onto the low half; a last multiplication brings every
+// bit into the upper half, which is the result.
+unsigned StringN<unsigned char>::hash() const noexcept {
+  unsigned char const* const text = data_->text();
+  const std::size_t length = data_->length();
+  std::uint64_t state = hashStep(hashFinalizer, length);
+  if (length != 0) {
+    for (std::size_t at = 0; at + 8 < length; at += 8) {
+      state = hashStep(state, load64(text + at));
+    }
+    state = hashStep(state, loadTail(text, length));
+  }
+  return static_cast<unsigned>(state * hashFinalizer >> 32);
+}
+
+std::string_view StringN<unsigned char>::IteratorBase::rest() const noexcept {
+  const std::size_t from = position_ < 0 ? 0 : static_cast<std::size_t>(position_);
+  return from >= record_->length() ? std::string_view{} : record_->view().substr(from);
+}
+
+String8::String8(char const* text) { init(text, 0, text != nullptr ? std::strlen(text) : 0); }
+
+String8::String8(std::string_view text) { init(text.data(), 0, text.size()); }
+
+String8::String8(IteratorConst const& from) {
+  const std::string_view rest = from.rest();
+  init(rest.data(), 0, rest.size());
+}
+
+String8 String8::substr(long long position, unsigned length) const {
+  const std::size_t from = position < 0 ? 0 : static_cast<std::size_t>(position);
+  if (from >= this->length()) {
+    return {};
+  }
+  return String8(view().substr(from, length == npos ? std::string_view::npos : length));
+}
+
+String8& String8::operator=(char const* text) { return *this = String8(text); }
+
+String8& String8::operator+=(String8 const& tail) {
+  init(view(), tail.view());
+  return *this;
+}
+
+String8& String8::operator+=(char const* tail) {
+  init(view(), tail != nullptr ? std::string_view(tail) : std::string_view{});
+  return *this;
+}
+
+String8 String8::operator+(String8 const& tail) const { return String8(*this) += tail; }
+
+String8 String8::operator+(char const* tail) const { return String8(*this) += tail; }
+
+String8 operator+(char const* head, String8 const& tail) { return String8(head) += tail; }
+
+std::ostream& operator<<(std::ostream& out, String8 const& text) {
+  return out.write(text.charPtr(), static_cast<std::streamsize>(text.length()));
+}
+
+} // namespace Zel

@@ -1,0 +1,26 @@
+include(CMakePackageConfigHelpers)
+
+set(include_root ${CMAKE_INSTALL_INCLUDEDIR}/maintenance-model)
+set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/maintenance-model)
+
+install(TARGETS maintenance-model EXPORT maintenance-model-targets)
+get_property(layers GLOBAL PROPERTY MAINTENANCE_MODEL_LAYERS)
+foreach(layer IN LISTS layers)
+  install(DIRECTORY ${PROJECT_SOURCE_DIR}/${layer} DESTINATION ${include_root}
+          PATTERN "*.cpp" EXCLUDE)
+endforeach()
+
+install(EXPORT maintenance-model-targets NAMESPACE maintenance-model:: DESTINATION ${package_dir})
+configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/maintenance-model-config.cmake.in
+                              ${PROJECT_BINARY_DIR}/maintenance-model-config.cmake
+                              INSTALL_DESTINATION ${package_dir})
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/maintenance-model-config-version.cmake
+                                 COMPATIBILITY SameMinorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/maintenance-model-config.cmake
+              ${PROJECT_BINARY_DIR}/maintenance-model-config-version.cmake
+        DESTINATION ${package_dir})
+
+configure_file(${PROJECT_SOURCE_DIR}/cmake/maintenance-model.pc.in
+               ${PROJECT_BINARY_DIR}/maintenance-model.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/maintenance-model.pc
+        DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

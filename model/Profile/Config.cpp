@@ -1,0 +1,35 @@
+#include <model/Profile/Config.h>
+
+namespace Maintenance::Profile {
+
+namespace {
+
+using Attr = Config::Attr;
+using Row = Zel::Rows<Config>;
+
+constexpr Zel::AttrRow rows[] = {
+    Row::key<&Config::key>(Attr::key, "key"),
+    Row::frameworkKey<&Config::fwkKey>(),
+};
+static_assert(Zel::rowsAreInOrder(rows, Zel::firstEntityAttributeId));
+
+constexpr Zel::TypeTable table{
+    Config::zelTypeName, Zel::TypeKind::entity, nullptr, false, sizeof(Config), rows};
+
+} // namespace
+
+Zel::TypeTable const& Config::zelTable() { return table; }
+
+Config::Config(ProfileKey const& key) : Entity(Zel::Name()), key_(key) {}
+Config::~Config() = default;
+
+void Config::zeroReferencesIs(bool /*zero*/) { Zel::notifyZeroReferences(*this); }
+
+Zel::String8 Config::attributeString(Zel::AttributeId id) const {
+  return Zel::attributeString(table, id, Entity::attributeString(id));
+}
+
+Config::NotifieeConst::~NotifieeConst() = default;
+Config::Notifiee::~Notifiee() = default;
+
+} // namespace Maintenance::Profile

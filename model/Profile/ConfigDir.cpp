@@ -1,0 +1,77 @@
+#include <model/Profile/ConfigDir.h>
+
+namespace Maintenance::Profile {
+
+namespace {
+
+using Attr = ConfigDir::Attr;
+using Callbacks = ConfigDir::NotifieeConst;
+using Row = Zel::Rows<ConfigDir>;
+
+constexpr Zel::AttrRow rows[] = {
+    Row::Collection<ConfigDir::ConfigMap, &ConfigDir::configMap>::Of<>::instantiating<
+        &ConfigDir::config, &ConfigDir::configIs, &ConfigDir::configDel, &ConfigDir::configDelAll,
+        &ConfigDir::configNotify, Callbacks, &Callbacks::onConfig, &Callbacks::onConfig>(
+        Attr::config, "config"),
+};
+static_assert(Zel::rowsAreInOrder(rows, Zel::firstEntityAttributeId));
+
+constexpr Zel::TypeTable table{
+    ConfigDir::zelTypeName, Zel::TypeKind::entity, nullptr, true, sizeof(ConfigDir), rows};
+
+} // namespace
+
+Zel::TypeTable const& ConfigDir::zelTable() { return table; }
+
+ConfigDir::ConfigDir(Zel::Name name) : Entity(std::move(name)) {}
+
+ConfigDir::~ConfigDir() {
+  Zel::directoryTearDown(notifiees_, [this] { configDelAll(); });
+}
+
+void ConfigDir::zeroReferencesIs(bool /*zero*/) { Zel::notifyZeroReferences(*this); }
+
+Zel::String8 ConfigDir::attributeString(Zel::AttributeId id) const {
+  return Zel::attributeString(table, id, Entity::attributeString(id));
+}
+
+Zel::Ptr<Config> ConfigDir::config(ProfileKey const& key) const {
+  return Zel::memberRead(*this, config_, key);
+}
+
+Zel::Ptr<Config> ConfigDir::newConfig(ProfileKey const& key) {
+  return Zel::memberNew(*this, Attr::config, config_, Zel::makeObject<Config>(key));
+}
+
+Zel::ValidPtr<Config> ConfigDir::configIs(ProfileKey const& key) {
+  return Zel::memberIs<&ConfigDir::configNotify>(*this, config_, key,
+                                                 [&] { return newConfig(key); });
+}
+
+Zel::Ptr<Config> ConfigDir::configDel(ProfileKey const& key) {
+  return Zel::memberDel<&ConfigDir::configNotify>(*this, config_, key);
+}
+
+Zel::Ptr<Config> ConfigDir::configDel(ConfigMap::Iterator& at) {
+  return Zel::memberDel<&ConfigDir::configNotify>(*this, config_, at);
+}
+
+void ConfigDir::configDelAll() {
+  Zel::collectionDelAll(config_, [this](ConfigMap::Iterator& at) { configDel(at); });
+}
+
+void ConfigDir::configNotify(ProfileKey const& key) {
+  Zel::notifyOwner(*this, Attr::config, [&](NotifieeConst& notifiee) { notifiee.onConfig(key); });
+}
+
+ConfigDir::NotifieeConst::~NotifieeConst() = default;
+void ConfigDir::NotifieeConst::onConfig(ProfileKey const& /*key*/) {}
+void ConfigDir::NotifieeConst::onConfigzelImmediate() {}
+void ConfigDir::NotifieeConst::onConfig() {}
+ConfigDir::Notifiee::~Notifiee() = default;
+
+Zel::Ptr<ConfigDir> configDirFactory(Zel::Name name) {
+  return Zel::makeObject<ConfigDir>(std::move(name));
+}
+
+} // namespace Maintenance::Profile

@@ -1,0 +1,83 @@
+#pragma once
+
+#include <model/Profile/Config.h>
+
+namespace Maintenance::Profile {
+
+/// The directory of configured profiles: one entity that maps each key to its `Config`.
+///
+///     Zel::Ptr<ConfigDir> profiles = configDirFactory("profiles");
+///     profiles->configIs(ProfileKey(profileTypeBgp, "drain-slowly"));
+///
+/// It owns its members. A handle on a member keeps it alive beyond its removal, with its parent
+/// null.
+class ZEL_API ConfigDir : public Zel::Entity {
+public:
+  static constexpr std::string_view zelTypeName = "Maintenance::Profile::ConfigDir";
+  static Zel::TypeTable const& zelTable();
+
+  class NotifieeConst;
+  class Notifiee;
+  using ConfigMap = Zel::HashMap<Config, ProfileKey, Config>;
+
+  struct Attr {
+    static constexpr Zel::AttributeId config = 258;
+  };
+
+  explicit ConfigDir(Zel::Name name);
+
+  /// The profile of this key; null if there is none.
+  Zel::Ptr<Config> config(ProfileKey const& key) const;
+  /// Makes a profile, counting and telling nothing; for what builds on the directory. Throws
+  /// `Zel::NameInUseException` if the key is there.
+  Zel::Ptr<Config> newConfig(ProfileKey const& key);
+  /// The profile of this key, made if it is not there. A hit moves the version counter too.
+  Zel::ValidPtr<Config> configIs(ProfileKey const& key);
+  /// Removes a profile and yields it; null if the key is not there.
+  Zel::Ptr<Config> configDel(ProfileKey const& key);
+  /// The same for the profile under the iterator, which stays on it; its next `advance()` goes on
+  /// from there.
+  Zel::Ptr<Config> configDel(ConfigMap::Iterator& at);
+  void configDelAll();
+  /// Tells the notifiees of a key without any change.
+  void configNotify(ProfileKey const& key);
+  /// The collection itself, for iteration.
+  ConfigMap const& configMap() const noexcept { return config_; }
+
+  void zeroReferencesIs(bool zero) override;
+  Zel::String8 attributeString(Zel::AttributeId id) const override;
+
+  Zel::ListRaw<NotifieeConst>& zelNotifieeList() const noexcept { return notifiees_; }
+
+protected:
+  ~ConfigDir() override;
+
+private:
+  ConfigMap config_;
+  mutable Zel::ListRaw<NotifieeConst> notifiees_;
+};
+
+/// Hears of the changes of a `ConfigDir`.
+class ZEL_API ConfigDir::NotifieeConst
+    : public Zel::NotifieeOf<ConfigDir, ConfigDir::NotifieeConst, Zel::Entity::NotifieeConst> {
+protected:
+  ~NotifieeConst() override;
+
+public:
+  /// A profile came or went; a look-up tells which.
+  virtual void onConfig(ProfileKey const& key);
+  virtual void onConfigzelImmediate();
+  virtual void onConfig();
+
+  Zel::PendingKey<ProfileKey> zelPendingConfig;
+};
+
+/// What clients derive from.
+class ZEL_API ConfigDir::Notifiee : public ConfigDir::NotifieeConst {
+protected:
+  ~Notifiee() override;
+};
+
+ZEL_API Zel::Ptr<ConfigDir> configDirFactory(Zel::Name name);
+
+} // namespace Maintenance::Profile

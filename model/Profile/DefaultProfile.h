@@ -1,0 +1,65 @@
+#pragma once
+
+#include <Zel/Attribute>
+#include <Zel/TypeTable>
+
+namespace Maintenance::Profile {
+
+/// Says which profile is the default.
+class ZEL_API DefaultProfile : public Zel::Entity {
+public:
+  static constexpr std::string_view zelTypeName = "Maintenance::Profile::DefaultProfile";
+  static Zel::TypeTable const& zelTable();
+
+  class NotifieeConst;
+  class Notifiee;
+
+  struct Attr {
+    static constexpr Zel::AttributeId systemDefaultProfileName = 258;
+    static constexpr Zel::AttributeId profileName = 259;
+    static constexpr Zel::AttributeId reservedProfileName = 260;
+  };
+
+  explicit DefaultProfile(Zel::Name name);
+
+  Zel::String8 systemDefaultProfileName() const;
+
+  Zel::String8 profileName() const noexcept { return Zel::read(*this, profileName_); }
+  /// Any text is taken, the two constants included.
+  void profileNameIs(Zel::String8 name);
+
+  Zel::String8 reservedProfileName() const;
+
+  void zeroReferencesIs(bool zero) override;
+  Zel::String8 attributeString(Zel::AttributeId id) const override;
+
+  Zel::ListRaw<NotifieeConst>& zelNotifieeList() const noexcept { return notifiees_; }
+
+protected:
+  ~DefaultProfile() override;
+
+private:
+  Zel::String8 profileName_;
+  mutable Zel::ListRaw<NotifieeConst> notifiees_;
+};
+
+/// Hears of the changes of a `DefaultProfile`.
+class ZEL_API DefaultProfile::NotifieeConst
+    : public Zel::NotifieeOf<DefaultProfile, DefaultProfile::NotifieeConst,
+                             Zel::Entity::NotifieeConst> {
+protected:
+  ~NotifieeConst() override;
+
+public:
+  virtual void onProfileName();
+};
+
+/// What clients derive from.
+class ZEL_API DefaultProfile::Notifiee : public DefaultProfile::NotifieeConst {
+protected:
+  ~Notifiee() override;
+};
+
+ZEL_API Zel::Ptr<DefaultProfile> defaultProfileFactory(Zel::Name name);
+
+} // namespace Maintenance::Profile

@@ -1,0 +1,40 @@
+#include <model/Profile/ProfileKey.h>
+
+#include <Zel/Hash>
+
+namespace Maintenance::Profile {
+
+namespace {
+
+using Attr = ProfileKey::Attr;
+using Row = Zel::Rows<ProfileKey>;
+
+constexpr Zel::AttrRow rows[] = {
+    Row::key<&ProfileKey::type>(Attr::type, "type"),
+    Row::key<&ProfileKey::name>(Attr::name, "name"),
+    Row::computed<&ProfileKey::hash>(Attr::hash, "hash"),
+};
+static_assert(Zel::rowsAreInOrder(rows, Zel::firstValueAttributeId));
+
+constexpr Zel::TypeTable table{
+    ProfileKey::zelTypeName, Zel::TypeKind::value, nullptr, false, sizeof(ProfileKey), rows};
+
+} // namespace
+
+Zel::TypeTable const& ProfileKey::zelTable() { return table; }
+
+ProfileType ProfileTypeInstance(unsigned number) {
+  return static_cast<ProfileType>(Zel::enumInstance(enumTable(ProfileType()), number));
+}
+
+ProfileType ProfileTypeInstance(Zel::String8 name) {
+  return static_cast<ProfileType>(Zel::enumInstance(enumTable(ProfileType()), name));
+}
+
+Zel::String8 stringValue(ProfileType type) { return Zel::enumString(enumTable(type), type); }
+
+unsigned ProfileKey::hash() const noexcept {
+  return Zel::oneAtATimeEnd(Zel::oneAtATimeStep(0, static_cast<unsigned>(type_)) ^ name_.hash());
+}
+
+} // namespace Maintenance::Profile

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <model/Profile/ProfileType.h>
+
+#include <Zel/TypeTable>
+
+namespace Maintenance::Profile {
+
+/// Names one profile. An immutable value, changed only by assigning a whole new key.
+class ZEL_API ProfileKey {
+public:
+  static constexpr std::string_view zelTypeName = "Maintenance::Profile::ProfileKey";
+  static Zel::TypeTable const& zelTable();
+
+  struct Attr {
+    static constexpr Zel::AttributeId type = 2;
+    static constexpr Zel::AttributeId name = 3;
+    static constexpr Zel::AttributeId hash = 4;
+  };
+
+  ProfileKey() noexcept = default;
+  ProfileKey(ProfileType type, Zel::String8 name) noexcept : type_(type), name_(std::move(name)) {}
+
+  ProfileType type() const noexcept { return type_; }
+  Zel::String8 const& name() const noexcept { return name_; }
+
+  /// Computed at each call, without allocation: the one-at-a-time hash, Jenkins, cut in two by the
+  /// hash of the name.
+  unsigned hash() const noexcept;
+
+  friend bool operator==(ProfileKey const& a, ProfileKey const& b) noexcept {
+    return a.type_ == b.type_ && a.name_ == b.name_;
+  }
+  /// By type, then by name.
+  friend bool operator<(ProfileKey const& a, ProfileKey const& b) noexcept {
+    return a.type_ != b.type_ ? a.type_ < b.type_ : a.name_ < b.name_;
+  }
+  friend bool operator<=(ProfileKey const& a, ProfileKey const& b) noexcept { return !(b < a); }
+  friend bool operator>(ProfileKey const& a, ProfileKey const& b) noexcept { return !(a <= b); }
+  friend bool operator>=(ProfileKey const& a, ProfileKey const& b) noexcept { return !(a < b); }
+
+private:
+  ProfileType type_ = profileTypeNone;
+  Zel::String8 name_;
+};
+
+} // namespace Maintenance::Profile

@@ -1,0 +1,9 @@
+#pragma once
+
+// All of namespace Maintenance::Unit.
+#include <model/Unit/Constants.h>
+#include <model/Unit/Enumerations.h>
+#include <model/Unit/StageMgrInstKey.h>
+#include <model/Unit/Status.h>
+#include <model/Unit/StatusDir.h>
+#include <model/Unit/TrafficRates.h>

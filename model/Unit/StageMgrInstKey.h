@@ -1,0 +1,53 @@
+#pragma once
+
+#include <Zel/TypeTable>
+
+namespace Maintenance::Unit {
+
+/// Names one instance of a stage manager: the unit that it works for, and a generation. Both are
+/// packed into one text, `<unitName>#<genId>`, which is never stored: it is built at each read, so
+/// the text and the parts cannot disagree.
+class ZEL_API StageMgrInstKey {
+public:
+  static constexpr std::string_view zelTypeName = "Maintenance::Unit::StageMgrInstKey";
+  static Zel::TypeTable const& zelTable();
+
+  struct Attr {
+    static constexpr Zel::AttributeId instanceName = 2;
+    static constexpr Zel::AttributeId unitName = 3;
+    static constexpr Zel::AttributeId genId = 4;
+  };
+
+  StageMgrInstKey() noexcept = default;
+  /// As `instanceNameIs` on a default key.
+  explicit StageMgrInstKey(Zel::String8 instanceName);
+
+  /// The unit's name, "#" and the generation in decimal. The text of a key with generation 0 is not
+  /// accepted by `instanceNameIs`.
+  Zel::String8 instanceName() const;
+
+  /// Takes a text apart at its first "#". The empty text changes nothing. What follows the "#" is
+  /// read like an unsigned number from a stream: leading white space is skipped, and what follows
+  /// the number is ignored.
+  ///
+  /// Throws `Zel::InternalException` if there is no "#", no unit name before it, nothing behind it,
+  /// or no number but 0. In the last two cases the unit name has been set already; the generation
+  /// stays as it was.
+  void instanceNameIs(Zel::String8 text);
+
+  Zel::String8 unitName() const noexcept { return unitName_; }
+  void unitNameIs(Zel::String8 name) noexcept { unitName_ = std::move(name); }
+
+  unsigned genId() const noexcept { return genId_; }
+  void genIdIs(unsigned id) noexcept { genId_ = id; }
+
+  friend bool operator==(StageMgrInstKey const& a, StageMgrInstKey const& b) noexcept {
+    return a.unitName_ == b.unitName_ && a.genId_ == b.genId_;
+  }
+
+private:
+  Zel::String8 unitName_;
+  unsigned genId_ = 0;
+};
+
+} // namespace Maintenance::Unit

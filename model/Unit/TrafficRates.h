@@ -1,0 +1,41 @@
+#pragma once
+
+#include <Zel/TypeTable>
+
+namespace Maintenance::Unit {
+
+/// A sample of traffic. A new one is all zero; each member may be set by itself on the copy at
+/// hand.
+class ZEL_API TrafficRates {
+public:
+  static constexpr std::string_view zelTypeName = "Maintenance::Unit::TrafficRates";
+  static Zel::TypeTable const& zelTable();
+
+  struct Attr {
+    static constexpr Zel::AttributeId outBitsRate = 2;
+    static constexpr Zel::AttributeId inBitsRate = 3;
+    static constexpr Zel::AttributeId statsUpdateTime = 4;
+  };
+
+  /// Outgoing rate in bits per second.
+  unsigned long long outBitsRate() const noexcept { return outBitsRate_; }
+  void outBitsRateIs(unsigned long long rate) noexcept { outBitsRate_ = rate; }
+
+  /// Incoming rate in bits per second.
+  unsigned long long inBitsRate() const noexcept { return inBitsRate_; }
+  void inBitsRateIs(unsigned long long rate) noexcept { inBitsRate_ = rate; }
+
+  /// Time of the sample, in seconds.
+  double statsUpdateTime() const noexcept { return statsUpdateTime_; }
+  void statsUpdateTimeIs(double time) noexcept { statsUpdateTime_ = time; }
+
+  /// All three equal; a NaN time makes two samples unequal.
+  friend bool operator==(TrafficRates const& a, TrafficRates const& b) noexcept = default;
+
+private:
+  unsigned long long outBitsRate_ = 0;
+  unsigned long long inBitsRate_ = 0;
+  double statsUpdateTime_ = 0.0;
+};
+
+} // namespace Maintenance::Unit
