@@ -99,8 +99,8 @@ unsigned StringN<unsigned char>::pos(unsigned start, unsigned char const* text,
 }
 
 // A multiply-and-fold hash over little-endian 64-bit words: each word is combined by exclusive or,
-// multiplied by an odd constant and folded onto the low half; a last multiplication brings every
-// bit into the upper half, which is the result.
+// multiplied by an odd constant and folded onto the low half. Two more multiplications bring every
+// bit of the last word into every bit of the upper half, which is the result.
 unsigned StringN<unsigned char>::hash() const noexcept {
   unsigned char const* const text = data_->text();
   const std::size_t length = data_->length();
@@ -111,6 +111,8 @@ unsigned StringN<unsigned char>::hash() const noexcept {
     }
     state = hashStep(state, loadTail(text, length));
   }
+  state *= hashFinalizer;
+  state ^= state >> 32;
   return static_cast<unsigned>(state * hashFinalizer >> 32);
 }
 
