@@ -1,0 +1,238 @@
+#include "support/Recorder.h"
+#include "support/Slot.h"
+
+#include <Zel/StreamAdapter>
+#include <Zel/Trace>
+#include <model/Unit.h>
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+namespace {
+
+using Maintenance::Profile::DefaultProfile;
+using Maintenance::Profile::defaultProfileFactory;
+using Support::listen;
+using Support::Log;
+using Support::Recorder;
+using Zel::Ptr;
+using Base = Zel::PtrInterface::NotifieeConst;
+using Flags = Base::Zel_BitSet;
+
+struct Notifiees : testing::Test {
+  Ptr<DefaultProfile> const profile = defaultProfileFactory("default");
+  Log log;
+
+  Log heard() {
+    log.clear();
+    profile->profileNameIs(profile->profileName() + "x");
+    return log;
+  }
+};
+
+TEST_F(Notifiees, AreBornActiveUnregisteredAndMarkedAsTyped) {
+  auto const notifiee = Zel::makeObject<Recorder>("a", log);
+  EXPECT_EQ(notifiee->referenceWord(), 0x20000001U);
+  EXPECT_EQ(notifiee->references(), 1U);
+  EXPECT_EQ(notifiee->zel_bitSet(), Flags(0x4000000));
+  EXPECT_FALSE(notifiee->isRegisteredNotifiee());
+  EXPECT_FALSE(notifiee->isWeakReference());
+  EXPECT_FALSE(notifiee->notifier());
+  EXPECT_EQ(notifiee->pendingAttribute(), 0);
+  EXPECT_EQ(notifiee->name(), Zel::Name());
+}
+
+TEST_F(Notifiees, StandInTheListWithANotifierAndRegistrationInEitherOrder) {
+  auto const first = Zel::makeObject<Recorder>("a", log);
+  first->notifierIs(profile);
+  EXPECT_EQ(heard(), Log{});
+  first->isRegisteredNotifieeIs(true);
+  EXPECT_EQ(heard(), (Log{"a"}));
+  first->notifierIs(nullptr);
+  EXPECT_EQ(heard(), Log{});
+  first->notifierIs(profile);
+  EXPECT_EQ(heard(), (Log{"a"}));
+  first->isRegisteredNotifieeIs(false);
+  EXPECT_EQ(heard(), Log{});
+  EXPECT_EQ(first->name(), Zel::Name("default"));
+}
+
+TEST_F(Notifiees, CountListVersionsForEachJoinAndLeave) {
+  auto& list = profile->zelNotifieeList();
+  EXPECT_EQ(list.version(), 0U);
+  auto first = listen(profile, "a", log);
+  EXPECT_EQ(list.version(), 1U);
+  EXPECT_EQ(list.count(), 1U);
+  first->isRegisteredNotifieeIs(true);
+  first->notifierIs(profile);
+  EXPECT_EQ(list.version(), 1U);
+  first = nullptr;
+  EXPECT_EQ(list.version(), 2U);
+  EXPECT_EQ(list.count(), 0U);
+  EXPECT_EQ(list.head(), nullptr);
+  EXPECT_EQ(list.tail(), nullptr);
+}
+
+TEST_F(Notifiees, HoldTheirNotifierUnlessTheyAreWeak) {
+  EXPECT_EQ(profile->references(), 1U);
+  auto const notifiee = listen(profile, "a", log);
+  EXPECT_EQ(profile->references(), 2U);
+  notifiee->isWeakReferenceIs(true);
+  EXPECT_EQ(profile->references(), 1U);
+  auto const other = defaultProfileFactory("other");
+  notifiee->notifierIs(other);
+  EXPECT_EQ(profile->references(), 1U);
+  EXPECT_EQ(other->references(), 1U);
+  notifiee->isWeakReferenceIs(false);
+  EXPECT_EQ(other->references(), 2U);
+  notifiee->notifierIs(nullptr);
+  EXPECT_EQ(other->references(), 1U);
+}
+
+TEST_F(Notifiees, AWeakOneThatDiesLeavesTheCountAlone) {
+  {
+    auto const notifiee = listen(profile, "a", log);
+    notifiee->isWeakReferenceIs(true);
+  }
+  EXPECT_EQ(profile->references(), 1U);
+  EXPECT_EQ(profile->zelNotifieeList().count(), 0U);
+}
+
+TEST_F(Notifiees, AWeakOneIsLeftWithoutANotifierThatDies) {
+  auto const notifiee = Zel::makeObject<Recorder>("a", log);
+  {
+    auto const dying = defaultProfileFactory("dying");
+    notifiee->isRegisteredNotifieeIs(true);
+    notifiee->notifierIs(dying);
+    notifiee->isWeakReferenceIs(true);
+  }
+  EXPECT_EQ(log, (Log{"a zero"}));
+  EXPECT_FALSE(notifiee->notifier());
+  notifiee->notifierIs(profile);
+  EXPECT_EQ(heard(), (Log{"a"}));
+}
+
+TEST_F(Notifiees, OffAndOnMovesFromTheMiddleToTheTail) {
+  auto const a = listen(profile, "a", log);
+  auto const b = listen(profile, "b", log);
+  auto const c = listen(profile, "c", log);
+  b->hasNotificationActiveIs(false);
+  EXPECT_TRUE(b->zel_bitSet().has(Flags::registeredBit));
+  EXPECT_EQ(heard(), (Log{"a", "c"}));
+  b->hasNotificationActiveIs(false);
+  b->hasNotificationActiveIs(true);
+  EXPECT_EQ(heard(), (Log{"a", "c", "b"}));
+}
+
+TEST_F(Notifiees, OffAndOnMovesAStreamAdapterToTheHead) {
+  auto const m = Support::mirror(profile, "m", log);
+  auto const n = Support::mirror(profile, "n", log);
+  auto const a = listen(profile, "a", log);
+  EXPECT_EQ(heard(), (Log{"n", "m", "a"}));
+  m->hasNotificationActiveIs(false);
+  m->hasNotificationActiveIs(true);
+  EXPECT_EQ(heard(), (Log{"m", "n", "a"}));
+}
+
+TEST_F(Notifiees, OffAndOnLeavesAnUnregisteredOneUnregistered) {
+  auto const notifiee = Zel::makeObject<Recorder>("a", log);
+  notifiee->notifierIs(profile);
+  notifiee->hasNotificationActiveIs(false);
+  EXPECT_FALSE(notifiee->zel_bitSet().has(Flags::registeredBit));
+  notifiee->hasNotificationActiveIs(true);
+  EXPECT_FALSE(notifiee->isRegisteredNotifiee());
+  EXPECT_EQ(heard(), Log{});
+}
+
+TEST_F(Notifiees, ANotifierOfAnotherTypeCountsAsNull) {
+  auto const notifiee = listen(profile, "a", log);
+  notifiee->notifierIs(Maintenance::Unit::statusFactory("unit"));
+  EXPECT_FALSE(notifiee->notifier());
+  EXPECT_EQ(profile->references(), 1U);
+  EXPECT_EQ(heard(), Log{});
+}
+
+TEST_F(Notifiees, OneMarkedForDeletionStaysInTheListUntilItLeavesByItself) {
+  auto const notifiee = listen(profile, "a", log);
+  notifiee->zelMarkedForDeletionIs(true);
+  notifiee->isRegisteredNotifieeIs(false);
+  EXPECT_EQ(profile->zelNotifieeList().count(), 0U);
+}
+
+TEST_F(Notifiees, ReactForThemselves) {
+  auto const notifiee = Zel::makeObject<Recorder>("a", log);
+  EXPECT_EQ(notifiee->zelReactor(), notifiee);
+  EXPECT_EQ(notifiee->zelRawReactor(), notifiee.ptr());
+  EXPECT_FALSE(notifiee->isStreamAdapter());
+  EXPECT_TRUE(Zel::makeObject<Support::Mirror>()->isStreamAdapter());
+}
+
+TEST_F(Notifiees, DeferNothing) {
+  auto const notifiee = Zel::makeObject<Recorder>("a", log);
+  unsigned char pending = 3;
+  EXPECT_FALSE(notifiee->zelOnAttribute(259, &pending));
+  EXPECT_EQ(pending, 3);
+  EXPECT_EQ(notifiee->actsm(), nullptr);
+}
+
+TEST(NotifieeFlags, PassOnOnlyTheBitsOfTheMask) {
+  static_assert(Flags::notificationBitMask() == 0xfa8fffff);
+  Flags flags(0x05700000);
+  flags.notificationFlagsIs(Flags(0xffffffff));
+  EXPECT_EQ(flags.word(), 0xffffffffU);
+  flags = Flags(0xffffffff);
+  flags.notificationFlagsIs(Flags(0));
+  EXPECT_EQ(flags.word(), 0x05700000U);
+  EXPECT_TRUE(flags != Flags(0));
+}
+
+TEST(NotifieeExceptions, AreTracedByTheBase) {
+  std::ostringstream out;
+  Zel::traceStreamIs(&out);
+  auto& facility = Zel::TraceFacility::named("Notification");
+  facility.onIs(true);
+  facility.levelIs(1, true);
+  struct Thrower : DefaultProfile::Notifiee {
+    void onProfileName() override { throw std::runtime_error("refused"); }
+  };
+  auto const profile = defaultProfileFactory("default");
+  auto const thrower = Zel::makeObject<Thrower>();
+  thrower->isRegisteredNotifieeIs(true);
+  thrower->notifierIs(profile);
+  profile->profileNameIs("x");
+  facility.onIs(false);
+  Zel::traceStreamIs(nullptr);
+  EXPECT_NE(out.str().find("callback of attribute 259 threw \"refused\""), std::string::npos)
+      << out.str();
+}
+
+TEST(NotifieeSlots, StandInTheirOrder) {
+  using Support::slotOf;
+  EXPECT_EQ(slotOf(&Base::zelReactor), 7);
+  EXPECT_EQ(slotOf(&Base::zelRawReactor), 8);
+  EXPECT_EQ(slotOf(&Base::isStreamAdapter), 9);
+  EXPECT_EQ(slotOf(&Base::isRegisteredNotifieeIs), 10);
+  EXPECT_EQ(slotOf(&Base::zel_bitSetIs), 11);
+  EXPECT_EQ(slotOf(&Base::name), 12);
+  EXPECT_EQ(slotOf(&Base::notifierIs), 13);
+  EXPECT_EQ(slotOf(&Base::handleNotification), 14);
+  EXPECT_EQ(slotOf(&Base::handleDefault), 15);
+  EXPECT_EQ(slotOf(&Base::onAttribute), 16);
+  EXPECT_EQ(slotOf(&Base::onNotification), 17);
+  EXPECT_EQ(slotOf(&Base::onCollectionNotification), 18);
+  EXPECT_EQ(slotOf<void (Base::*)()>(&Base::onNotificationException), 19);
+  EXPECT_EQ(slotOf<void (Base::*)(Zel::AttributeId)>(&Base::onNotificationException), 20);
+  EXPECT_EQ(slotOf<void (Base::*)(Zel::AttributeId)>(&Base::handleNotificationException), 21);
+  EXPECT_EQ(slotOf<void (Base::*)()>(&Base::handleNotificationException), 22);
+  EXPECT_EQ(slotOf(&Base::onZeroReferences), 23);
+  EXPECT_EQ(slotOf(&Base::activityPtr), 24);
+  EXPECT_EQ(slotOf<Zel::ActivitySm* (Base::*)()>(&Base::zelFwkActivity), 25);
+  EXPECT_EQ(slotOf<Zel::ActivitySm const* (Base::*)() const>(&Base::zelFwkActivity), 26);
+  EXPECT_EQ(slotOf(&Base::actsm), 27);
+  EXPECT_EQ(slotOf(&Zel::Entity::NotifieeConst::onParent), 28);
+  EXPECT_EQ(slotOf(&Zel::Entity::NotifieeConst::onVersion), 29);
+  EXPECT_EQ(slotOf(&DefaultProfile::NotifieeConst::onProfileName), 30);
+}
+
+} // namespace
