@@ -20,19 +20,19 @@ GroupType GroupTypeInstance(String8 name) {
 
 String8 stringValue(GroupType type) { return Zel::enumString(enumTable(type), type); }
 
-String8 valueToStrep(GroupType const& type) { return "'" + stringValue(type) + "'"; }
+String8 valueToStrep(const GroupType& type) { return "'" + stringValue(type) + "'"; }
 
-GroupType sequenceToValue(String8::IteratorConst& first, String8::IteratorConst const& last,
+GroupType sequenceToValue(String8::IteratorConst& first, const String8::IteratorConst& last,
                           GroupType* /*selector*/) {
   return GroupTypeInstance(Zel::sequenceToValue(first, last, static_cast<String8*>(nullptr)));
 }
 
-std::ostream& operator<<(std::ostream& out, GroupType const& type) {
+std::ostream& operator<<(std::ostream& out, const GroupType& type) {
   return out << stringValue(type);
 }
 
-GroupKey::GroupKey(String8::IteratorConst& first, String8::IteratorConst const& last) {
-  for (char const* const token : {" Value", " (", " 'Group::GroupKey'", " ,", " **", " {"}) {
+GroupKey::GroupKey(String8::IteratorConst& first, const String8::IteratorConst& last) {
+  for (const char* const token : {" Value", " (", " 'Group::GroupKey'", " ,", " **", " {"}) {
     needString(first, last, token);
   }
   for (bool isFirst = true;; isFirst = false) {
@@ -64,12 +64,12 @@ unsigned GroupKey::hash() const noexcept {
   return Zel::oneAtATimeEnd(Zel::oneAtATimeStep(0, static_cast<unsigned>(type_)) ^ name_.hash());
 }
 
-String8 valueToStrep(GroupKey const& key) {
+String8 valueToStrep(const GroupKey& key) {
   return "Value('Group::GroupKey', ** {'type': " + valueToStrep(key.type()) +
          ", 'name': " + Zel::valueToStrep(key.name()) + "})";
 }
 
-std::ostream& operator<<(std::ostream& out, GroupKey const& key) {
+std::ostream& operator<<(std::ostream& out, const GroupKey& key) {
   return out << valueToStrep(key);
 }
 

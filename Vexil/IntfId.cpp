@@ -21,7 +21,7 @@ constexpr std::array<std::string_view, 6> kindNames = {"",         "Ethernet", "
                                                        "Loopback", "Vlan",     "Management"};
 
 constexpr std::string_view noneName = "none";
-constexpr char const* wordsPattern = "Intf(0x%08x,0x%08x)";
+constexpr const char* wordsPattern = "Intf(0x%08x,0x%08x)";
 
 /// The numbers of an identifier that has the regular form.
 struct Numbers {
@@ -31,7 +31,7 @@ struct Numbers {
 
 Numbers numbersOf(IntfId id) {
   const std::uint32_t high = id.first() & maxShort;
-  unsigned const count = id.first() >> 16 & 0xff;
+  const unsigned count = id.first() >> 16 & 0xff;
   if (id.kind() == IntfId::none || id.kind() >= kindNames.size() || count == 0 || count > 3 ||
       (count < 3 && high != 0)) {
     return {};
@@ -52,7 +52,7 @@ bool takeNumber(std::string_view& text, std::uint32_t& number) {
       (text[0] == '0' && text.size() > 1 && text[1] >= '0' && text[1] <= '9')) {
     return false;
   }
-  auto const result = std::from_chars(text.data(), text.data() + text.size(), number);
+  const auto result = std::from_chars(text.data(), text.data() + text.size(), number);
   text.remove_prefix(static_cast<std::size_t>(result.ptr - text.data()));
   return result.ec == std::errc();
 }
@@ -113,7 +113,7 @@ bool parseWords(std::string_view name, IntfId& id) {
   return true;
 }
 
-IntfId parse(String8 const& name) {
+IntfId parse(const String8& name) {
   IntfId id;
   // What was understood must print as what was read: one name for each identifier.
   if (name.view() != noneName && !(parseRegular(name.view(), id) || parseWords(name.view(), id))) {
@@ -127,9 +127,9 @@ IntfId parse(String8 const& name) {
 
 } // namespace
 
-IntfId::IntfId(String8 const& name) : IntfId(parse(name)) {}
+IntfId::IntfId(const String8& name) : IntfId(parse(name)) {}
 
-IntfId::IntfId(String8::IteratorConst& first, String8::IteratorConst const& last)
+IntfId::IntfId(String8::IteratorConst& first, const String8::IteratorConst& last)
     : IntfId(parse(Zel::sequenceToValue(first, last, static_cast<String8*>(nullptr)))) {}
 
 unsigned IntfId::hash() const noexcept {
@@ -152,8 +152,8 @@ String8 stringValue(IntfId id) {
   return String8(name);
 }
 
-String8 valueToStrep(IntfId const& id) { return Zel::valueToStrep(stringValue(id)); }
+String8 valueToStrep(const IntfId& id) { return Zel::valueToStrep(stringValue(id)); }
 
-std::ostream& operator<<(std::ostream& out, IntfId const& id) { return out << stringValue(id); }
+std::ostream& operator<<(std::ostream& out, const IntfId& id) { return out << stringValue(id); }
 
 } // namespace Vexil

@@ -5,7 +5,7 @@
 
 namespace Zel {
 
-void assertionFailed(char const* text, char const* file, int line) noexcept {
+void assertionFailed(const char* text, const char* file, int line) noexcept {
   std::fprintf(stderr, "%s:%d: assertion \"%s\" failed\n", file, line, text);
   std::abort();
 }

@@ -5,11 +5,11 @@ namespace Zel {
 BaseCollection::~BaseCollection() = default;
 
 void BaseCollection::iteratorDelete(StrepIterator& iterator) const {
-  Ptr<PtrInterface> const last = Ptr<PtrInterface>::adopt(iterator.current_);
+  const Ptr<PtrInterface> last = Ptr<PtrInterface>::adopt(iterator.current_);
   iterator.current_ = nullptr;
 }
 
-void BaseCollection::iteratorSpaceCopy(StrepIterator const& iterator) const {
+void BaseCollection::iteratorSpaceCopy(const StrepIterator& iterator) const {
   if (iterator.current_ != nullptr) {
     iterator.current_->referencesInc();
   }

@@ -8,9 +8,9 @@ namespace Zel {
 
 namespace {
 
-String8 escaped(String8 const& name) {
+String8 escaped(const String8& name) {
   std::string text;
-  for (char const byte : name.view()) {
+  for (const char byte : name.view()) {
     if (byte == '/' || byte == '%') {
       text += byte == '/' ? "%2F" : "%25";
     } else {
@@ -29,18 +29,18 @@ Name Entity::name() const { return name_; }
 Ptr<const Entity> Entity::parent() const { return Ptr<const Entity>(parent_); }
 Ptr<Entity> Entity::parent() { return Ptr<Entity>(parent_); }
 
-void Entity::parentIs(Ptr<Entity> const& parent) {
+void Entity::parentIs(const Ptr<Entity>& parent) {
   parent_ = parent.ptr();
   handleParent(parent);
 }
 
-ZelAttr const* Entity::parentAttr() const { return nullptr; }
+const ZelAttr* Entity::parentAttr() const { return nullptr; }
 
 AttributeId Entity::parentAttrId() const { return parentAttrId_; }
 void Entity::parentAttrIdIs(AttributeId id) { parentAttrId_ = id; }
 
 EntityUriPath Entity::uriPath() const {
-  Ptr<const Entity> const holder = parent();
+  const Ptr<const Entity> holder = parent();
   const String8 step = "/" + escaped(name());
   if (!holder) {
     return EntityUriPath(step);
@@ -50,7 +50,7 @@ EntityUriPath Entity::uriPath() const {
 }
 
 String8 Entity::fullName() const {
-  Ptr<const Entity> const holder = parent();
+  const Ptr<const Entity> holder = parent();
   return holder ? holder->fullName() + "/" + name() : String8(name());
 }
 
@@ -65,32 +65,32 @@ String8 Entity::attributeString(AttributeId id) const {
   }
 }
 
-void Entity::zelNotifieeAdapterIs(Ptr<const Entity> const& /*adapter*/) {}
-void Entity::handleParent(Ptr<Entity> const& /*parent*/) {}
+void Entity::zelNotifieeAdapterIs(const Ptr<const Entity>& /*adapter*/) {}
+void Entity::handleParent(const Ptr<Entity>& /*parent*/) {}
 
 Ptr<const Entity::ZelNboAttrLogSa>
-Entity::zelNboAttrLogSa(Ptr<const NboAttrLog::Out> const& /*out*/) const {
+Entity::zelNboAttrLogSa(const Ptr<const NboAttrLog::Out>& /*out*/) const {
   return nullptr;
 }
 
 bool Entity::zelHasAttrLogInterface() const { return false; }
 
-Ptr<Entity::ZelNboAttrLogSa> Entity::zelNboAttrLogSa(Ptr<const NboAttrLog::Out> const& /*out*/) {
+Ptr<Entity::ZelNboAttrLogSa> Entity::zelNboAttrLogSa(const Ptr<const NboAttrLog::Out>& /*out*/) {
   return nullptr;
 }
 
 Ptr<Entity::ZelNboAttrLogSa>
-Entity::zelNboAttrLogSaForMsgChannel(Ptr<ZelNboAttrLogSa> const& /*other*/) const {
+Entity::zelNboAttrLogSaForMsgChannel(const Ptr<ZelNboAttrLogSa>& /*other*/) const {
   return nullptr;
 }
 
 Ptr<Entity::ZelNboAttrLogSa>
 Entity::zelNboAttrLogSaIs(PtrInterface::NotifieeConst::Zel_BitSet /*flags*/, unsigned /*option*/,
-                          Ptr<NboAttrLog::Out> const& /*out*/, PtrInterface* /*owner*/) {
+                          const Ptr<NboAttrLog::Out>& /*out*/, PtrInterface* /*owner*/) {
   return nullptr;
 }
 
-Ptr<Entity::ZelNboAttrLogSa> Entity::zelNboAttrLogSaDel(Ptr<const NboAttrLog::Out> const& /*out*/) {
+Ptr<Entity::ZelNboAttrLogSa> Entity::zelNboAttrLogSaDel(const Ptr<const NboAttrLog::Out>& /*out*/) {
   return nullptr;
 }
 

@@ -5,8 +5,8 @@
 
 namespace Zel {
 
-int enumInstance(EnumTable const& table, unsigned number) {
-  for (Enumerator const& row : table.rows) {
+int enumInstance(const EnumTable& table, unsigned number) {
+  for (const Enumerator& row : table.rows) {
     if (static_cast<unsigned>(row.number) == number) {
       return row.number;
     }
@@ -14,8 +14,8 @@ int enumInstance(EnumTable const& table, unsigned number) {
   throwRangeException(String8(table.name));
 }
 
-int enumInstance(EnumTable const& table, String8 const& name) {
-  for (Enumerator const& row : table.rows) {
+int enumInstance(const EnumTable& table, const String8& name) {
+  for (const Enumerator& row : table.rows) {
     if (row.name == name.view()) {
       return row.number;
     }
@@ -23,8 +23,8 @@ int enumInstance(EnumTable const& table, String8 const& name) {
   throwRangeException(String8(table.name));
 }
 
-String8 enumString(EnumTable const& table, int number) {
-  for (Enumerator const& row : table.rows) {
+String8 enumString(const EnumTable& table, int number) {
+  for (const Enumerator& row : table.rows) {
     if (row.number == number) {
       return String8(row.name);
     }

@@ -6,10 +6,10 @@
 
 namespace Zel {
 
-constinit thread_local Expect const* Expect::innermost_ = nullptr;
+constinit thread_local const Expect* Expect::innermost_ = nullptr;
 
 bool Expect::expects(ExceptionId id) noexcept {
-  for (Expect const* scope = innermost_; scope != nullptr; scope = scope->outer_) {
+  for (const Expect* scope = innermost_; scope != nullptr; scope = scope->outer_) {
     if (scope->id_ == id) {
       return true;
     }
@@ -67,9 +67,9 @@ NameInUseException::~NameInUseException() = default;
 AttrLogRecordException::~AttrLogRecordException() = default;
 EntityIdUnavailableException::~EntityIdUnavailableException() = default;
 
-void throwRangeException(char const* message) { throw RangeException(message); }
-void throwRangeException(String8 const& message) { throw RangeException(message); }
-void throwInternalException(char const* message) { throw InternalException(message); }
-void throwInternalException(String8 const& message) { throw InternalException(message); }
+void throwRangeException(const char* message) { throw RangeException(message); }
+void throwRangeException(const String8& message) { throw RangeException(message); }
+void throwInternalException(const char* message) { throw InternalException(message); }
+void throwInternalException(const String8& message) { throw InternalException(message); }
 
 } // namespace Zel

@@ -6,12 +6,12 @@
 
 namespace Zel {
 
-String8 format(char const* pattern, ...) {
+String8 format(const char* pattern, ...) {
   std::va_list arguments;
   va_start(arguments, pattern);
   std::va_list again;
   va_copy(again, arguments);
-  int const length = std::vsnprintf(nullptr, 0, pattern, arguments);
+  const int length = std::vsnprintf(nullptr, 0, pattern, arguments);
   va_end(arguments);
   // A negative length is an encoding error, which needs a wide character in the arguments.
   std::string text(length > 0 ? static_cast<std::size_t>(length) : 0, '\0');

@@ -14,10 +14,10 @@ HashMapGeneric::~HashMapGeneric() {
   ::operator delete(storage);
 }
 
-HashMapGeneric::Place HashMapGeneric::lowerBound(unsigned hash, void const* key) const noexcept {
+HashMapGeneric::Place HashMapGeneric::lowerBound(unsigned hash, const void* key) const noexcept {
   Place place{nullptr, chain(hash)};
   while (place.at != nullptr) {
-    unsigned const other = vtable_->hash(place.at);
+    const unsigned other = vtable_->hash(place.at);
     if (other > hash || (other == hash && (vtable_->keyLessThan(key, place.at, nullptr) ||
                                            vtable_->keyEquals(key, place.at)))) {
       break;
@@ -41,8 +41,8 @@ void HashMapGeneric::insert(unsigned hash, Place place, PtrInterface* entry) noe
   }
 }
 
-void HashMapGeneric::newMemberG(Ptr<PtrInterface> const& entry, void const* key) {
-  unsigned const hash = vtable_->hash(entry.ptr());
+void HashMapGeneric::newMemberG(const Ptr<PtrInterface>& entry, const void* key) {
+  const unsigned hash = vtable_->hash(entry.ptr());
   Place place = lowerBound(hash, key);
   if (place.at != nullptr && vtable_->keyEquals(key, place.at)) {
     throw NameInUseException("key is in the collection already");
@@ -57,7 +57,7 @@ void HashMapGeneric::newMemberG(Ptr<PtrInterface> const& entry, void const* key)
 }
 
 Ptr<PtrInterface> HashMapGeneric::unlink(unsigned bucket, Place place) noexcept {
-  Ptr<PtrInterface> const behind(next(place.at));
+  const Ptr<PtrInterface> behind(next(place.at));
   Ptr<PtrInterface> member;
   if (place.before != nullptr) {
     member = Ptr<PtrInterface>(place.at);
@@ -75,25 +75,25 @@ Ptr<PtrInterface> HashMapGeneric::unlink(unsigned bucket, Place place) noexcept 
   return member;
 }
 
-void HashMapGeneric::deleteMember(Ptr<PtrInterface> const& entry) noexcept {
-  unsigned const hash = vtable_->hash(entry.ptr());
+void HashMapGeneric::deleteMember(const Ptr<PtrInterface>& entry) noexcept {
+  const unsigned hash = vtable_->hash(entry.ptr());
   Place place{nullptr, chain(hash)};
   while (place.at != nullptr && place.at != entry.ptr()) {
     place = {place.at, next(place.at)};
   }
   if (place.at != nullptr) {
-    Ptr<PtrInterface> const member = unlink(bucketIndex(hash), place);
+    const Ptr<PtrInterface> member = unlink(bucketIndex(hash), place);
   }
 }
 
-PtrInterface* HashMapGeneric::findNextG(PtrInterface const* entry, int* bucket) const noexcept {
+PtrInterface* HashMapGeneric::findNextG(const PtrInterface* entry, int* bucket) const noexcept {
   int at = -1;
   PtrInterface* member = nullptr;
   if (entry != nullptr && buckets_ != nullptr) {
-    unsigned const hash = vtable_->hash(entry);
+    const unsigned hash = vtable_->hash(entry);
     at = static_cast<int>(bucketIndex(hash));
     for (member = buckets_[at]; member != nullptr; member = next(member)) {
-      unsigned const other = vtable_->hash(member);
+      const unsigned other = vtable_->hash(member);
       if (other > hash || (other == hash && vtable_->keyLessThan(nullptr, member, entry))) {
         break;
       }
@@ -108,7 +108,7 @@ PtrInterface* HashMapGeneric::findNextG(PtrInterface const* entry, int* bucket) 
   return member;
 }
 
-PtrInterface* HashMapGeneric::startAtHash(void const* key, unsigned hash,
+PtrInterface* HashMapGeneric::startAtHash(const void* key, unsigned hash,
                                           int* bucket) const noexcept {
   int at = buckets_ != nullptr ? static_cast<int>(bucketIndex(hash)) : -1;
   PtrInterface* member = lowerBound(hash, key).at;
@@ -125,7 +125,7 @@ void HashMapGeneric::emptyAllBuckets() noexcept {
   // A member's end may run code that changes the map, so each step starts from what is there.
   for (unsigned bucket = 0; bucket < buckets(); ++bucket) {
     while (buckets_[bucket] != nullptr) {
-      Ptr<PtrInterface> const member = unlink(bucket, {nullptr, buckets_[bucket]});
+      const Ptr<PtrInterface> member = unlink(bucket, {nullptr, buckets_[bucket]});
     }
   }
 }
@@ -144,7 +144,7 @@ void HashMapGeneric::grow() {
   auto** const wider =
       static_cast<PtrInterface**>(::operator new(2 * size * sizeof(PtrInterface*)));
   // A sorted chain splits in one place: at the first member with the next bit of the hash set.
-  unsigned const bit = 0x80000000U >> logBuckets_;
+  const unsigned bit = 0x80000000U >> logBuckets_;
   for (std::size_t bucket = 0; bucket < size; ++bucket) {
     PtrInterface* before = nullptr;
     PtrInterface* at = buckets_[bucket];

@@ -39,11 +39,11 @@ void NotifieeConst::isRegisteredNotifieeIs(bool registered) const { registered_ 
 void NotifieeConst::zel_bitSetIs(Zel_BitSet flags) { flags_ = flags; }
 
 Name NotifieeConst::name() const {
-  auto const* const entity = dynamic_cast<Entity const*>(notifier_.ptr());
+  const auto* const entity = dynamic_cast<const Entity*>(notifier_.ptr());
   return entity != nullptr ? entity->name() : Name();
 }
 
-void NotifieeConst::notifierIs(Ptr<const PtrInterface> const& notifier) {
+void NotifieeConst::notifierIs(const Ptr<const PtrInterface>& notifier) {
   notifier_.ptrAssign(notifier.ptr());
 }
 
@@ -52,7 +52,7 @@ void NotifieeConst::isWeakReferenceIs(bool weak) {
     return;
   }
   weak_ = weak;
-  PtrInterface const* const notifier = notifier_.ptr();
+  const PtrInterface* const notifier = notifier_.ptr();
   if (notifier == nullptr) {
     return;
   }
@@ -63,13 +63,14 @@ void NotifieeConst::isWeakReferenceIs(bool weak) {
   }
 }
 
-void NotifieeConst::notifierForget() noexcept {
-  // Nothing is dropped: a weak reference holds no count.
-  [[maybe_unused]] PtrInterface const* const gone = notifier_.release();
+void NotifieeConst::notifierGone() noexcept {
+  // Nothing is dropped: a weak reference holds no count, and a count that a notifiee has taken on a
+  // dying notifier keeps nothing alive.
+  [[maybe_unused]] const PtrInterface* const gone = notifier_.release();
 }
 
 bool NotifieeConst::goesFirst() const {
-  return dynamic_cast<Entity::ZelNboAttrLogSa const*>(zelReactor().ptr()) != nullptr;
+  return dynamic_cast<const Entity::ZelNboAttrLogSa*>(zelReactor().ptr()) != nullptr;
 }
 
 void NotifieeConst::handleNotification(ActivityConfig* /*config*/) {}
@@ -103,7 +104,7 @@ void NotifieeConst::onNotificationException(AttributeId id) {
 
 Ptr<PtrInterface> NotifieeConst::activityPtr() const { return nullptr; }
 ActivitySm* NotifieeConst::zelFwkActivity() { return nullptr; }
-ActivitySm const* NotifieeConst::zelFwkActivity() const { return nullptr; }
+const ActivitySm* NotifieeConst::zelFwkActivity() const { return nullptr; }
 ActivitySm* NotifieeConst::actsm() { return nullptr; }
 bool NotifieeConst::zelOnAttribute(AttributeId /*id*/, unsigned char* /*pending*/) { return false; }
 void NotifieeConst::redispatch(ActivitySm* /*sm*/) {}

@@ -41,7 +41,7 @@ unsigned VFPtrInterface::referenceBitsClear(unsigned bits) const noexcept {
   if (enableThreadSafePointers) {
     return std::atomic_ref(references_).fetch_and(~bits, std::memory_order_acq_rel);
   }
-  unsigned const before = references_;
+  const unsigned before = references_;
   references_ = before & ~bits;
   return before;
 }
@@ -72,7 +72,7 @@ unsigned PtrInterface::auditErrors(unsigned level) const {
 
 void PtrInterface::zeroReferencesIs(bool /*zero*/) {}
 
-ZelType const* PtrInterface::fwkType() const { return nullptr; }
+const ZelType* PtrInterface::fwkType() const { return nullptr; }
 
 void PtrInterface::referencesLeak() const {
   referencesInc();

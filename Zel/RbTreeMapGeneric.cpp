@@ -11,12 +11,12 @@ public:
   Balance(RbTreeMapGeneric& tree, unsigned nodeOffset) noexcept
       : tree_(tree), offset_(nodeOffset) {}
 
-  RbTreeNode* nodeOf(Ptr<PtrInterface> const& entry) const noexcept {
+  RbTreeNode* nodeOf(const Ptr<PtrInterface>& entry) const noexcept {
     return entry ? &node(offset_, entry.ptr()) : nullptr;
   }
 
   /// The link that holds a node: its parent's, or the root.
-  Ptr<PtrInterface>& linkTo(RbTreeNode const* child) const noexcept {
+  Ptr<PtrInterface>& linkTo(const RbTreeNode* child) const noexcept {
     RbTreeNode* const parent = child->parent;
     if (parent == nullptr) {
       return tree_.root_;
@@ -28,7 +28,7 @@ public:
     while (isRed(at->parent)) {
       RbTreeNode* parent = at->parent;
       RbTreeNode* const grandparent = parent->parent; // there is one: the root is black
-      bool const left = nodeOf(grandparent->left) == parent;
+      const bool left = nodeOf(grandparent->left) == parent;
       RbTreeNode* const uncle = nodeOf(left ? grandparent->right : grandparent->left);
       if (isRed(uncle)) {
         parent->state = uncle->state = RbTreeNode::black;
@@ -51,7 +51,7 @@ public:
   /// `at`, which may be null, is a child of `parent` and one black short.
   void afterRemoval(RbTreeNode* at, RbTreeNode* parent) const noexcept {
     while (parent != nullptr && !isRed(at)) {
-      bool const left = nodeOf(parent->left) == at;
+      const bool left = nodeOf(parent->left) == at;
       RbTreeNode* sibling = nodeOf(left ? parent->right : parent->left);
       if (isRed(sibling)) {
         sibling->state = RbTreeNode::black;
@@ -84,7 +84,7 @@ public:
     }
   }
 
-  static bool isRed(RbTreeNode const* at) noexcept {
+  static bool isRed(const RbTreeNode* at) noexcept {
     return at != nullptr && at->state == RbTreeNode::red;
   }
 
@@ -109,14 +109,14 @@ private:
   }
 
   RbTreeMapGeneric& tree_;
-  unsigned const offset_;
+  const unsigned offset_;
 };
 
 RbTreeMapGeneric::~RbTreeMapGeneric() = default;
 
 void RbTreeMapGeneric::memberNewChild(unsigned nodeOffset, int /*option*/,
-                                      Ptr<PtrInterface> const& parent,
-                                      Ptr<PtrInterface> const& entry, bool left) noexcept {
+                                      const Ptr<PtrInterface>& parent,
+                                      const Ptr<PtrInterface>& entry, bool left) noexcept {
   const Balance balance(*this, nodeOffset);
   RbTreeNode& fresh = node(nodeOffset, entry.ptr());
   fresh.state = RbTreeNode::red;
@@ -132,10 +132,10 @@ void RbTreeMapGeneric::memberNewChild(unsigned nodeOffset, int /*option*/,
 }
 
 void RbTreeMapGeneric::memberReplace(unsigned nodeOffset, int /*option*/,
-                                     Ptr<PtrInterface> const& former,
-                                     Ptr<PtrInterface> const& entry) noexcept {
+                                     const Ptr<PtrInterface>& former,
+                                     const Ptr<PtrInterface>& entry) noexcept {
   const Balance balance(*this, nodeOffset);
-  Ptr<PtrInterface> const kept = former;
+  const Ptr<PtrInterface> kept = former;
   RbTreeNode& old = node(nodeOffset, former.ptr());
   RbTreeNode& fresh = node(nodeOffset, entry.ptr());
   balance.linkTo(&old) = entry;
@@ -152,7 +152,7 @@ void RbTreeMapGeneric::memberReplace(unsigned nodeOffset, int /*option*/,
 }
 
 void RbTreeMapGeneric::_memberDelG(unsigned nodeOffset, int /*option*/,
-                                   PtrInterface const* entry) noexcept {
+                                   const PtrInterface* entry) noexcept {
   const Balance balance(*this, nodeOffset);
   RbTreeNode& leaving = node(nodeOffset, entry);
   RbTreeNode* shortChild;
@@ -203,8 +203,8 @@ void RbTreeMapGeneric::_memberDelG(unsigned nodeOffset, int /*option*/,
   ++treeVersion_;
 }
 
-PtrInterface* RbTreeMapGeneric::successor(unsigned nodeOffset, PtrInterface const* entry) noexcept {
-  RbTreeNode const* at = &node(nodeOffset, entry);
+PtrInterface* RbTreeMapGeneric::successor(unsigned nodeOffset, const PtrInterface* entry) noexcept {
+  const RbTreeNode* at = &node(nodeOffset, entry);
   if (at->right) {
     PtrInterface* next = at->right.ptr();
     while (PtrInterface* const left = node(nodeOffset, next).left.ptr()) {
@@ -212,11 +212,11 @@ PtrInterface* RbTreeMapGeneric::successor(unsigned nodeOffset, PtrInterface cons
     }
     return next;
   }
-  PtrInterface const* from = entry;
+  const PtrInterface* from = entry;
   while (at->parent != nullptr) {
-    RbTreeNode const* const parent = at->parent;
+    const RbTreeNode* const parent = at->parent;
     auto* const parentEntry = reinterpret_cast<PtrInterface*>(
-        const_cast<char*>(reinterpret_cast<char const*>(parent)) - nodeOffset);
+        const_cast<char*>(reinterpret_cast<const char*>(parent)) - nodeOffset);
     if (parent->left.ptr() == from) {
       return parentEntry;
     }

@@ -16,13 +16,13 @@ std::uint64_t littleEndian(std::uint64_t word) {
   return std::endian::native == std::endian::big ? __builtin_bswap64(word) : word;
 }
 
-std::uint64_t load64(unsigned char const* bytes) {
+std::uint64_t load64(const unsigned char* bytes) {
   std::uint64_t word;
   std::memcpy(&word, bytes, sizeof word);
   return littleEndian(word);
 }
 
-std::uint64_t load32(unsigned char const* bytes) {
+std::uint64_t load32(const unsigned char* bytes) {
   std::uint32_t word;
   std::memcpy(&word, bytes, sizeof word);
   return std::endian::native == std::endian::big ? __builtin_bswap32(word) : word;
@@ -31,7 +31,7 @@ std::uint64_t load32(unsigned char const* bytes) {
 /// The last eight bytes of a text that is not empty, or all of a shorter one, as one word. Two
 /// overlapping reads take the place of a loop; the length, mixed in elsewhere, keeps texts of
 /// different length apart.
-std::uint64_t loadTail(unsigned char const* text, std::size_t length) {
+std::uint64_t loadTail(const unsigned char* text, std::size_t length) {
   if (length >= 8) {
     return load64(text + length - 8);
   }
@@ -65,11 +65,12 @@ StringN<unsigned char>::Data* StringN<unsigned char>::Data::make(std::size_t len
   void* const storage = ::operator new(size < sizeof(Data) ? sizeof(Data) : size);
   static_assert(sizeof(Data) == 2 * sizeof(unsigned) + sizeof text_, "the text follows the length");
   auto* const record = ::new (storage) Data(static_cast<unsigned>(length));
-  record->text_[length] = 0;
+  unsigned char* const text = record->text_; // which runs on behind its array
+  text[length] = 0;
   return record;
 }
 
-void StringN<unsigned char>::init(char const* text, unsigned start, std::size_t length) {
+void StringN<unsigned char>::init(const char* text, unsigned start, std::size_t length) {
   init(length == 0 ? std::string_view{} : std::string_view{text + start, length}, {});
 }
 
@@ -80,7 +81,6 @@ void StringN<unsigned char>::init(std::string_view head, std::string_view tail) 
     return;
   }
   Data* const record = Data::make(length);
-  // Through a pointer of its own: the text runs on behind the array that marks its place.
   unsigned char* const text = record->text_;
   if (!head.empty()) {
     std::memcpy(text, head.data(), head.size());
@@ -91,9 +91,9 @@ void StringN<unsigned char>::init(std::string_view head, std::string_view tail) 
   data_ = Ptr<const Data>::adopt(record);
 }
 
-unsigned StringN<unsigned char>::pos(unsigned start, unsigned char const* text,
+unsigned StringN<unsigned char>::pos(unsigned start, const unsigned char* text,
                                      unsigned textLength) const noexcept {
-  const std::string_view wanted(reinterpret_cast<char const*>(text), textLength);
+  const std::string_view wanted(reinterpret_cast<const char*>(text), textLength);
   const std::size_t at = view().find(wanted, start);
   return at == std::string_view::npos ? npos : static_cast<unsigned>(at);
 }
@@ -102,7 +102,7 @@ unsigned StringN<unsigned char>::pos(unsigned start, unsigned char const* text,
 // multiplied by an odd constant and folded onto the low half. Two more multiplications bring every
 // bit of the last word into every bit of the upper half, which is the result.
 unsigned StringN<unsigned char>::hash() const noexcept {
-  unsigned char const* const text = data_->text();
+  const unsigned char* const text = data_->text();
   const std::size_t length = data_->length();
   std::uint64_t state = hashStep(hashFinalizer, length);
   if (length != 0) {
@@ -121,11 +121,11 @@ std::string_view StringN<unsigned char>::IteratorBase::rest() const noexcept {
   return from >= record_->length() ? std::string_view{} : record_->view().substr(from);
 }
 
-String8::String8(char const* text) { init(text, 0, text != nullptr ? std::strlen(text) : 0); }
+String8::String8(const char* text) { init(text, 0, text != nullptr ? std::strlen(text) : 0); }
 
 String8::String8(std::string_view text) { init(text.data(), 0, text.size()); }
 
-String8::String8(IteratorConst const& from) {
+String8::String8(const IteratorConst& from) {
   const std::string_view rest = from.rest();
   init(rest.data(), 0, rest.size());
 }
@@ -138,25 +138,25 @@ String8 String8::substr(long long position, unsigned length) const {
   return String8(view().substr(from, length == npos ? std::string_view::npos : length));
 }
 
-String8& String8::operator=(char const* text) { return *this = String8(text); }
+String8& String8::operator=(const char* text) { return *this = String8(text); }
 
-String8& String8::operator+=(String8 const& tail) {
+String8& String8::operator+=(const String8& tail) {
   init(view(), tail.view());
   return *this;
 }
 
-String8& String8::operator+=(char const* tail) {
+String8& String8::operator+=(const char* tail) {
   init(view(), tail != nullptr ? std::string_view(tail) : std::string_view{});
   return *this;
 }
 
-String8 String8::operator+(String8 const& tail) const { return String8(*this) += tail; }
+String8 String8::operator+(const String8& tail) const { return String8(*this) += tail; }
 
-String8 String8::operator+(char const* tail) const { return String8(*this) += tail; }
+String8 String8::operator+(const char* tail) const { return String8(*this) += tail; }
 
-String8 operator+(char const* head, String8 const& tail) { return String8(head) += tail; }
+String8 operator+(const char* head, const String8& tail) { return String8(head) += tail; }
 
-std::ostream& operator<<(std::ostream& out, String8 const& text) {
+std::ostream& operator<<(std::ostream& out, const String8& text) {
   return out.write(text.charPtr(), static_cast<std::streamsize>(text.length()));
 }
 

@@ -10,11 +10,11 @@ using Position = String8::IteratorConst;
 
 bool isSpace(unsigned char byte) { return byte == ' ' || (byte >= '\t' && byte <= '\r'); }
 
-bool atEnd(Position const& first, Position const& last) {
+bool atEnd(const Position& first, const Position& last) {
   return first.position() >= last.position();
 }
 
-[[noreturn]] void expected(char const* what, Position const& first) {
+[[noreturn]] void expected(const char* what, const Position& first) {
   throwRangeException(format("expected %s at column %d", what, first.position()));
 }
 
@@ -32,11 +32,11 @@ int hexDigit(unsigned char byte) {
 }
 
 /// The byte that an escape stands for; `first` is behind the backslash.
-char escapedByte(Position& first, Position const& last) {
+char escapedByte(Position& first, const Position& last) {
   if (atEnd(first, last)) {
     expected("an escaped character", first);
   }
-  unsigned char const byte = *first;
+  const unsigned char byte = *first;
   switch (byte) {
   case '\\':
   case '\'':
@@ -56,7 +56,7 @@ char escapedByte(Position& first, Position const& last) {
     ++first;
     int value = 0;
     for (int digit = 0; digit < 2; ++digit, ++first) {
-      int const nibble = atEnd(first, last) ? -1 : hexDigit(*first);
+      const int nibble = atEnd(first, last) ? -1 : hexDigit(*first);
       if (nibble < 0) {
         expected("a hexadecimal digit", first);
       }
@@ -71,11 +71,11 @@ char escapedByte(Position& first, Position const& last) {
 
 } // namespace
 
-String8 valueToStrep(String8 const& text) {
+String8 valueToStrep(const String8& text) {
   static constexpr char digits[] = "0123456789abcdef";
   std::string quoted = "'";
-  for (char const character : text.view()) {
-    auto const byte = static_cast<unsigned char>(character);
+  for (const char character : text.view()) {
+    const auto byte = static_cast<unsigned char>(character);
     switch (byte) {
     case '\'':
     case '\\':
@@ -105,19 +105,19 @@ String8 valueToStrep(String8 const& text) {
   return String8(quoted);
 }
 
-String8 sequenceToValue(Position& first, Position const& last, String8* /*selector*/) {
+String8 sequenceToValue(Position& first, const Position& last, String8* /*selector*/) {
   needString(first, last, " ");
   if (atEnd(first, last) || (*first != '\'' && *first != '"')) {
     expected("a quoted text", first);
   }
-  unsigned char const quote = *first;
+  const unsigned char quote = *first;
   ++first;
   std::string text;
   while (true) {
     if (atEnd(first, last)) {
       expected("the closing quote", first);
     }
-    unsigned char const byte = *first;
+    const unsigned char byte = *first;
     ++first;
     if (byte == quote) {
       return String8(text);
@@ -126,8 +126,8 @@ String8 sequenceToValue(Position& first, Position const& last, String8* /*select
   }
 }
 
-void needString(Position& first, Position const& last, char const* pattern) {
-  for (char const* at = pattern; *at != '\0'; ++at) {
+void needString(Position& first, const Position& last, const char* pattern) {
+  for (const char* at = pattern; *at != '\0'; ++at) {
     if (*at == ' ') {
       while (!atEnd(first, last) && isSpace(*first)) {
         ++first;
@@ -140,7 +140,7 @@ void needString(Position& first, Position const& last, char const* pattern) {
   }
 }
 
-void throwJunk(Position const& first, String8 const& text) {
+void throwJunk(const Position& first, const String8& text) {
   throw RangeException(format("junk at column %lld deserializing %s",
                               static_cast<long long>(first.position()), text.charPtr()));
 }

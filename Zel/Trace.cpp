@@ -25,7 +25,7 @@ std::ostream*& traceStream() {
 
 } // namespace
 
-TraceFacility* newTraceFacility(String8 const& name) {
+TraceFacility* newTraceFacility(const String8& name) {
   auto* const facility = new TraceFacility(name);
   facility->referencesLeak();
   return facility;
@@ -33,7 +33,7 @@ TraceFacility* newTraceFacility(String8 const& name) {
 
 TraceFacility::TraceFacility(String8 name) noexcept : name_(std::move(name)) {}
 
-TraceFacility& TraceFacility::named(String8 const& name) {
+TraceFacility& TraceFacility::named(const String8& name) {
   auto& all = facilities();
   auto at = all.find(name.view());
   if (at == all.end()) {
@@ -57,9 +57,9 @@ TraceHandle::TraceHandle(String8 name, bool on) : facility_(&TraceFacility::name
 
 void traceStreamIs(std::ostream* out) noexcept { traceStream() = out; }
 
-void traceHelper(TraceFacility* facility, String8 const& context,
-                 std::basic_stringstream<char>& text, int level, bool enabled, char const* file,
-                 int line, char const* function) {
+void traceHelper(TraceFacility* facility, const String8& context,
+                 std::basic_stringstream<char>& text, int level, bool enabled, const char* file,
+                 int line, const char* function) {
   std::ostringstream whole;
   whole << facility->name() << '/' << level << ' ' << file << ':' << line << ' ' << function << " ["
         << context << "] " << text.str() << '\n';

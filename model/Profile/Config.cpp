@@ -18,9 +18,9 @@ constexpr Zel::TypeTable table{
 
 } // namespace
 
-Zel::TypeTable const& Config::zelTable() { return table; }
+const Zel::TypeTable& Config::zelTable() { return table; }
 
-Config::Config(ProfileKey const& key) : Entity(Zel::Name()), key_(key) {}
+Config::Config(const ProfileKey& key) : Entity(Zel::Name()), key_(key) {}
 Config::~Config() = default;
 
 void Config::zeroReferencesIs(bool /*zero*/) { Zel::notifyZeroReferences(*this); }

@@ -11,7 +11,7 @@ namespace Maintenance::Profile {
 class ZEL_API Config : public Zel::Entity {
 public:
   static constexpr std::string_view zelTypeName = "Maintenance::Profile::Config";
-  static Zel::TypeTable const& zelTable();
+  static const Zel::TypeTable& zelTable();
 
   class NotifieeConst;
   class Notifiee;
@@ -21,17 +21,17 @@ public:
   };
 
   /// Clients use `ConfigDir::configIs`.
-  explicit Config(ProfileKey const& key);
+  explicit Config(const ProfileKey& key);
 
-  ProfileKey const& key() const noexcept { return Zel::read(*this, key_); }
+  const ProfileKey& key() const noexcept { return Zel::read(*this, key_); }
   /// The key, under the name that collections ask for.
-  ProfileKey const& fwkKey() const noexcept { return Zel::read(*this, key_); }
+  const ProfileKey& fwkKey() const noexcept { return Zel::read(*this, key_); }
 
   void zeroReferencesIs(bool zero) override;
   Zel::String8 attributeString(Zel::AttributeId id) const override;
 
   Zel::ListRaw<NotifieeConst>& zelNotifieeList() const noexcept { return notifiees_; }
-  ProfileKey const& zelKey() const noexcept { return key_; }
+  const ProfileKey& zelKey() const noexcept { return key_; }
   static constexpr Zel::Ptr<Config> Config::*zelMemberNext() noexcept {
     return &Config::memberNext_;
   }

@@ -21,7 +21,7 @@ constexpr Zel::TypeTable table{
 
 } // namespace
 
-Zel::TypeTable const& ConfigDir::zelTable() { return table; }
+const Zel::TypeTable& ConfigDir::zelTable() { return table; }
 
 ConfigDir::ConfigDir(Zel::Name name) : Entity(std::move(name)) {}
 
@@ -35,20 +35,20 @@ Zel::String8 ConfigDir::attributeString(Zel::AttributeId id) const {
   return Zel::attributeString(table, id, Entity::attributeString(id));
 }
 
-Zel::Ptr<Config> ConfigDir::config(ProfileKey const& key) const {
+Zel::Ptr<Config> ConfigDir::config(const ProfileKey& key) const {
   return Zel::memberRead(*this, config_, key);
 }
 
-Zel::Ptr<Config> ConfigDir::newConfig(ProfileKey const& key) {
+Zel::Ptr<Config> ConfigDir::newConfig(const ProfileKey& key) {
   return Zel::memberNew(*this, Attr::config, config_, Zel::makeObject<Config>(key));
 }
 
-Zel::ValidPtr<Config> ConfigDir::configIs(ProfileKey const& key) {
+Zel::ValidPtr<Config> ConfigDir::configIs(const ProfileKey& key) {
   return Zel::memberIs<&ConfigDir::configNotify>(*this, config_, key,
                                                  [&] { return newConfig(key); });
 }
 
-Zel::Ptr<Config> ConfigDir::configDel(ProfileKey const& key) {
+Zel::Ptr<Config> ConfigDir::configDel(const ProfileKey& key) {
   return Zel::memberDel<&ConfigDir::configNotify>(*this, config_, key);
 }
 
@@ -60,12 +60,12 @@ void ConfigDir::configDelAll() {
   Zel::collectionDelAll(config_, [this](ConfigMap::Iterator& at) { configDel(at); });
 }
 
-void ConfigDir::configNotify(ProfileKey const& key) {
+void ConfigDir::configNotify(const ProfileKey& key) {
   Zel::notifyOwner(*this, Attr::config, [&](NotifieeConst& notifiee) { notifiee.onConfig(key); });
 }
 
 ConfigDir::NotifieeConst::~NotifieeConst() = default;
-void ConfigDir::NotifieeConst::onConfig(ProfileKey const& /*key*/) {}
+void ConfigDir::NotifieeConst::onConfig(const ProfileKey& /*key*/) {}
 void ConfigDir::NotifieeConst::onConfigzelImmediate() {}
 void ConfigDir::NotifieeConst::onConfig() {}
 ConfigDir::Notifiee::~Notifiee() = default;

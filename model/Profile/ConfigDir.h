@@ -14,7 +14,7 @@ namespace Maintenance::Profile {
 class ZEL_API ConfigDir : public Zel::Entity {
 public:
   static constexpr std::string_view zelTypeName = "Maintenance::Profile::ConfigDir";
-  static Zel::TypeTable const& zelTable();
+  static const Zel::TypeTable& zelTable();
 
   class NotifieeConst;
   class Notifiee;
@@ -27,22 +27,22 @@ public:
   explicit ConfigDir(Zel::Name name);
 
   /// The profile of this key; null if there is none.
-  Zel::Ptr<Config> config(ProfileKey const& key) const;
+  Zel::Ptr<Config> config(const ProfileKey& key) const;
   /// Makes a profile, counting and telling nothing; for what builds on the directory. Throws
   /// `Zel::NameInUseException` if the key is there.
-  Zel::Ptr<Config> newConfig(ProfileKey const& key);
+  Zel::Ptr<Config> newConfig(const ProfileKey& key);
   /// The profile of this key, made if it is not there. A hit moves the version counter too.
-  Zel::ValidPtr<Config> configIs(ProfileKey const& key);
+  Zel::ValidPtr<Config> configIs(const ProfileKey& key);
   /// Removes a profile and yields it; null if the key is not there.
-  Zel::Ptr<Config> configDel(ProfileKey const& key);
+  Zel::Ptr<Config> configDel(const ProfileKey& key);
   /// The same for the profile under the iterator, which stays on it; its next `advance()` goes on
   /// from there.
   Zel::Ptr<Config> configDel(ConfigMap::Iterator& at);
   void configDelAll();
   /// Tells the notifiees of a key without any change.
-  void configNotify(ProfileKey const& key);
+  void configNotify(const ProfileKey& key);
   /// The collection itself, for iteration.
-  ConfigMap const& configMap() const noexcept { return config_; }
+  const ConfigMap& configMap() const noexcept { return config_; }
 
   void zeroReferencesIs(bool zero) override;
   Zel::String8 attributeString(Zel::AttributeId id) const override;
@@ -65,7 +65,7 @@ protected:
 
 public:
   /// A profile came or went; a look-up tells which.
-  virtual void onConfig(ProfileKey const& key);
+  virtual void onConfig(const ProfileKey& key);
   virtual void onConfigzelImmediate();
   virtual void onConfig();
 

@@ -27,7 +27,7 @@ constexpr Zel::TypeTable table{DefaultProfile::zelTypeName,
 
 } // namespace
 
-Zel::TypeTable const& DefaultProfile::zelTable() { return table; }
+const Zel::TypeTable& DefaultProfile::zelTable() { return table; }
 
 DefaultProfile::DefaultProfile(Zel::Name name) : Entity(std::move(name)) {}
 DefaultProfile::~DefaultProfile() = default;

@@ -9,7 +9,7 @@ namespace Maintenance::Profile {
 class ZEL_API DefaultProfile : public Zel::Entity {
 public:
   static constexpr std::string_view zelTypeName = "Maintenance::Profile::DefaultProfile";
-  static Zel::TypeTable const& zelTable();
+  static const Zel::TypeTable& zelTable();
 
   class NotifieeConst;
   class Notifiee;

@@ -21,7 +21,7 @@ constexpr Zel::TypeTable table{
 
 } // namespace
 
-Zel::TypeTable const& ProfileKey::zelTable() { return table; }
+const Zel::TypeTable& ProfileKey::zelTable() { return table; }
 
 ProfileType ProfileTypeInstance(unsigned number) {
   return static_cast<ProfileType>(Zel::enumInstance(enumTable(ProfileType()), number));

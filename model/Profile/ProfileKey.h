@@ -10,7 +10,7 @@ namespace Maintenance::Profile {
 class ZEL_API ProfileKey {
 public:
   static constexpr std::string_view zelTypeName = "Maintenance::Profile::ProfileKey";
-  static Zel::TypeTable const& zelTable();
+  static const Zel::TypeTable& zelTable();
 
   struct Attr {
     static constexpr Zel::AttributeId type = 2;
@@ -22,22 +22,22 @@ public:
   ProfileKey(ProfileType type, Zel::String8 name) noexcept : type_(type), name_(std::move(name)) {}
 
   ProfileType type() const noexcept { return type_; }
-  Zel::String8 const& name() const noexcept { return name_; }
+  const Zel::String8& name() const noexcept { return name_; }
 
   /// Computed at each call, without allocation: the one-at-a-time hash, Jenkins, cut in two by the
   /// hash of the name.
   unsigned hash() const noexcept;
 
-  friend bool operator==(ProfileKey const& a, ProfileKey const& b) noexcept {
+  friend bool operator==(const ProfileKey& a, const ProfileKey& b) noexcept {
     return a.type_ == b.type_ && a.name_ == b.name_;
   }
   /// By type, then by name.
-  friend bool operator<(ProfileKey const& a, ProfileKey const& b) noexcept {
+  friend bool operator<(const ProfileKey& a, const ProfileKey& b) noexcept {
     return a.type_ != b.type_ ? a.type_ < b.type_ : a.name_ < b.name_;
   }
-  friend bool operator<=(ProfileKey const& a, ProfileKey const& b) noexcept { return !(b < a); }
-  friend bool operator>(ProfileKey const& a, ProfileKey const& b) noexcept { return !(a <= b); }
-  friend bool operator>=(ProfileKey const& a, ProfileKey const& b) noexcept { return !(a < b); }
+  friend bool operator<=(const ProfileKey& a, const ProfileKey& b) noexcept { return !(b < a); }
+  friend bool operator>(const ProfileKey& a, const ProfileKey& b) noexcept { return !(a <= b); }
+  friend bool operator>=(const ProfileKey& a, const ProfileKey& b) noexcept { return !(a < b); }
 
 private:
   ProfileType type_ = profileTypeNone;

@@ -42,8 +42,8 @@ constexpr Zel::TypeTable stageListTable{List::zelTypeName, Zel::TypeKind::value,
 
 } // namespace
 
-Zel::TypeTable const& BuiltinUnitName::zelTable() { return builtinUnitNameTable; }
-Zel::TypeTable const& MaintenanceStageClasses::zelTable() { return stageClassesTable; }
-Zel::TypeTable const& MaintenanceStageList::zelTable() { return stageListTable; }
+const Zel::TypeTable& BuiltinUnitName::zelTable() { return builtinUnitNameTable; }
+const Zel::TypeTable& MaintenanceStageClasses::zelTable() { return stageClassesTable; }
+const Zel::TypeTable& MaintenanceStageList::zelTable() { return stageListTable; }
 
 } // namespace Maintenance::Unit

@@ -9,7 +9,7 @@ namespace Maintenance::Unit {
 class ZEL_API BuiltinUnitName {
 public:
   static constexpr std::string_view zelTypeName = "Maintenance::Unit::BuiltinUnitName";
-  static Zel::TypeTable const& zelTable();
+  static const Zel::TypeTable& zelTable();
 
   struct Attr {
     static constexpr Zel::AttributeId system = 2;
@@ -19,14 +19,14 @@ public:
   Zel::Name system() const { return "System"; }
   Zel::Name linecard() const { return "Linecard"; }
 
-  friend bool operator==(BuiltinUnitName const&, BuiltinUnitName const&) noexcept { return true; }
+  friend bool operator==(const BuiltinUnitName&, const BuiltinUnitName&) noexcept { return true; }
 };
 
 /// The two classes of maintenance stages, one for entering and one for leaving maintenance.
 class ZEL_API MaintenanceStageClasses {
 public:
   static constexpr std::string_view zelTypeName = "Maintenance::Unit::MaintenanceStageClasses";
-  static Zel::TypeTable const& zelTable();
+  static const Zel::TypeTable& zelTable();
 
   struct Attr {
     static constexpr Zel::AttributeId maintEnterClass = 2;
@@ -36,7 +36,7 @@ public:
   Zel::Name maintEnterClass() const { return "maintEnter"; }
   Zel::Name maintExitClass() const { return "maintExit"; }
 
-  friend bool operator==(MaintenanceStageClasses const&, MaintenanceStageClasses const&) noexcept {
+  friend bool operator==(const MaintenanceStageClasses&, const MaintenanceStageClasses&) noexcept {
     return true;
   }
 };
@@ -45,7 +45,7 @@ public:
 class ZEL_API MaintenanceStageList {
 public:
   static constexpr std::string_view zelTypeName = "Maintenance::Unit::MaintenanceStageList";
-  static Zel::TypeTable const& zelTable();
+  static const Zel::TypeTable& zelTable();
 
   struct Attr {
     static constexpr Zel::AttributeId bgpStage = 2;
@@ -55,7 +55,7 @@ public:
   Zel::String8 bgpStage() const { return "bgp"; }
   Zel::String8 rateMonStage() const { return "ratemon"; }
 
-  friend bool operator==(MaintenanceStageList const&, MaintenanceStageList const&) noexcept {
+  friend bool operator==(const MaintenanceStageList&, const MaintenanceStageList&) noexcept {
     return true;
   }
 };

@@ -31,7 +31,7 @@ constexpr Zel::TypeTable table{StageMgrInstKey::zelTypeName,
 
 } // namespace
 
-Zel::TypeTable const& StageMgrInstKey::zelTable() { return table; }
+const Zel::TypeTable& StageMgrInstKey::zelTable() { return table; }
 
 StageMgrInstKey::StageMgrInstKey(Zel::String8 instanceName) {
   instanceNameIs(std::move(instanceName));
@@ -46,8 +46,8 @@ void StageMgrInstKey::instanceNameIs(Zel::String8 text) {
     return;
   }
   const Zel::String8 head = "Unexpected instanceName format";
-  auto const* const mark = reinterpret_cast<unsigned char const*>("#");
-  unsigned const at = text.charIndexOf(text.pos(0, mark, 1));
+  const auto* const mark = reinterpret_cast<const unsigned char*>("#");
+  const unsigned at = text.charIndexOf(text.pos(0, mark, 1));
   if (at == Zel::String8::npos) {
     throw Zel::InternalException(head);
   }

@@ -10,7 +10,7 @@ namespace Maintenance::Unit {
 class ZEL_API StageMgrInstKey {
 public:
   static constexpr std::string_view zelTypeName = "Maintenance::Unit::StageMgrInstKey";
-  static Zel::TypeTable const& zelTable();
+  static const Zel::TypeTable& zelTable();
 
   struct Attr {
     static constexpr Zel::AttributeId instanceName = 2;
@@ -41,7 +41,7 @@ public:
   unsigned genId() const noexcept { return genId_; }
   void genIdIs(unsigned id) noexcept { genId_ = id; }
 
-  friend bool operator==(StageMgrInstKey const& a, StageMgrInstKey const& b) noexcept {
+  friend bool operator==(const StageMgrInstKey& a, const StageMgrInstKey& b) noexcept {
     return a.unitName_ == b.unitName_ && a.genId_ == b.genId_;
   }
 

@@ -64,7 +64,7 @@ constexpr Zel::TypeTable table{
 
 } // namespace
 
-Zel::TypeTable const& Status::zelTable() { return table; }
+const Zel::TypeTable& Status::zelTable() { return table; }
 
 Status::Status(Zel::Name name) : Entity(std::move(name)) {}
 Status::~Status() = default;
@@ -94,13 +94,13 @@ void Status::unitTypeIs(UnitType type) {
   Zel::singularIs<&NotifieeConst::onUnitType>(*this, Attr::unitType, unitType_, type);
 }
 
-bool Status::group(Group::GroupKey const& key) const { return Zel::keyedRead(*this, group_, key); }
+bool Status::group(const Group::GroupKey& key) const { return Zel::keyedRead(*this, group_, key); }
 
-void Status::groupIs(Group::GroupKey const& key, bool value) {
+void Status::groupIs(const Group::GroupKey& key, bool value) {
   Zel::keyedIs<&Status::newGroup, &Status::groupNotify>(*this, group_, key, value);
 }
 
-bool Status::groupDel(Group::GroupKey const& key) {
+bool Status::groupDel(const Group::GroupKey& key) {
   return Zel::keyedDel<&Status::groupNotify>(*this, group_, key);
 }
 
@@ -112,11 +112,11 @@ void Status::groupDelAll() {
   Zel::collectionDelAll(group_, [this](GroupMap::Iterator& at) { groupDel(at); });
 }
 
-Zel::Ptr<Status::ZelGroup> Status::newGroup(Group::GroupKey const& key, bool value) {
+Zel::Ptr<Status::ZelGroup> Status::newGroup(const Group::GroupKey& key, bool value) {
   return Zel::keyedNew(group_, key, value);
 }
 
-void Status::groupNotify(Group::GroupKey const& key) {
+void Status::groupNotify(const Group::GroupKey& key) {
   Zel::notifyOwner(*this, Attr::group, [&](NotifieeConst& notifiee) { notifiee.onGroup(key); });
 }
 
@@ -147,15 +147,15 @@ void Status::historySizeIs(unsigned size) {
   Zel::singularIs<&NotifieeConst::onHistorySize>(*this, Attr::historySize, historySize_, size);
 }
 
-Zel::String8 Status::history(double const& time) const {
+Zel::String8 Status::history(const double& time) const {
   return Zel::keyedRead(*this, history_, time);
 }
 
-void Status::historyIs(double const& time, Zel::String8 text) {
+void Status::historyIs(const double& time, Zel::String8 text) {
   Zel::keyedIs<&Status::newHistory, &Status::historyNotify>(*this, history_, time, text);
 }
 
-Zel::String8 Status::historyDel(double const& time) {
+Zel::String8 Status::historyDel(const double& time) {
   return Zel::keyedDel<&Status::historyNotify>(*this, history_, time);
 }
 
@@ -167,11 +167,11 @@ void Status::historyDelAll() {
   Zel::collectionDelAll(history_, [this](HistoryMap::Iterator& at) { historyDel(at); });
 }
 
-Zel::Ptr<Status::ZelHistory> Status::newHistory(double const& time, Zel::String8 text) {
+Zel::Ptr<Status::ZelHistory> Status::newHistory(const double& time, Zel::String8 text) {
   return Zel::keyedNew(history_, time, text);
 }
 
-void Status::historyNotify(double const& time) {
+void Status::historyNotify(const double& time) {
   Zel::notifyOwner(*this, Attr::history,
                    [&](NotifieeConst& notifiee) { notifiee.onHistory(time); });
 }
@@ -186,7 +186,7 @@ void Status::maintExitInstanceIs(Zel::String8 name) {
                                                        maintExitInstance_, std::move(name));
 }
 
-void Status::aggTrafficRateIs(TrafficRates const& rates) {
+void Status::aggTrafficRateIs(const TrafficRates& rates) {
   Zel::singularIs<&NotifieeConst::onAggTrafficRate>(*this, Attr::aggTrafficRate, aggTrafficRate_,
                                                     rates);
 }
@@ -249,7 +249,7 @@ unsigned Status::genIdInc(unsigned by) {
 
 Status::NotifieeConst::~NotifieeConst() = default;
 void Status::NotifieeConst::onUnitType() {}
-void Status::NotifieeConst::onGroup(Group::GroupKey const& /*key*/) {}
+void Status::NotifieeConst::onGroup(const Group::GroupKey& /*key*/) {}
 void Status::NotifieeConst::onGroupzelImmediate() {}
 void Status::NotifieeConst::onGroup() {}
 void Status::NotifieeConst::onProfileName() {}
@@ -258,7 +258,7 @@ void Status::NotifieeConst::onReason() {}
 void Status::NotifieeConst::onTimeOfStateChange() {}
 void Status::NotifieeConst::onOnBootMaintExitTime() {}
 void Status::NotifieeConst::onHistorySize() {}
-void Status::NotifieeConst::onHistory(double const& /*time*/) {}
+void Status::NotifieeConst::onHistory(const double& /*time*/) {}
 void Status::NotifieeConst::onHistoryzelImmediate() {}
 void Status::NotifieeConst::onHistory() {}
 void Status::NotifieeConst::onMaintEnterInstance() {}

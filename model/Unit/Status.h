@@ -17,7 +17,7 @@ namespace Maintenance::Unit {
 class ZEL_API Status : public Zel::Entity {
 public:
   static constexpr std::string_view zelTypeName = "Maintenance::Unit::Status";
-  static Zel::TypeTable const& zelTable();
+  static const Zel::TypeTable& zelTable();
 
   class NotifieeConst;
   class Notifiee;
@@ -70,14 +70,14 @@ public:
   void unitTypeIs(UnitType type);
 
   /// The groups that the unit covers. A key that is there may hold true or false.
-  bool group(Group::GroupKey const& key) const;
-  void groupIs(Group::GroupKey const& key, bool value);
-  bool groupDel(Group::GroupKey const& key);
+  bool group(const Group::GroupKey& key) const;
+  void groupIs(const Group::GroupKey& key, bool value);
+  bool groupDel(const Group::GroupKey& key);
   bool groupDel(GroupMap::Iterator& at);
   void groupDelAll();
-  Zel::Ptr<ZelGroup> newGroup(Group::GroupKey const& key, bool value);
-  void groupNotify(Group::GroupKey const& key);
-  GroupMap const& groupMap() const noexcept { return group_; }
+  Zel::Ptr<ZelGroup> newGroup(const Group::GroupKey& key, bool value);
+  void groupNotify(const Group::GroupKey& key);
+  const GroupMap& groupMap() const noexcept { return group_; }
 
   /// The unit profile in force.
   Zel::String8 profileName() const noexcept { return Zel::read(*this, profileName_); }
@@ -105,15 +105,15 @@ public:
   void historySizeIs(unsigned size);
 
   /// Lines of text about events, by time in seconds, in ascending time.
-  Zel::String8 history(double const& time) const;
-  void historyIs(double const& time, Zel::String8 text);
-  Zel::String8 historyDel(double const& time);
+  Zel::String8 history(const double& time) const;
+  void historyIs(const double& time, Zel::String8 text);
+  Zel::String8 historyDel(const double& time);
   Zel::String8 historyDel(HistoryMap::Iterator& at);
   void historyDelAll();
   /// Adds a line; it takes the place of one of the same time. Counts and tells nothing.
-  Zel::Ptr<ZelHistory> newHistory(double const& time, Zel::String8 text);
-  void historyNotify(double const& time);
-  HistoryMap const& historyMap() const noexcept { return history_; }
+  Zel::Ptr<ZelHistory> newHistory(const double& time, Zel::String8 text);
+  void historyNotify(const double& time);
+  const HistoryMap& historyMap() const noexcept { return history_; }
 
   /// Instance names of the stage managers, text that is not interpreted (compare
   /// `StageMgrInstKey`).
@@ -123,8 +123,8 @@ public:
   void maintExitInstanceIs(Zel::String8 name);
 
   /// The aggregate traffic rate. A new sample with only a new time is a change.
-  TrafficRates const& aggTrafficRate() const noexcept { return Zel::read(*this, aggTrafficRate_); }
-  void aggTrafficRateIs(TrafficRates const& rates);
+  const TrafficRates& aggTrafficRate() const noexcept { return Zel::read(*this, aggTrafficRate_); }
+  void aggTrafficRateIs(const TrafficRates& rates);
 
   /// The interfaces over the traffic limit. A key that is there may hold true or false.
   bool intfsViolatingTrafficThreshold(Vexil::IntfId key) const;
@@ -135,7 +135,7 @@ public:
   Zel::Ptr<ZelIntfsViolatingTrafficThreshold> newIntfsViolatingTrafficThreshold(Vexil::IntfId key,
                                                                                 bool value);
   void intfsViolatingTrafficThresholdNotify(Vexil::IntfId key);
-  IntfsViolatingTrafficThresholdMap const& intfsViolatingTrafficThresholdMap() const noexcept {
+  const IntfsViolatingTrafficThresholdMap& intfsViolatingTrafficThresholdMap() const noexcept {
     return intfsViolatingTrafficThreshold_;
   }
 
@@ -196,7 +196,7 @@ protected:
 
 public:
   virtual void onUnitType();
-  virtual void onGroup(Group::GroupKey const& key);
+  virtual void onGroup(const Group::GroupKey& key);
   virtual void onGroupzelImmediate();
   virtual void onGroup();
   virtual void onProfileName();
@@ -205,7 +205,7 @@ public:
   virtual void onTimeOfStateChange();
   virtual void onOnBootMaintExitTime();
   virtual void onHistorySize();
-  virtual void onHistory(double const& time);
+  virtual void onHistory(const double& time);
   virtual void onHistoryzelImmediate();
   virtual void onHistory();
   virtual void onMaintEnterInstance();

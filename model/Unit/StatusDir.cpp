@@ -21,7 +21,7 @@ constexpr Zel::TypeTable table{
 
 } // namespace
 
-Zel::TypeTable const& StatusDir::zelTable() { return table; }
+const Zel::TypeTable& StatusDir::zelTable() { return table; }
 
 StatusDir::StatusDir(Zel::Name name) : Entity(std::move(name)) {}
 

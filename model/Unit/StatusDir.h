@@ -14,7 +14,7 @@ namespace Maintenance::Unit {
 class ZEL_API StatusDir : public Zel::Entity {
 public:
   static constexpr std::string_view zelTypeName = "Maintenance::Unit::StatusDir";
-  static Zel::TypeTable const& zelTable();
+  static const Zel::TypeTable& zelTable();
 
   class NotifieeConst;
   class Notifiee;
@@ -42,7 +42,7 @@ public:
   /// Tells the notifiees of a unit without any change.
   void statusNotify(Zel::Name unit);
   /// The collection itself, for iteration.
-  StatusMap const& statusMap() const noexcept { return status_; }
+  const StatusMap& statusMap() const noexcept { return status_; }
 
   void zeroReferencesIs(bool zero) override;
   Zel::String8 attributeString(Zel::AttributeId id) const override;

@@ -22,6 +22,6 @@ constexpr Zel::TypeTable table{
 
 } // namespace
 
-Zel::TypeTable const& TrafficRates::zelTable() { return table; }
+const Zel::TypeTable& TrafficRates::zelTable() { return table; }
 
 } // namespace Maintenance::Unit

@@ -9,7 +9,7 @@ namespace Maintenance::Unit {
 class ZEL_API TrafficRates {
 public:
   static constexpr std::string_view zelTypeName = "Maintenance::Unit::TrafficRates";
-  static Zel::TypeTable const& zelTable();
+  static const Zel::TypeTable& zelTable();
 
   struct Attr {
     static constexpr Zel::AttributeId outBitsRate = 2;
@@ -30,7 +30,7 @@ public:
   void statsUpdateTimeIs(double time) noexcept { statsUpdateTime_ = time; }
 
   /// All three equal; a NaN time makes two samples unequal.
-  friend bool operator==(TrafficRates const& a, TrafficRates const& b) noexcept = default;
+  friend bool operator==(const TrafficRates& a, const TrafficRates& b) noexcept = default;
 
 private:
   unsigned long long outBitsRate_ = 0;

@@ -22,22 +22,22 @@ using Maintenance::Unit::statusFactory;
 using Zel::Ptr;
 using Zel::String8;
 
-ProfileKey bgp(char const* name) { return {Maintenance::Profile::profileTypeBgp, name}; }
-Group::GroupKey group(char const* name) { return {Group::groupTypeBgp, name}; }
+ProfileKey bgp(const char* name) { return {Maintenance::Profile::profileTypeBgp, name}; }
+Group::GroupKey group(const char* name) { return {Group::groupTypeBgp, name}; }
 
 /// Hears the groups and the history of a unit.
 struct Listener : Status::Notifiee {
-  void onGroup(Group::GroupKey const& key) override {
+  void onGroup(const Group::GroupKey& key) override {
     groups.push_back(key.name());
     if (onCall) {
       onCall(key);
     }
   }
-  void onHistory(double const& time) override { times.push_back(time); }
+  void onHistory(const double& time) override { times.push_back(time); }
 
   std::vector<String8> groups;
   std::vector<double> times;
-  std::function<void(Group::GroupKey const&)> onCall;
+  std::function<void(const Group::GroupKey&)> onCall;
 };
 
 struct KeyedCollections : testing::Test {
@@ -45,8 +45,8 @@ struct KeyedCollections : testing::Test {
     listener->isRegisteredNotifieeIs(true);
     listener->notifierIs(unit);
   }
-  Ptr<Status> const unit = statusFactory("unit");
-  Ptr<Listener> const listener = Zel::makeObject<Listener>();
+  const Ptr<Status> unit = statusFactory("unit");
+  const Ptr<Listener> listener = Zel::makeObject<Listener>();
 };
 
 TEST_F(KeyedCollections, AnEqualValueIsSilent) {
@@ -78,14 +78,14 @@ TEST_F(KeyedCollections, DeletionYieldsTheValueAndTellsOnce) {
 
 TEST_F(KeyedCollections, DeletingAllTellsEachKeyInIterationOrder) {
   std::vector<String8> order;
-  for (char const* const name : {"a", "b", "c", "d", "e"}) {
+  for (const char* const name : {"a", "b", "c", "d", "e"}) {
     unit->groupIs(group(name), true);
   }
   for (Status::GroupMap::IteratorConst at(unit->groupMap()); at; at.advance()) {
     order.push_back(at->zelKey().name());
   }
   listener->groups.clear();
-  unsigned const version = unit->versionCounter();
+  const unsigned version = unit->versionCounter();
   unit->groupDelAll();
   EXPECT_EQ(listener->groups, order);
   EXPECT_EQ(unit->versionCounter(), version + 5);
@@ -96,14 +96,14 @@ TEST_F(KeyedCollections, DeletingAllTellsEachKeyInIterationOrder) {
 
 TEST_F(KeyedCollections, ANotifieeMayDeleteTheNextKeyWhileAllAreDeleted) {
   std::vector<String8> order;
-  for (char const* const name : {"a", "b", "c", "d", "e"}) {
+  for (const char* const name : {"a", "b", "c", "d", "e"}) {
     unit->groupIs(group(name), true);
   }
   for (Status::GroupMap::IteratorConst at(unit->groupMap()); at; at.advance()) {
     order.push_back(at->zelKey().name());
   }
   listener->groups.clear();
-  listener->onCall = [&](Group::GroupKey const& key) {
+  listener->onCall = [&](const Group::GroupKey& key) {
     if (key.name() == order[1]) {
       listener->onCall = nullptr;
       unit->groupDel(Group::GroupKey(Group::groupTypeBgp, order[2]));
@@ -115,7 +115,7 @@ TEST_F(KeyedCollections, ANotifieeMayDeleteTheNextKeyWhileAllAreDeleted) {
 }
 
 TEST_F(KeyedCollections, ANotifieeMayDeleteTheEntryItIsToldOf) {
-  listener->onCall = [&](Group::GroupKey const& key) {
+  listener->onCall = [&](const Group::GroupKey& key) {
     listener->onCall = nullptr;
     unit->groupDel(key);
   };
@@ -126,7 +126,7 @@ TEST_F(KeyedCollections, ANotifieeMayDeleteTheEntryItIsToldOf) {
 }
 
 TEST_F(KeyedCollections, AMemberDeletedUnderAnIteratorGivesWayToTheNextInOrder) {
-  for (char const* const name : {"a", "b", "c", "d", "e"}) {
+  for (const char* const name : {"a", "b", "c", "d", "e"}) {
     unit->groupIs(group(name), true);
   }
   std::vector<String8> order;
@@ -153,7 +153,7 @@ TEST_F(KeyedCollections, ADeletedMemberIsNotDeletedAgainThroughItsIterator) {
   unit->groupIs(group("a"), true);
   Status::GroupMap::Iterator at(unit->groupMap());
   EXPECT_TRUE(unit->groupDel(at));
-  unsigned const version = unit->versionCounter();
+  const unsigned version = unit->versionCounter();
   EXPECT_FALSE(unit->groupDel(at));
   unit->groupIs(group("a"), true);
   EXPECT_FALSE(unit->groupDel(at));
@@ -169,7 +169,7 @@ TEST_F(KeyedCollections, AnnouncingAKeyCountsNothing) {
 }
 
 TEST_F(KeyedCollections, MakingAnEntryByHandCountsAndTellsNothing) {
-  auto const entry = unit->newGroup(group("a"), true);
+  const auto entry = unit->newGroup(group("a"), true);
   EXPECT_EQ(entry->references(), 2U);
   EXPECT_EQ(unit->versionCounter(), 0U);
   EXPECT_EQ(listener->groups.size(), 0U);
@@ -186,24 +186,24 @@ TEST_F(KeyedCollections, ReadsCountWhetherTheKeyIsThereOrNot) {
 }
 
 TEST(InstantiatingCollections, ASecondInsertionCountsAndTellsNobody) {
-  auto const profiles = configDirFactory("profiles");
+  const auto profiles = configDirFactory("profiles");
   struct Silent : ConfigDir::Notifiee {
-    void onConfig(ProfileKey const& /*key*/) override { ++calls; }
+    void onConfig(const ProfileKey& /*key*/) override { ++calls; }
     int calls = 0;
   };
-  auto const silent = Zel::makeObject<Silent>();
+  const auto silent = Zel::makeObject<Silent>();
   silent->isRegisteredNotifieeIs(true);
   silent->notifierIs(profiles);
-  auto const first = profiles->configIs(bgp("a"));
-  auto const second = profiles->configIs(bgp("a"));
+  const auto first = profiles->configIs(bgp("a"));
+  const auto second = profiles->configIs(bgp("a"));
   EXPECT_EQ(first, second);
   EXPECT_EQ(profiles->versionCounter(), 2U);
   EXPECT_EQ(silent->calls, 1);
 }
 
 TEST(InstantiatingCollections, ADuplicateByHandChangesNothing) {
-  auto const profiles = configDirFactory("profiles");
-  auto const old = profiles->newConfig(bgp("a"));
+  const auto profiles = configDirFactory("profiles");
+  const auto old = profiles->newConfig(bgp("a"));
   EXPECT_THROW(profiles->newConfig(bgp("a")), Zel::NameInUseException);
   EXPECT_EQ(profiles->config(bgp("a")), old);
   EXPECT_EQ(profiles->configMap().count(), 1U);
@@ -212,7 +212,7 @@ TEST(InstantiatingCollections, ADuplicateByHandChangesNothing) {
 }
 
 TEST(InstantiatingCollections, AMemberThatLeftPinsNothing) {
-  auto const profiles = configDirFactory("profiles");
+  const auto profiles = configDirFactory("profiles");
   std::vector<Ptr<Maintenance::Profile::Config>> all;
   for (int i = 0; i < 100; ++i) {
     all.push_back(profiles->newConfig(bgp(std::to_string(i).c_str())));
@@ -225,8 +225,8 @@ TEST(InstantiatingCollections, AMemberThatLeftPinsNothing) {
 }
 
 TEST(OrderedCollections, IterateInAscendingOrder) {
-  auto const unit = statusFactory("unit");
-  for (double const time : {2.0, 1.0, 3.0}) {
+  const auto unit = statusFactory("unit");
+  for (const double time : {2.0, 1.0, 3.0}) {
     unit->historyIs(time, "x");
   }
   std::vector<double> times;
@@ -237,11 +237,11 @@ TEST(OrderedCollections, IterateInAscendingOrder) {
 }
 
 TEST(OrderedCollections, AnIteratorStandsOnTheKeyOrTheNextGreater) {
-  auto const unit = statusFactory("unit");
-  for (double const time : {1.0, 2.0, 4.0}) {
+  const auto unit = statusFactory("unit");
+  for (const double time : {1.0, 2.0, 4.0}) {
     unit->historyIs(time, "x");
   }
-  auto const at = [&](double key) {
+  const auto at = [&](double key) {
     Status::HistoryMap::IteratorConst found(unit->historyMap(), key);
     return found ? found->zelKey() : -1.0;
   };
@@ -252,10 +252,10 @@ TEST(OrderedCollections, AnIteratorStandsOnTheKeyOrTheNextGreater) {
 }
 
 TEST(OrderedCollections, AnEntryByHandTakesThePlaceOfTheOld) {
-  auto const unit = statusFactory("unit");
+  const auto unit = statusFactory("unit");
   unit->historyIs(1.0, "old");
-  unsigned const version = unit->historyMap().treeVersion();
-  auto const old = Status::HistoryMap::Iterator(unit->historyMap()).ptr();
+  const unsigned version = unit->historyMap().treeVersion();
+  const auto old = Status::HistoryMap::Iterator(unit->historyMap()).ptr();
   unit->newHistory(1.0, "new");
   EXPECT_EQ(unit->history(1.0), String8("new"));
   EXPECT_EQ(unit->historyMap().count(), 1U);
@@ -265,7 +265,7 @@ TEST(OrderedCollections, AnEntryByHandTakesThePlaceOfTheOld) {
 }
 
 TEST(OrderedCollections, StartWithVersionOne) {
-  auto const unit = statusFactory("unit");
+  const auto unit = statusFactory("unit");
   EXPECT_EQ(unit->historyMap().treeVersion(), 1U);
   unit->historyIs(1.0, "x");
   EXPECT_EQ(unit->historyMap().treeVersion(), 2U);
@@ -274,7 +274,7 @@ TEST(OrderedCollections, StartWithVersionOne) {
 }
 
 TEST(OrderedCollections, AFinishedIteratorStaysAtTheEnd) {
-  auto const unit = statusFactory("unit");
+  const auto unit = statusFactory("unit");
   unit->historyIs(1.0, "x");
   Status::HistoryMap::IteratorConst at(unit->historyMap());
   at.advance();
@@ -284,8 +284,8 @@ TEST(OrderedCollections, AFinishedIteratorStaysAtTheEnd) {
 }
 
 TEST(OrderedCollections, NotANumberIsAddedButNeverFound) {
-  auto const unit = statusFactory("unit");
-  double const nan = std::numeric_limits<double>::quiet_NaN();
+  const auto unit = statusFactory("unit");
+  const double nan = std::numeric_limits<double>::quiet_NaN();
   unit->historyIs(nan, "a");
   unit->historyIs(nan, "b");
   unit->historyIs(1.0, "c");
@@ -316,8 +316,8 @@ TEST(HashMaps, AnEnumerationIsSpreadByItsReversedNumber) {
 }
 
 TEST(HashMaps, AllocateAtTheFirstInsertionAndDoubleWhenFull) {
-  auto const profiles = configDirFactory("profiles");
-  auto const& map = profiles->configMap();
+  const auto profiles = configDirFactory("profiles");
+  const auto& map = profiles->configMap();
   EXPECT_EQ(map.buckets(), 0U);
   for (int i = 0; i < 16; ++i) {
     profiles->configIs(bgp(std::to_string(i).c_str()));
@@ -329,7 +329,7 @@ TEST(HashMaps, AllocateAtTheFirstInsertionAndDoubleWhenFull) {
 }
 
 TEST(HashMaps, AnIteratorStartedAtAKeyStandsOnItAndOneBehindTheLastIsAtTheEnd) {
-  auto const profiles = configDirFactory("profiles");
+  const auto profiles = configDirFactory("profiles");
   ProfileKey last;
   for (int i = 0; i < 50; ++i) {
     profiles->configIs(bgp(std::to_string(i).c_str()));
@@ -342,14 +342,14 @@ TEST(HashMaps, AnIteratorStartedAtAKeyStandsOnItAndOneBehindTheLastIsAtTheEnd) {
   const ConfigDir::ConfigMap::IteratorConst behind(profiles->configMap(), last);
   EXPECT_FALSE(behind);
   EXPECT_EQ(behind.version(), 0U);
-  auto const empty = configDirFactory("empty");
+  const auto empty = configDirFactory("empty");
   EXPECT_FALSE(ConfigDir::ConfigMap::IteratorConst(empty->configMap(), last));
   EXPECT_EQ(ConfigDir::ConfigMap::IteratorConst(empty->configMap()).bucket(), -1);
 }
 
 TEST(HashMaps, HaveOneVtableForEachTypeInTheProcess) {
   // The library's object, seen through a map that it made, is the one that this program gets.
-  Zel::HashMapVTableGeneric const* const own = ConfigDir::ConfigMap::zelVTable();
+  const Zel::HashMapVTableGeneric* const own = ConfigDir::ConfigMap::zelVTable();
   EXPECT_EQ(own, configDirFactory("profiles")->configMap().vtable());
   EXPECT_EQ(own, configDirFactory("others")->configMap().vtable());
   EXPECT_NE(own, statusFactory("unit")->groupMap().vtable());

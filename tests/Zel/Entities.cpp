@@ -15,12 +15,12 @@ using Zel::String8;
 
 struct Plain : Entity {
   explicit Plain(Name name) : Entity(std::move(name)) {}
-  void handleParent(Ptr<Entity> const& parent) override { handled.push_back(parent.ptr()); }
+  void handleParent(const Ptr<Entity>& parent) override { handled.push_back(parent.ptr()); }
   std::vector<Entity*> handled;
 };
 
 TEST(Entities, StartWithCountersAtZeroAndNoParent) {
-  auto const entity = Zel::makeObject<Plain>("name");
+  const auto entity = Zel::makeObject<Plain>("name");
   EXPECT_EQ(entity->name(), Name("name"));
   EXPECT_EQ(entity->versionCounter(), 0U);
   EXPECT_EQ(entity->readCounter(), 0U);
@@ -31,8 +31,8 @@ TEST(Entities, StartWithCountersAtZeroAndNoParent) {
 }
 
 TEST(Entities, HoldTheirParentWithoutACount) {
-  auto const parent = Zel::makeObject<Plain>("parent");
-  auto const child = Zel::makeObject<Plain>("child");
+  const auto parent = Zel::makeObject<Plain>("parent");
+  const auto child = Zel::makeObject<Plain>("child");
   child->parentIs(parent);
   EXPECT_EQ(parent->references(), 1U);
   EXPECT_EQ(child->parent(), parent);
@@ -43,22 +43,22 @@ TEST(Entities, HoldTheirParentWithoutACount) {
 }
 
 TEST(Entities, KnowTheirPath) {
-  auto const units = Maintenance::Unit::statusDirFactory("units");
-  Ptr<Maintenance::Unit::Status> const unit = units->statusIs("slot/3%");
+  const auto units = Maintenance::Unit::statusDirFactory("units");
+  const Ptr<Maintenance::Unit::Status> unit = units->statusIs("slot/3%");
   EXPECT_EQ(unit->fullName(), String8("units/slot/3%"));
   EXPECT_EQ(unit->uriPath(), Zel::EntityUriPath("/units/status/slot%2F3%25"));
   EXPECT_EQ(units->uriPath(), Zel::EntityUriPath("/units"));
 }
 
 TEST(Entities, NameTheFrameworksAttributes) {
-  auto const entity = Zel::makeObject<Plain>("name");
+  const auto entity = Zel::makeObject<Plain>("name");
   EXPECT_EQ(entity->attributeString(0), String8("fwkKey"));
   EXPECT_EQ(entity->attributeString(154), String8("zelHasAttrLogInterface"));
   EXPECT_EQ(entity->attributeString(258), String8("unknown"));
 }
 
 TEST(Entities, HaveNoAdaptersByThemselves) {
-  auto const entity = Zel::makeObject<Plain>("name");
+  const auto entity = Zel::makeObject<Plain>("name");
   EXPECT_FALSE(entity->zelHasAttrLogInterface());
   EXPECT_FALSE(entity->zelNboAttrLogSaForMsgChannel(nullptr));
 }
@@ -77,7 +77,7 @@ TEST(Entities, HaveTheirVirtualOperationsInOrder) {
   EXPECT_EQ(slotOf(&Entity::attributeString), 16);
   EXPECT_EQ(slotOf(&Entity::zelNotifieeAdapterIs), 17);
   EXPECT_EQ(slotOf(&Entity::handleParent), 18);
-  using Out = Ptr<const Zel::NboAttrLog::Out> const&;
+  using Out = const Ptr<const Zel::NboAttrLog::Out>&;
   using Adapter = Entity::ZelNboAttrLogSa;
   EXPECT_EQ(slotOf<Ptr<const Adapter> (Entity::*)(Out) const>(&Entity::zelNboAttrLogSa), 19);
   EXPECT_EQ(slotOf(&Entity::zelHasAttrLogInterface), 20);

@@ -45,7 +45,7 @@ void expectThrown(Throw&& raise) {
   try {
     raise();
     FAIL() << "nothing thrown";
-  } catch (Failure const& failure) {
+  } catch (const Failure& failure) {
     EXPECT_EQ(failure.message(), String8("text"));
   }
 }
@@ -89,7 +89,7 @@ struct Trace : testing::Test {
 
   /// Runs a trace point of level 5 and yields how many flags it looked at.
   unsigned point(Zel::TraceFacility& facility) {
-    unsigned const before = facility.reads();
+    const unsigned before = facility.reads();
     Zel::tracePoint(&facility, 5, "Mapping", 23, "winningProfile", [&](std::ostream& text) {
       ++built;
       text << 1.0 / 3.0;

@@ -22,16 +22,16 @@ using Support::Recorder;
 using Zel::Ptr;
 
 struct Notification : testing::Test {
-  Ptr<DefaultProfile> const profile = defaultProfileFactory("default");
+  const Ptr<DefaultProfile> profile = defaultProfileFactory("default");
   Log log;
 };
 
 TEST_F(Notification, AnEqualValueCountsNothingAndCallsNobody) {
-  auto const listener = listen(profile, "a", log);
+  const auto listener = listen(profile, "a", log);
   profile->profileNameIs("x");
   log.clear();
-  unsigned const version = profile->versionCounter();
-  unsigned const reads = profile->readCounter();
+  const unsigned version = profile->versionCounter();
+  const unsigned reads = profile->readCounter();
   profile->profileNameIs("x");
   EXPECT_EQ(profile->versionCounter(), version);
   EXPECT_EQ(profile->readCounter(), reads);
@@ -39,7 +39,7 @@ TEST_F(Notification, AnEqualValueCountsNothingAndCallsNobody) {
 }
 
 TEST_F(Notification, ASelfAssignmentDoesNothing) {
-  auto const listener = listen(profile, "a", log);
+  const auto listener = listen(profile, "a", log);
   profile->profileNameIs("x");
   log.clear();
   profile->profileNameIs(profile->profileName());
@@ -48,16 +48,16 @@ TEST_F(Notification, ASelfAssignmentDoesNothing) {
 }
 
 TEST_F(Notification, IncrementByZeroReadsAndTellsNobody) {
-  auto const unit = statusFactory("unit");
+  const auto unit = statusFactory("unit");
   unit->genIdIs(7);
   struct Loud : Status::Notifiee {
     void onGenId() override { FAIL() << "called"; }
   };
-  auto const loud = Zel::makeObject<Loud>();
+  const auto loud = Zel::makeObject<Loud>();
   loud->isRegisteredNotifieeIs(true);
   loud->notifierIs(unit);
-  unsigned const version = unit->versionCounter();
-  unsigned const reads = unit->readCounter();
+  const unsigned version = unit->versionCounter();
+  const unsigned reads = unit->readCounter();
   EXPECT_EQ(unit->genIdInc(0), 7U);
   EXPECT_EQ(unit->readCounter(), reads + 1);
   EXPECT_EQ(unit->versionCounter(), version);
@@ -70,8 +70,8 @@ TEST_F(Notification, AChangeWithoutNotifieesCountsOneVersion) {
 }
 
 TEST_F(Notification, AThrowingNotifieeIsToldAndTheNextIsCalled) {
-  auto const first = listen(profile, "a", log);
-  auto const second = listen(profile, "b", log);
+  const auto first = listen(profile, "a", log);
+  const auto second = listen(profile, "b", log);
   first->onCall = [] { throw std::runtime_error("refused"); };
   profile->profileNameIs("x");
   EXPECT_EQ(log, (Log{"a", "a exception 259", "b"}));
@@ -80,15 +80,15 @@ TEST_F(Notification, AThrowingNotifieeIsToldAndTheNextIsCalled) {
 }
 
 TEST_F(Notification, AnythingThrownIsCaught) {
-  auto const first = listen(profile, "a", log);
+  const auto first = listen(profile, "a", log);
   first->onCall = [] { throw 42; };
   profile->profileNameIs("x");
   EXPECT_EQ(log, (Log{"a", "a exception 259"}));
 }
 
 TEST_F(Notification, AnExceptionFromTheExceptionHandlerLeavesTheMutator) {
-  auto const first = listen(profile, "a", log);
-  auto const second = listen(profile, "b", log);
+  const auto first = listen(profile, "a", log);
+  const auto second = listen(profile, "b", log);
   first->onCall = [] { throw 1; };
   first->onException = [] { throw std::runtime_error("twice"); };
   EXPECT_THROW(profile->profileNameIs("x"), std::runtime_error);
@@ -98,7 +98,7 @@ TEST_F(Notification, AnExceptionFromTheExceptionHandlerLeavesTheMutator) {
 }
 
 TEST_F(Notification, CallbacksAreExpectedToThrowAndTheHandlerIsNot) {
-  auto const first = listen(profile, "a", log);
+  const auto first = listen(profile, "a", log);
   first->onCall = [&] {
     log.push_back(Zel::Expect::expects(0) ? "expected" : "unexpected");
     throw 1;
@@ -109,9 +109,9 @@ TEST_F(Notification, CallbacksAreExpectedToThrowAndTheHandlerIsNot) {
 }
 
 TEST_F(Notification, ALaterNotifieeWithoutAnotherOwnerIsSkippedAndReleased) {
-  auto const first = listen(profile, "a", log);
+  const auto first = listen(profile, "a", log);
   auto second = listen(profile, "b", log);
-  auto const third = listen(profile, "c", log);
+  const auto third = listen(profile, "c", log);
   first->onCall = [&] {
     second->isRegisteredNotifieeIs(false);
     second = nullptr;
@@ -121,8 +121,8 @@ TEST_F(Notification, ALaterNotifieeWithoutAnotherOwnerIsSkippedAndReleased) {
 }
 
 TEST_F(Notification, ALaterNotifieeWithAnotherOwnerIsStillCalled) {
-  auto const first = listen(profile, "a", log);
-  auto const second = listen(profile, "b", log);
+  const auto first = listen(profile, "a", log);
+  const auto second = listen(profile, "b", log);
   first->onCall = [&] { second->isRegisteredNotifieeIs(false); };
   profile->profileNameIs("x");
   EXPECT_EQ(log, (Log{"a", "b"}));
@@ -131,7 +131,7 @@ TEST_F(Notification, ALaterNotifieeWithAnotherOwnerIsStillCalled) {
 }
 
 TEST_F(Notification, TheFirstIsCalledEvenIfOnlyTheLoopHoldsIt) {
-  auto const loud = listen(profile, "a", log);
+  const auto loud = listen(profile, "a", log);
   Zel::notifyAll(profile->zelNotifieeList(), 259, [&](DefaultProfile::NotifieeConst& notifiee) {
     EXPECT_EQ(notifiee.references(), 2U);
     notifiee.onProfileName();
@@ -152,7 +152,7 @@ TEST_F(Notification, ANotifieeThatDropsItselfIsKeptUntilItsCallbackEnds) {
 
 TEST_F(Notification, ANotifieeRegisteredFromACallbackHearsNothingOfThisChange) {
   Ptr<Recorder> late;
-  auto const first = listen(profile, "a", log);
+  const auto first = listen(profile, "a", log);
   first->onCall = [&] {
     if (!late) {
       late = listen(profile, "late", log);
@@ -165,8 +165,8 @@ TEST_F(Notification, ANotifieeRegisteredFromACallbackHearsNothingOfThisChange) {
 }
 
 TEST_F(Notification, ANestedChangeRunsALoopOfItsOwn) {
-  auto const first = listen(profile, "a", log);
-  auto const second = listen(profile, "b", log);
+  const auto first = listen(profile, "a", log);
+  const auto second = listen(profile, "b", log);
   first->onCall = [&] { profile->profileNameIs("y"); };
   second->onCall = [&] { log.push_back(std::string(profile->profileName().view())); };
   profile->profileNameIs("x");
@@ -175,11 +175,11 @@ TEST_F(Notification, ANestedChangeRunsALoopOfItsOwn) {
 }
 
 TEST_F(Notification, AStreamAdapterRegisteredLastIsCalledFirst) {
-  auto const a = listen(profile, "a", log);
-  auto const b = listen(profile, "b", log);
-  auto const c = listen(profile, "c", log);
-  auto const m = Support::mirror(profile, "m", log);
-  auto const n = Support::mirror(profile, "n", log);
+  const auto a = listen(profile, "a", log);
+  const auto b = listen(profile, "b", log);
+  const auto c = listen(profile, "c", log);
+  const auto m = Support::mirror(profile, "m", log);
+  const auto n = Support::mirror(profile, "n", log);
   profile->profileNameIs("x");
   EXPECT_EQ(log, (Log{"n", "m", "a", "b", "c"}));
 }
@@ -200,11 +200,11 @@ TEST_F(Notification, ADoubleSetToNanTwiceNotifiesTwice) {
     void onTimeOfStateChange() override { ++calls; }
     int calls = 0;
   };
-  auto const unit = statusFactory("unit");
-  auto const counter = Zel::makeObject<Counter>();
+  const auto unit = statusFactory("unit");
+  const auto counter = Zel::makeObject<Counter>();
   counter->isRegisteredNotifieeIs(true);
   counter->notifierIs(unit);
-  double const nan = std::numeric_limits<double>::quiet_NaN();
+  const double nan = std::numeric_limits<double>::quiet_NaN();
   unit->timeOfStateChangeIs(nan);
   unit->timeOfStateChangeIs(nan);
   EXPECT_EQ(counter->calls, 2);
@@ -225,7 +225,7 @@ TEST_F(Notification, ZeroReferencesTellTheNotifieesWhileTheEntityIsWhole) {
     }
     Zel::String8 seen;
   };
-  auto const weak = Zel::makeObject<Weak>("w", order);
+  const auto weak = Zel::makeObject<Weak>("w", order);
   weak->isRegisteredNotifieeIs(true);
   weak->notifierIs(Ptr<DefaultProfile>(raw));
   weak->isWeakReferenceIs(true);

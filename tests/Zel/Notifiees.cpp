@@ -21,7 +21,7 @@ using Base = Zel::PtrInterface::NotifieeConst;
 using Flags = Base::Zel_BitSet;
 
 struct Notifiees : testing::Test {
-  Ptr<DefaultProfile> const profile = defaultProfileFactory("default");
+  const Ptr<DefaultProfile> profile = defaultProfileFactory("default");
   Log log;
 
   Log heard() {
@@ -32,7 +32,7 @@ struct Notifiees : testing::Test {
 };
 
 TEST_F(Notifiees, AreBornActiveUnregisteredAndMarkedAsTyped) {
-  auto const notifiee = Zel::makeObject<Recorder>("a", log);
+  const auto notifiee = Zel::makeObject<Recorder>("a", log);
   EXPECT_EQ(notifiee->referenceWord(), 0x20000001U);
   EXPECT_EQ(notifiee->references(), 1U);
   EXPECT_EQ(notifiee->zel_bitSet(), Flags(0x4000000));
@@ -44,7 +44,7 @@ TEST_F(Notifiees, AreBornActiveUnregisteredAndMarkedAsTyped) {
 }
 
 TEST_F(Notifiees, StandInTheListWithANotifierAndRegistrationInEitherOrder) {
-  auto const first = Zel::makeObject<Recorder>("a", log);
+  const auto first = Zel::makeObject<Recorder>("a", log);
   first->notifierIs(profile);
   EXPECT_EQ(heard(), Log{});
   first->isRegisteredNotifieeIs(true);
@@ -76,11 +76,11 @@ TEST_F(Notifiees, CountListVersionsForEachJoinAndLeave) {
 
 TEST_F(Notifiees, HoldTheirNotifierUnlessTheyAreWeak) {
   EXPECT_EQ(profile->references(), 1U);
-  auto const notifiee = listen(profile, "a", log);
+  const auto notifiee = listen(profile, "a", log);
   EXPECT_EQ(profile->references(), 2U);
   notifiee->isWeakReferenceIs(true);
   EXPECT_EQ(profile->references(), 1U);
-  auto const other = defaultProfileFactory("other");
+  const auto other = defaultProfileFactory("other");
   notifiee->notifierIs(other);
   EXPECT_EQ(profile->references(), 1U);
   EXPECT_EQ(other->references(), 1U);
@@ -92,7 +92,7 @@ TEST_F(Notifiees, HoldTheirNotifierUnlessTheyAreWeak) {
 
 TEST_F(Notifiees, AWeakOneThatDiesLeavesTheCountAlone) {
   {
-    auto const notifiee = listen(profile, "a", log);
+    const auto notifiee = listen(profile, "a", log);
     notifiee->isWeakReferenceIs(true);
   }
   EXPECT_EQ(profile->references(), 1U);
@@ -100,9 +100,9 @@ TEST_F(Notifiees, AWeakOneThatDiesLeavesTheCountAlone) {
 }
 
 TEST_F(Notifiees, AWeakOneIsLeftWithoutANotifierThatDies) {
-  auto const notifiee = Zel::makeObject<Recorder>("a", log);
+  const auto notifiee = Zel::makeObject<Recorder>("a", log);
   {
-    auto const dying = defaultProfileFactory("dying");
+    const auto dying = defaultProfileFactory("dying");
     notifiee->isRegisteredNotifieeIs(true);
     notifiee->notifierIs(dying);
     notifiee->isWeakReferenceIs(true);
@@ -114,9 +114,9 @@ TEST_F(Notifiees, AWeakOneIsLeftWithoutANotifierThatDies) {
 }
 
 TEST_F(Notifiees, OffAndOnMovesFromTheMiddleToTheTail) {
-  auto const a = listen(profile, "a", log);
-  auto const b = listen(profile, "b", log);
-  auto const c = listen(profile, "c", log);
+  const auto a = listen(profile, "a", log);
+  const auto b = listen(profile, "b", log);
+  const auto c = listen(profile, "c", log);
   b->hasNotificationActiveIs(false);
   EXPECT_TRUE(b->zel_bitSet().has(Flags::registeredBit));
   EXPECT_EQ(heard(), (Log{"a", "c"}));
@@ -126,9 +126,9 @@ TEST_F(Notifiees, OffAndOnMovesFromTheMiddleToTheTail) {
 }
 
 TEST_F(Notifiees, OffAndOnMovesAStreamAdapterToTheHead) {
-  auto const m = Support::mirror(profile, "m", log);
-  auto const n = Support::mirror(profile, "n", log);
-  auto const a = listen(profile, "a", log);
+  const auto m = Support::mirror(profile, "m", log);
+  const auto n = Support::mirror(profile, "n", log);
+  const auto a = listen(profile, "a", log);
   EXPECT_EQ(heard(), (Log{"n", "m", "a"}));
   m->hasNotificationActiveIs(false);
   m->hasNotificationActiveIs(true);
@@ -136,7 +136,7 @@ TEST_F(Notifiees, OffAndOnMovesAStreamAdapterToTheHead) {
 }
 
 TEST_F(Notifiees, OffAndOnLeavesAnUnregisteredOneUnregistered) {
-  auto const notifiee = Zel::makeObject<Recorder>("a", log);
+  const auto notifiee = Zel::makeObject<Recorder>("a", log);
   notifiee->notifierIs(profile);
   notifiee->hasNotificationActiveIs(false);
   EXPECT_FALSE(notifiee->zel_bitSet().has(Flags::registeredBit));
@@ -146,7 +146,7 @@ TEST_F(Notifiees, OffAndOnLeavesAnUnregisteredOneUnregistered) {
 }
 
 TEST_F(Notifiees, ANotifierOfAnotherTypeCountsAsNull) {
-  auto const notifiee = listen(profile, "a", log);
+  const auto notifiee = listen(profile, "a", log);
   notifiee->notifierIs(Maintenance::Unit::statusFactory("unit"));
   EXPECT_FALSE(notifiee->notifier());
   EXPECT_EQ(profile->references(), 1U);
@@ -154,14 +154,14 @@ TEST_F(Notifiees, ANotifierOfAnotherTypeCountsAsNull) {
 }
 
 TEST_F(Notifiees, OneMarkedForDeletionStaysInTheListUntilItLeavesByItself) {
-  auto const notifiee = listen(profile, "a", log);
+  const auto notifiee = listen(profile, "a", log);
   notifiee->zelMarkedForDeletionIs(true);
   notifiee->isRegisteredNotifieeIs(false);
   EXPECT_EQ(profile->zelNotifieeList().count(), 0U);
 }
 
 TEST_F(Notifiees, ReactForThemselves) {
-  auto const notifiee = Zel::makeObject<Recorder>("a", log);
+  const auto notifiee = Zel::makeObject<Recorder>("a", log);
   EXPECT_EQ(notifiee->zelReactor(), notifiee);
   EXPECT_EQ(notifiee->zelRawReactor(), notifiee.ptr());
   EXPECT_FALSE(notifiee->isStreamAdapter());
@@ -169,7 +169,7 @@ TEST_F(Notifiees, ReactForThemselves) {
 }
 
 TEST_F(Notifiees, DeferNothing) {
-  auto const notifiee = Zel::makeObject<Recorder>("a", log);
+  const auto notifiee = Zel::makeObject<Recorder>("a", log);
   unsigned char pending = 3;
   EXPECT_FALSE(notifiee->zelOnAttribute(259, &pending));
   EXPECT_EQ(pending, 3);
@@ -196,8 +196,8 @@ TEST(NotifieeExceptions, AreTracedByTheBase) {
   struct Thrower : DefaultProfile::Notifiee {
     void onProfileName() override { throw std::runtime_error("refused"); }
   };
-  auto const profile = defaultProfileFactory("default");
-  auto const thrower = Zel::makeObject<Thrower>();
+  const auto profile = defaultProfileFactory("default");
+  const auto thrower = Zel::makeObject<Thrower>();
   thrower->isRegisteredNotifieeIs(true);
   thrower->notifierIs(profile);
   profile->profileNameIs("x");
@@ -228,7 +228,7 @@ TEST(NotifieeSlots, StandInTheirOrder) {
   EXPECT_EQ(slotOf(&Base::onZeroReferences), 23);
   EXPECT_EQ(slotOf(&Base::activityPtr), 24);
   EXPECT_EQ(slotOf<Zel::ActivitySm* (Base::*)()>(&Base::zelFwkActivity), 25);
-  EXPECT_EQ(slotOf<Zel::ActivitySm const* (Base::*)() const>(&Base::zelFwkActivity), 26);
+  EXPECT_EQ(slotOf<const Zel::ActivitySm* (Base::*)() const>(&Base::zelFwkActivity), 26);
   EXPECT_EQ(slotOf(&Base::actsm), 27);
   EXPECT_EQ(slotOf(&Zel::Entity::NotifieeConst::onParent), 28);
   EXPECT_EQ(slotOf(&Zel::Entity::NotifieeConst::onVersion), 29);

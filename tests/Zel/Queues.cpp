@@ -12,7 +12,7 @@ using Zel::Ptr;
 
 struct Value : Zel::PtrInterface {
   explicit Value(int n) : number(n) {}
-  int const number;
+  const int number;
 };
 
 class Entry : public Zel::QueueEntry<Entry, Ptr<Value>> {
@@ -23,7 +23,7 @@ struct Queue : Zel::LinkedQueue<Entry, Value, Ptr<Value>> {
   void onDeleteMemberNotFound() override { ++notFound; }
   std::vector<int> numbers() const {
     std::vector<int> all;
-    for (Entry const* at = head().ptr(); at != nullptr; at = at->zelNext().ptr()) {
+    for (const Entry* at = head().ptr(); at != nullptr; at = at->zelNext().ptr()) {
       all.push_back(at->zelValue()->number);
     }
     return all;
@@ -70,7 +70,7 @@ TEST(LinkedQueue, DeletingAllEmptiesItAndUnlinksTheEntries) {
   for (int i = 0; i < 3; ++i) {
     queue.enq(value(i));
   }
-  Ptr<Entry> const kept = queue.head();
+  const Ptr<Entry> kept = queue.head();
   queue.deleteAll();
   EXPECT_EQ(queue.count(), 0U);
   EXPECT_EQ(queue.tail(), nullptr);
@@ -103,7 +103,7 @@ class Member : public Zel::LinkQueueEntry<Member, unsigned, Value> {
 using Keyed = Zel::LinkQueue<Member, unsigned, Value>;
 constexpr unsigned top = std::numeric_limits<unsigned>::max();
 
-std::vector<int> walk(Keyed const& queue) {
+std::vector<int> walk(const Keyed& queue) {
   std::vector<int> all;
   for (Keyed::IteratorConst at(queue); at; at.advance()) {
     all.push_back(at->number);

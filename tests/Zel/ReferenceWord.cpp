@@ -34,7 +34,7 @@ TEST(ReferenceWord, ANewObjectHasOneReferenceAndNoFlags) {
 
 TEST(ReferenceWord, AFactoryLeavesOneReference) {
   Object::Told told;
-  auto const object = Zel::makeObject<Object>(told);
+  const auto object = Zel::makeObject<Object>(told);
   EXPECT_EQ(object->references(), 1U);
 }
 
@@ -53,9 +53,9 @@ TEST(ReferenceWord, AssignmentTakesTheNewBeforeItDropsTheOld) {
   Object::Told firstTold;
   Object::Told secondTold;
   auto handle = Zel::makeObject<Object>(firstTold);
-  auto const second = Zel::makeObject<Object>(secondTold);
+  const auto second = Zel::makeObject<Object>(secondTold);
   unsigned seenCount = 0;
-  void const* seen = nullptr;
+  const void* seen = nullptr;
   handle->onZero = [&] {
     seenCount = second->references();
     seen = handle.ptr();
@@ -67,7 +67,7 @@ TEST(ReferenceWord, AssignmentTakesTheNewBeforeItDropsTheOld) {
 }
 
 TEST(ReferenceWord, BitsTwentyNineAndThirtyOneDoNotHoldAnObject) {
-  for (bool const notification : {true, false}) {
+  for (const bool notification : {true, false}) {
     Object::Told told;
     auto* const object = new Object(told);
     if (notification) {
@@ -99,7 +99,7 @@ TEST(ReferenceWord, BitThirtyHoldsAnObject) {
 
 TEST(ReferenceWord, FlagsAreNotPartOfTheCount) {
   Object::Told told;
-  auto const object = Zel::makeObject<Object>(told);
+  const auto object = Zel::makeObject<Object>(told);
   object->hasNotificationActiveIs(true);
   EXPECT_EQ(object->references(), 1U);
   object->zelMarkedForDeletionIs(true);
@@ -154,7 +154,7 @@ TEST(ReferenceWord, ALeakedObjectIsImmortal) {
   Object::Told told;
   Object* object = nullptr;
   {
-    auto const handle = Zel::makeObject<Object>(told);
+    const auto handle = Zel::makeObject<Object>(told);
     object = handle.ptr();
     handle->referencesLeak();
     EXPECT_EQ(handle->references(), 2U);
@@ -187,9 +187,9 @@ TEST(ReferenceWord, ACopyIsANewObjectWithACountOfItsOwn) {
   struct Plain : PtrInterface {
     int value = 7;
   };
-  auto const first = Zel::makeObject<Plain>();
-  Ptr<Plain> const second = first;
-  auto const copy = Zel::makeObject<Plain>(*first);
+  const auto first = Zel::makeObject<Plain>();
+  const Ptr<Plain> second = first;
+  const auto copy = Zel::makeObject<Plain>(*first);
   EXPECT_EQ(first->references(), 2U);
   EXPECT_EQ(copy->references(), 1U);
   *copy = *first;
@@ -201,7 +201,7 @@ TEST(ReferenceWord, AuditsTakeNegativeLevelsAsZero) {
   struct Audited : PtrInterface {
     unsigned zelAuditErrors(unsigned level) const override { return level + 1; }
   };
-  auto const object = Zel::makeObject<Audited>();
+  const auto object = Zel::makeObject<Audited>();
   EXPECT_EQ(object->auditErrors(4), 5U);
   EXPECT_EQ(object->auditErrors(0x80000000U), 0U);
   Object::Told told;
@@ -218,11 +218,11 @@ TEST(ReferenceWord, TheVirtualOperationsStandInTheirOrder) {
 }
 
 TEST(ValidPtr, MadeFromNullItThrowsAndLeavesTheHandleAlone) {
-  Ptr<Object> const null;
+  const Ptr<Object> null;
   try {
-    ValidPtr<Object> const valid(null);
+    const ValidPtr<Object> valid(null);
     FAIL() << "nothing thrown";
-  } catch (Zel::RangeException const& failure) {
+  } catch (const Zel::RangeException& failure) {
     EXPECT_EQ(failure.message(), Zel::String8("null ValidPtr"));
   }
   EXPECT_FALSE(null);
@@ -230,10 +230,10 @@ TEST(ValidPtr, MadeFromNullItThrowsAndLeavesTheHandleAlone) {
 
 TEST(ValidPtr, HoldsAReferenceOfItsOwn) {
   Object::Told told;
-  auto const handle = Zel::makeObject<Object>(told);
+  const auto handle = Zel::makeObject<Object>(told);
   {
-    ValidPtr<Object> const valid(handle);
-    Ptr<PtrInterface> const base = valid;
+    const ValidPtr<Object> valid(handle);
+    const Ptr<PtrInterface> base = valid;
     EXPECT_EQ(handle->references(), 3U);
     EXPECT_EQ(valid, handle);
   }
@@ -243,14 +243,14 @@ TEST(ValidPtr, HoldsAReferenceOfItsOwn) {
 TEST(ValidPtr, AMovedFromOneIsStillValid) {
   Object::Told told;
   ValidPtr<Object> first(Zel::makeObject<Object>(told));
-  ValidPtr<Object> const second = std::move(first);
+  const ValidPtr<Object> second = std::move(first);
   EXPECT_EQ(first.ptr(), second.ptr());
 }
 
 TEST(Handles, ConvertToBasesAndToReadOnlyUse) {
   Object::Told told;
-  auto const object = Zel::makeObject<Object>(told);
-  Ptr<const PtrInterface> const base = object;
+  const auto object = Zel::makeObject<Object>(told);
+  const Ptr<const PtrInterface> base = object;
   EXPECT_EQ(base, object);
   EXPECT_EQ(Zel::ptrCast<const Object>(base), object);
   EXPECT_EQ(object->references(), 2U);

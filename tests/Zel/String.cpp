@@ -18,7 +18,7 @@ using Zel::Name;
 using Zel::String8;
 
 TEST(String8, FromANullPointerIsTheEmptyRecord) {
-  const String8 text(static_cast<char const*>(nullptr));
+  const String8 text(static_cast<const char*>(nullptr));
   EXPECT_EQ(text.length(), 0U);
   EXPECT_TRUE(text.data() == String8::nullStringData_);
   EXPECT_STREQ(text.charPtr(), "");
@@ -82,7 +82,7 @@ TEST(String8, SubstrCutsToTheText) {
 
 TEST(String8, PosFindsTheFirstMatchFromAStart) {
   const String8 text("a#b#c");
-  auto const* const mark = reinterpret_cast<unsigned char const*>("#");
+  const auto* const mark = reinterpret_cast<const unsigned char*>("#");
   EXPECT_EQ(text.pos(0, mark, 1), 1U);
   EXPECT_EQ(text.pos(1, mark, 1), 1U);
   EXPECT_EQ(text.pos(2, mark, 1), 3U);
@@ -97,7 +97,7 @@ TEST(String8, ConcatenatesInAllForms) {
   EXPECT_EQ(String8("a") + b, String8("ab"));
   EXPECT_EQ(String8("a") + "b", String8("ab"));
   EXPECT_EQ("a" + b, String8("ab"));
-  EXPECT_EQ(b + static_cast<char const*>(nullptr), b);
+  EXPECT_EQ(b + static_cast<const char*>(nullptr), b);
   String8 text("x");
   text += b;
   text += "c";
@@ -105,7 +105,7 @@ TEST(String8, ConcatenatesInAllForms) {
   EXPECT_EQ(text, String8("xbcxbc"));
   text = "y";
   EXPECT_EQ(text, String8("y"));
-  text = static_cast<char const*>(nullptr);
+  text = static_cast<const char*>(nullptr);
   EXPECT_TRUE(text.empty());
 }
 
@@ -158,7 +158,7 @@ TEST(StringIterator, PinsItsRecord) {
 }
 
 /// The hash told once more, byte by byte, as its comment describes it.
-unsigned hashByDescription(std::string const& text) {
+unsigned hashByDescription(const std::string& text) {
   auto word = [&](std::size_t at, std::size_t bytes) {
     std::uint64_t value = 0;
     for (std::size_t i = bytes; i-- > 0;) {
@@ -176,7 +176,7 @@ unsigned hashByDescription(std::string const& text) {
     for (std::size_t at = 0; at + 8 < length; at += 8) {
       state = step(state, word(at, 8));
     }
-    auto const byte = [&](std::size_t at) { return word(at, 1); };
+    const auto byte = [&](std::size_t at) { return word(at, 1); };
     state = step(state, length >= 8   ? word(length - 8, 8)
                         : length >= 4 ? word(0, 4) << 32 | word(length - 4, 4)
                                       : byte(0) << 16 | byte(length / 2) << 8 | byte(length - 1));
@@ -202,7 +202,7 @@ TEST(StringHash, HasItsKnownAnswers) {
       {"", 0x39106561U},         {"a", 0x4e019d4cU},       {"System", 0xea5af728U},
       {"Linecard", 0x5fc682aeU}, {"default", 0x1c940cafU}, {"unit-0000001-port-07", 0xb927c850U},
   };
-  for (auto const& [text, hash] : answers) {
+  for (const auto& [text, hash] : answers) {
     EXPECT_EQ(String8(std::string_view(text)).hash(), hash) << text;
   }
 }
@@ -218,9 +218,9 @@ TEST(StringHash, EachBitOfTheTextMovesEachBitOfTheHashHalfOfTheTime) {
         for (char& byte : text) {
           byte = static_cast<char>(random());
         }
-        unsigned const before = String8(std::string_view(text)).hash();
+        const unsigned before = String8(std::string_view(text)).hash();
         text[bit / 8] = static_cast<char>(text[bit / 8] ^ 1 << bit % 8);
-        unsigned const changed = before ^ String8(std::string_view(text)).hash();
+        const unsigned changed = before ^ String8(std::string_view(text)).hash();
         for (unsigned i = 0; i < 32; ++i) {
           flips[i] += static_cast<int>(changed >> i & 1);
         }
@@ -255,7 +255,7 @@ TEST(BitReverse, ReversesTheBits) {
   EXPECT_EQ(Zel::bitReverse(0xf0), 0x0f000000U);
   std::mt19937 random(3);
   for (int round = 0; round < 1000; ++round) {
-    unsigned const word = static_cast<unsigned>(random());
+    const unsigned word = static_cast<unsigned>(random());
     unsigned reversed = 0;
     for (unsigned bit = 0; bit < 32; ++bit) {
       reversed |= (word >> bit & 1) << (31 - bit);
@@ -266,9 +266,9 @@ TEST(BitReverse, ReversesTheBits) {
 
 TEST(OneAtATime, IsTheByteWiseHashOverTheBytesOfAWord) {
   // Of the four bytes "abcd" and of none.
-  unsigned const word = 'a' | 'b' << 8 | 'c' << 16 | 'd' << 24;
+  const unsigned word = 'a' | 'b' << 8 | 'c' << 16 | 'd' << 24;
   unsigned hash = 0;
-  for (char const byte : std::string("abcd")) {
+  for (const char byte : std::string("abcd")) {
     hash += static_cast<unsigned char>(byte);
     hash += hash << 10;
     hash ^= hash >> 6;

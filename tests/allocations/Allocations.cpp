@@ -45,7 +45,7 @@ std::size_t allocationsOf(Work&& work) {
 
 struct Listener : Unit::Status::Notifiee {
   void onState() override { ++calls; }
-  void onGroup(Group::GroupKey const& /*key*/) override { ++calls; }
+  void onGroup(const Group::GroupKey& /*key*/) override { ++calls; }
   int calls = 0;
 };
 
@@ -58,7 +58,7 @@ struct Allocations : testing::Test {
     }
   }
 
-  Ptr<Unit::Status> const unit = Unit::statusFactory("unit");
+  const Ptr<Unit::Status> unit = Unit::statusFactory("unit");
   std::vector<Ptr<Listener>> listeners;
 };
 
@@ -108,7 +108,7 @@ TEST_F(Allocations, NotifyingNineMakesOne) {
 }
 
 TEST_F(Allocations, LookingUpAndIteratingMakesNone) {
-  auto const profiles = Profile::configDirFactory("profiles");
+  const auto profiles = Profile::configDirFactory("profiles");
   for (int i = 0; i < 100; ++i) {
     profiles->configIs(
         Profile::ProfileKey(Profile::profileTypeBgp, Zel::String8(std::to_string(i))));
@@ -136,7 +136,7 @@ TEST_F(Allocations, LookingUpAndIteratingMakesNone) {
 }
 
 TEST_F(Allocations, AMemberCostsOneAndItsRemovalNone) {
-  auto const profiles = Profile::configDirFactory("profiles");
+  const auto profiles = Profile::configDirFactory("profiles");
   const Profile::ProfileKey first(Profile::profileTypeBgp, "first");
   const Profile::ProfileKey key(Profile::profileTypeBgp, "key");
   profiles->configIs(first); // makes the table

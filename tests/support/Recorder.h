@@ -43,7 +43,7 @@ private:
 };
 
 /// A registered notifiee.
-inline Zel::Ptr<Recorder> listen(Zel::Ptr<Maintenance::Profile::DefaultProfile> const& to,
+inline Zel::Ptr<Recorder> listen(const Zel::Ptr<Maintenance::Profile::DefaultProfile>& to,
                                  std::string label, Log& log) {
   auto recorder = Zel::makeObject<Recorder>(std::move(label), log);
   recorder->isRegisteredNotifieeIs(true);
@@ -64,7 +64,7 @@ private:
   Zel::Ptr<Mirror> mirror_ = Zel::makeObject<Mirror>();
 };
 
-inline Zel::Ptr<Recorder> mirror(Zel::Ptr<Maintenance::Profile::DefaultProfile> const& from,
+inline Zel::Ptr<Recorder> mirror(const Zel::Ptr<Maintenance::Profile::DefaultProfile>& from,
                                  std::string label, Log& log) {
   Zel::Ptr<Recorder> recorder = Zel::makeObject<MirrorRecorder>(std::move(label), log);
   recorder->isRegisteredNotifieeIs(true);

@@ -10,7 +10,7 @@ namespace Support {
 /// taking two places. Under the Itanium C++ ABI a pointer to a virtual member is 1 plus its offset.
 template <class Function>
 std::ptrdiff_t slotOf(Function function) {
-  auto const words = std::bit_cast<std::array<std::ptrdiff_t, 2>>(function);
+  const auto words = std::bit_cast<std::array<std::ptrdiff_t, 2>>(function);
   return (words[0] - 1) / static_cast<std::ptrdiff_t>(sizeof(void*));
 }
 

@@ -46,7 +46,7 @@ struct ThreadSafeHandles : testing::Test {
 
 TEST_F(ThreadSafeHandles, CopiedAndDroppedByManyTheCountIsExact) {
   std::atomic<int> ends = 0;
-  auto const object = Zel::makeObject<Counted>(ends);
+  const auto object = Zel::makeObject<Counted>(ends);
   inThreads([&object] {
     for (int i = 0; i < 50000; ++i) {
       const Ptr<Counted> copy = object;
@@ -82,7 +82,7 @@ TEST_F(ThreadSafeHandles, StringsPassBetweenThreads) {
 
 TEST_F(ThreadSafeHandles, FlagsAndCountsOfOneWordDoNotDisturbEachOther) {
   std::atomic<int> ends = 0;
-  auto const object = Zel::makeObject<Counted>(ends);
+  const auto object = Zel::makeObject<Counted>(ends);
   std::atomic<bool> done = false;
   std::thread marker([&] {
     while (!done) {

@@ -1,0 +1,84 @@
+// Measures what the members of large directories take, all told: prints a line for each figure,
+// with the name, a tab and the number of bytes for one member.
+
+#include "Allocations.h"
+
+#include <model/Profile.h>
+#include <model/Unit.h>
+
+#ifdef BENCH_INTRUSIVE
+#include "peers/IntrusiveProfiles.h"
+#endif
+
+#include <cstdio>
+#include <fstream>
+#include <iostream>
+#include <unistd.h>
+
+namespace {
+
+using namespace Maintenance;
+
+std::size_t residentBytes() {
+  std::ifstream file("/proc/self/statm");
+  std::size_t all = 0;
+  std::size_t resident = 0;
+  file >> all >> resident;
+  return resident * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+}
+
+/// Runs `fill`, which makes `count` members and nothing else that stays.
+template <class Fill>
+void measure(const char* name, std::size_t count, Fill&& fill) {
+  const std::size_t bytes = Bench::Allocations::liveBytes;
+  const std::size_t resident = residentBytes();
+  fill();
+  const auto each = [count](std::size_t before, std::size_t after) {
+    return static_cast<double>(after - before) / static_cast<double>(count);
+  };
+  std::cout << name << ", allocated\t" << each(bytes, Bench::Allocations::liveBytes) << '\n'
+            << name << ", resident\t" << each(resident, residentBytes()) << '\n';
+}
+
+Zel::String8 name(std::size_t number) {
+  char text[32];
+  std::snprintf(text, sizeof text, "profile-%07zu-p%03zu", number, number % 8);
+  return text;
+}
+
+Profile::ProfileKey key(std::size_t number) { return {Profile::profileTypeBgp, name(number)}; }
+
+} // namespace
+
+int main(int argc, char** argv) {
+  constexpr std::size_t million = 1'000'000;
+  const std::string what = argc > 1 ? argv[1] : "";
+  if (what == "profile") {
+    const auto profiles = Profile::configDirFactory("profiles");
+    measure("profile", million, [&] {
+      for (std::size_t i = 0; i < million; ++i) {
+        profiles->configIs(key(i));
+      }
+    });
+  } else if (what == "status") {
+    const auto units = Unit::statusDirFactory("units");
+    measure("status", million, [&] {
+      for (std::size_t i = 0; i < million; ++i) {
+        units->statusIs(name(i));
+      }
+    });
+#ifdef BENCH_INTRUSIVE
+  } else if (what == "intrusive") {
+    Bench::IntrusiveProfiles profiles;
+    measure("intrusive", million, [&] {
+      for (std::size_t i = 0; i < million; ++i) {
+        profiles.insertNew(key(i));
+      }
+    });
+#endif
+  } else {
+    std::cerr << "usage: " << argv[0] << " profile|status|intrusive\n";
+    return 2;
+  }
+  return 0;
+}

@@ -1,0 +1,314 @@
+"""Runs the benchmark programs of a build folder and prints their table; scripts/bench calls it.
+
+The programs run in rounds, each round in another random order, so that a disturbance of the machine
+does not fall on one side alone. A figure is the median over all rounds and repetitions.
+"""
+
+import argparse
+import json
+import os
+import platform
+import random
+import re
+import shutil
+import statistics
+import subprocess
+import sys
+from collections import namedtuple
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parent.parent
+DOCUMENT = ROOT / "docs" / "performance.md"
+BEGIN, END = "<!-- table -->\n", "<!-- end of table -->\n"
+
+# What one program measured. `operation` is None for a program that is no Google Benchmark.
+Figure = namedtuple("Figure", "program operation", defaults=[None])
+# One line: the library's figure, the peer's (or None), and the goal: the ratio that ours may have
+# at most, or the value itself if there is no peer; None for a figure that is only listed.
+Row = namedtuple("Row", "section work ours peer peer_name goal unit", defaults=["ns"])
+
+SIZES = {100: "100", 10_000: "10 thousand", 1_000_000: "1 million"}
+
+
+def handle_rows():
+    for place, text in (("hot", "one object"), ("scattered", "1024 scattered objects")):
+        for switch, kind, goal in (("off", "plain", 2.0), ("on", "atomic", 1.1)):
+            operation = f"{place}/{switch}"
+            yield Row("Handles", f"copy and drop, {text}, switch {switch}",
+                      Figure("handle-zel", operation),
+                      Figure(f"handle-intrusive-{kind}", operation),
+                      f"boost::intrusive_ptr, {kind} counter", goal)
+            yield Row("Handles", f"string copy and drop, {text}, switch {switch}",
+                      Figure("handle-string", operation), Figure("handle-zel", operation),
+                      "the handle", 1.3)
+
+
+def mutator_rows():
+    others = (("qt", "Qt 6 signal, direct"), ("signals2-dummy", "Boost.Signals2, dummy mutex"),
+              ("signals2", "Boost.Signals2"), ("sigc", "libsigc++ 3"))
+    for operation, text, goal in (("equal", "equal value", 1.5), ("changed/0", "no notifiee", 1.5),
+                                  ("changed/1", "1 notifiee", 2.0),
+                                  ("changed/8", "8 notifiees", 2.0)):
+        ours = Figure("mutator-zel", operation)
+        work = f"Status::stateIs, {text}"
+        yield Row("Mutators", work, ours, Figure("mutator-listeners", operation),
+                  "vector of virtual listeners, stack snapshot", goal)
+        for side, name in others:
+            yield Row("Mutators", work, ours, Figure(f"mutator-{side}", operation), name, None)
+
+
+def collection_rows(section, subject, operations, peers):
+    for operation, work, small, large in operations:
+        for size, text in SIZES.items():
+            name = f"{operation}/{size}"
+            goal = large if size == 1_000_000 else small
+            for side, peer in peers:
+                yield Row(section, f"{work}, {text}", Figure(f"{subject}-zel", name),
+                          Figure(f"{subject}-{side}", name), peer,
+                          goal if side == "intrusive" else None)
+
+
+def hashed_rows():
+    return collection_rows(
+        "Profiles by key (hashed)", "hashed",
+        (("member hit", "config(key), hit", 1.3, 1.3), ("member miss", "config(key), miss", 2, 2),
+         ("find hit", "configMap()[key], hit", 1.3, 1.3),
+         ("find miss", "configMap()[key], miss", 2, 2), ("erase", "erase", 2, 2),
+         ("insert", "make and insert, from empty", 1.5, 1.5), ("iterate", "iterate", 3, 1.3)),
+        (("intrusive", "boost::intrusive::unordered_set"), ("standard", "std::unordered_map"),
+         ("absl", "absl::flat_hash_map")))
+
+
+def ordered_rows():
+    return collection_rows(
+        "Text by time (ordered)", "ordered",
+        (("text hit", "history(time), hit", 1.3, 1.3), ("text miss", "history(time), miss", 2, 2),
+         ("find hit", "historyMap()[time], hit", 1.3, 1.3),
+         ("find miss", "historyMap()[time], miss", 2, 2), ("erase", "erase", 2, 2),
+         ("insert", "make and insert, from empty", 1.5, 1.5), ("iterate", "iterate", 3, 1.3)),
+        (("intrusive", "boost::intrusive::set"),))
+
+
+def collision_rows():
+    for operation, work in (("find hit", "config(key), hit"), ("find miss", "config(key), miss"),
+                            ("insert and erase", "newConfig(key) and configDel(key)")):
+        for size, text in ((1_000, "1 thousand"), (10_000, "10 thousand"),
+                           (100_000, "100 thousand")):
+            yield Row("Chosen collisions", f"{work}, among {text} keys of one hash",
+                      Figure("collision-zel", f"{operation}/{size}"),
+                      Figure("collision-intrusive", f"{operation}/{size}"),
+                      "boost::intrusive::unordered_set", None)
+
+
+def memory_rows():
+    for kind, text in (("allocated", "from the allocator"), ("resident", "resident")):
+        yield Row("Memory", f"one Config, 20-byte name, in a ConfigDir of a million, {text}",
+                  Figure("memory profile", f"profile, {kind}"), None, "", 220, "bytes")
+        yield Row("Memory", f"the same, against an intrusive set, {text}",
+                  Figure("memory profile", f"profile, {kind}"),
+                  Figure("memory intrusive", f"intrusive, {kind}"),
+                  "the same fields in boost::intrusive::unordered_set", None, "bytes")
+        yield Row("Memory", f"one empty Status, 20-byte name, in a StatusDir of a million, {text}",
+                  Figure("memory status", f"status, {kind}"), None, "", 500, "bytes")
+
+
+def allocation_rows():
+    for work in ("handle copy", "string copy", "mutator, equal value",
+                 "mutator, changed, no notifiee", "mutator, changed, 1 notifiee",
+                 "mutator, changed, 8 notifiees", "look-up, config(key)",
+                 "look-up, configMap()[key]", "look-up, history(time)", "iteration, profiles",
+                 "iteration, history"):
+        yield Row("Allocations in a thousand operations", work, Figure("allocations", work), None,
+                  "", 0, "")
+
+
+def library_rows():
+    yield Row("The shared library", "size, without debugging symbols", Figure("library", "bytes"),
+              None, "", None, "bytes")
+    yield Row("The shared library", "loading it into a process", Figure("load library", "load"),
+              Figure("load empty", "load"), "a library of one function", None, "µs")
+
+
+ROWS = [row for rows in (handle_rows, mutator_rows, hashed_rows, ordered_rows, memory_rows,
+                         allocation_rows, collision_rows, library_rows) for row in rows()]
+
+
+class Runner:
+    """Runs programs of a build folder, pinned to the last CPU that this process may use."""
+
+    def __init__(self, build, minimum_time):
+        self.programs = build / "bench"
+        self.library = build / "libmaintenance-model.so"
+        self.minimum_time = minimum_time
+        self.pinned = None
+        self.prefix = []
+        if shutil.which("taskset") and hasattr(os, "sched_getaffinity"):
+            self.pinned = max(os.sched_getaffinity(0))
+            self.prefix = ["taskset", "-c", str(self.pinned)]
+
+    def there(self, program):
+        """Whether a program has been built; one of a peer is not if the peer is not installed."""
+        if program == "memory intrusive":
+            return self.there("collision-intrusive")
+        return program == "library" or (self.programs / f"bench-{program.split()[0]}").exists()
+
+    def output(self, *command):
+        done = subprocess.run([*self.prefix, *map(str, command)], stdout=subprocess.PIPE,
+                              stderr=subprocess.PIPE, text=True)
+        if done.returncode != 0:
+            sys.exit(f"{command[0]}: exit status {done.returncode}\n{done.stderr}")
+        return done.stdout
+
+    def run(self, program, operations):
+        """Yields (operation, value) for each repetition of each of the operations."""
+        name, *arguments = program.split()
+        path = self.programs / f"bench-{name}"
+        if name == "library":
+            yield "bytes", self.stripped_size()
+        elif name == "load":
+            empty = self.programs / "libbench-peer-empty.so"
+            yield "load", float(self.output(path, empty if arguments == ["empty"] else
+                                            self.library))
+        elif name in ("memory", "allocations"):
+            for line in self.output(path, *arguments).splitlines():
+                operation, value = line.split("\t")
+                yield operation, float(value)
+        else:
+            chosen = "|".join(operations)
+            text = self.output(path, f"--benchmark_filter=^({chosen})(/manual_time)?$",
+                               f"--benchmark_min_time={self.minimum_time}",
+                               "--benchmark_repetitions=2",
+                               "--benchmark_enable_random_interleaving=true",
+                               "--benchmark_format=json")
+            for run in json.loads(text)["benchmarks"]:
+                if run.get("error_occurred"):
+                    sys.exit(f"{program}: {run['name']}: {run['error_message']}")
+                if run["run_type"] == "iteration":
+                    yield run["run_name"].replace("/manual_time", ""), 1e9 / run["items_per_second"]
+
+    def stripped_size(self):
+        if not shutil.which("strip"):
+            return self.library.stat().st_size
+        copy = self.programs / "stripped.so"
+        subprocess.run(["strip", "-o", copy, self.library.resolve()], check=True)
+        return copy.stat().st_size
+
+
+def measure(runner, rows, rounds):
+    wanted = {}
+    for row in rows:
+        for figure in (row.ours, row.peer):
+            if figure is not None and runner.there(figure.program):
+                wanted.setdefault(figure.program, set()).add(figure.operation)
+    samples = {}
+    order = sorted(wanted)
+    for number in range(rounds):
+        random.Random(number).shuffle(order)
+        for program in order:
+            print(f"round {number + 1} of {rounds}: {program}", file=sys.stderr)
+            for operation, value in runner.run(program, sorted(wanted[program])):
+                samples.setdefault(Figure(program, operation), []).append(value)
+    missing = [figure for program, operations in wanted.items()
+               for figure in (Figure(program, operation) for operation in operations)
+               if figure not in samples]
+    if missing:
+        sys.exit(f"not measured: {missing}")
+    return {figure: statistics.median(values) for figure, values in samples.items()}
+
+
+def number(value, unit):
+    if value == int(value) and unit in ("", "bytes"):
+        text = f"{int(value):,}"
+    elif value >= 100:
+        text = f"{value:,.0f}"
+    else:
+        text = f"{value:.3g}"
+    return f"{text} {unit}".strip().replace(",", " ")
+
+
+def table(runner, rows, medians):
+    lines = []
+    section = None
+    counts = {"met": 0, "missed": 0}
+    for row in rows:
+        if row.section != section:
+            section = row.section
+            lines += ["", f"### {section}", "", "| work | ours | peer | ratio | goal | |",
+                      "|---|---:|---|---:|---:|---|"]
+        ours = medians.get(row.ours)
+        peer = medians.get(row.peer)
+        if ours is None:
+            sys.exit(f"{row.ours.program} has not been built")
+        ratio, verdict = "", ""
+        if row.peer is None:
+            compared = ours
+            peer_text = ""
+        elif peer is None:
+            compared = None
+            peer_text = f"{row.peer_name}: not installed"
+        else:
+            compared = ours / peer
+            ratio = f"{compared:.2f}"
+            peer_text = f"{row.peer_name}: {number(peer, row.unit)}"
+        goal = "" if row.goal is None else number(row.goal, row.unit if row.peer is None else "")
+        if row.goal is not None and compared is not None:
+            verdict = "met" if compared <= row.goal else "missed"
+            counts[verdict] += 1
+            verdict = f"**{verdict}**" if verdict == "missed" else verdict
+        lines.append(f"| {row.work} | {number(ours, row.unit)} | {peer_text} | {ratio} | {goal} | "
+                     f"{verdict} |")
+    lines += ["", f"{counts['met']} goals met, {counts['missed']} missed."]
+    return "\n".join(lines).lstrip("\n")
+
+
+def machine(runner, rounds):
+    def first(pattern, text):
+        found = re.search(pattern, text, re.MULTILINE)
+        return found.group(1).strip() if found else "unknown"
+
+    processor = first(r"^model name\s*:(.*)$", Path("/proc/cpuinfo").read_text())
+    cache = (runner.programs.parent / "CMakeCache.txt").read_text()
+    compiler = subprocess.run([first(r"^CMAKE_CXX_COMPILER:\w+=(.*)$", cache), "--version"],
+                              stdout=subprocess.PIPE, text=True).stdout.splitlines()[0]
+    flags = first(r"^CMAKE_CXX_FLAGS_RELEASE:\w+=(.*)$", cache)
+    sizes = []
+    for index in sorted(Path("/sys/devices/system/cpu/cpu0/cache").glob("index*")):
+        level = (index / "level").read_text().strip()
+        if (index / "type").read_text().strip() != "Instruction":
+            sizes.append(f"L{level} {(index / 'size').read_text().strip()}")
+    pinned = f"pinned to CPU {runner.pinned}" if runner.pinned is not None else "not pinned"
+    return (f"{processor}, {os.cpu_count()} CPUs ({', '.join(sizes)}), {platform.system()} "
+            f"{platform.release()}; {compiler}, `{flags}`; {pinned}; medians of {rounds} rounds "
+            "with 2 repetitions each.")
+
+
+def main():
+    parser = argparse.ArgumentParser(prog="scripts/bench")
+    parser.add_argument("filter", nargs="?", default="",
+                        help="regular expression: only rows whose section and work it matches")
+    parser.add_argument("--build", type=Path, required=True, help=argparse.SUPPRESS)
+    parser.add_argument("--write", action="store_true",
+                        help="put the table into docs/performance.md as well")
+    parser.add_argument("--rounds", type=int, default=5, help="rounds of all programs (default 5)")
+    parser.add_argument("--min-time", type=float, default=0.1,
+                        help="least seconds for one repetition (default 0.1)")
+    options = parser.parse_args()
+    rows = [row for row in ROWS if re.search(options.filter, f"{row.section}: {row.work}",
+                                             re.IGNORECASE)]
+    if not rows:
+        parser.error(f"nothing matches {options.filter!r}")
+    if options.write and len(rows) != len(ROWS):
+        parser.error("--write takes no filter: the document holds the whole table")
+    runner = Runner(options.build, options.min_time)
+    medians = measure(runner, rows, options.rounds)
+    text = machine(runner, options.rounds) + "\n\n" + table(runner, rows, medians) + "\n"
+    print(text, end="")
+    if options.write:
+        document = DOCUMENT.read_text()
+        before, rest = document.split(BEGIN)
+        after = rest.split(END)[1]
+        DOCUMENT.write_text(f"{before}{BEGIN}\n{text}\n{END}{after}")
+
+
+if __name__ == "__main__":
+    main()

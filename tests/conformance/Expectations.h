@@ -1,0 +1,30 @@
+#pragma once
+
+#include <Zel/TypeTable>
+
+#include <span>
+
+namespace Conformance {
+
+/// What is known of an attribute from outside, as plain literals.
+struct Expected {
+  Zel::AttributeId id;
+  std::string_view name;
+  Zel::AttrKind kind;
+  unsigned options;
+  std::string_view key;   ///< empty if it is no collection
+  std::string_view value; ///< empty in an instantiating collection
+};
+
+/// The same of a type.
+struct ExpectedType {
+  std::string_view name;
+  Zel::TypeKind kind;
+  bool named;
+  std::span<const Expected> rows; ///< its own attributes, in order
+};
+
+/// All types, in the order of `subjects()`.
+std::span<const ExpectedType> expectations();
+
+} // namespace Conformance

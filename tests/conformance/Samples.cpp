@@ -1,0 +1,107 @@
+#include "Samples.h"
+
+#include <foreign/model/Values.h>
+
+#include <Group/GroupKey>
+#include <Vexil/IntfId>
+#include <model/Profile.h>
+#include <model/Unit.h>
+
+#include <cmath>
+#include <initializer_list>
+#include <limits>
+#include <map>
+#include <stdexcept>
+#include <string>
+
+namespace Conformance {
+
+namespace {
+
+using Registry = std::map<std::string_view, std::vector<AnyValue>>;
+
+template <class V>
+void add(Registry& registry, std::initializer_list<V> values) {
+  for (const V& value : values) {
+    registry[Zel::valueName<V>()].push_back(AnyValue::of(value));
+  }
+}
+
+template <class E>
+void addEnumeration(Registry& registry) {
+  for (const Zel::Enumerator& row : enumTable(E()).rows) {
+    registry[Zel::valueName<E>()].push_back(AnyValue::of(static_cast<E>(row.number)));
+  }
+}
+
+Maintenance::Unit::TrafficRates rates(unsigned long long out, double time) {
+  Maintenance::Unit::TrafficRates rates;
+  rates.outBitsRateIs(out);
+  rates.statsUpdateTimeIs(time);
+  return rates;
+}
+
+Registry makeRegistry() {
+  constexpr double nothing = 0.0;
+  constexpr unsigned allOnes = ~0U;
+  Registry all;
+  add<bool>(all, {false, true});
+  add<unsigned>(all, {0, 1, 77, allOnes});
+  add<unsigned long long>(all, {0, 1, ~0ULL});
+  add<double>(all, {nothing, 0.5, 3.0, std::numeric_limits<double>::infinity()});
+  add<Zel::String8>(all, {"", "a", "b", Zel::String8(std::string_view("c\0d", 3))});
+  add<Zel::Name>(all, {"", "Ethernet1", "Ethernet1/2"});
+
+  addEnumeration<Maintenance::Profile::ProfileType>(all);
+  addEnumeration<Maintenance::Unit::UnitType>(all);
+  addEnumeration<Maintenance::Unit::MaintenanceOp>(all);
+  addEnumeration<Maintenance::Unit::InputSrc>(all);
+  addEnumeration<Maintenance::Unit::State>(all);
+  using Group::GroupKey;
+  add<GroupKey>(
+      all, {GroupKey(), GroupKey(Group::GroupType(1), "a"), GroupKey(Group::GroupType(2), "a")});
+  add<Vexil::IntfId>(all, {Vexil::IntfId(), Vexil::IntfId(0, 1), Vexil::IntfId(7, 0)});
+  using namespace Maintenance::Profile;
+  add<ProfileKey>(
+      all, {ProfileKey(), ProfileKey(profileTypeBgp, "a"), ProfileKey(profileTypeUnit, "a")});
+  add<Maintenance::Unit::TrafficRates>(all, {rates(0, nothing), rates(1, nothing), rates(1, 2.0)});
+
+  using namespace Foreign;
+  addEnumeration<Zone>(all);
+  addEnumeration<Urgency>(all);
+  add<SkuKey>(all, {SkuKey(), SkuKey(ambient, "milk"), SkuKey(chilled, "milk")});
+  add<TourKey>(all, {TourKey(), TourKey(ambient, allOnes), TourKey(frozen, 0)});
+  add<Dimensions>(
+      all, {Dimensions(), Dimensions(1, true, 2.5, frozen), Dimensions(1, true, 2.5, chilled)});
+  add<SlotCode>(all, {SlotCode(), SlotCode("A:1"), SlotCode("A:2")});
+  add<Alarm>(all, {Alarm(), Alarm("", express), Alarm("door", routine), Alarm("door", express),
+                   Alarm("smoke", routine), Alarm("smoke", express)});
+  return all;
+}
+
+} // namespace
+
+const std::vector<AnyValue>& samplesOf(const Zel::ValueRecord& record) {
+  static const Registry registry = makeRegistry();
+  const auto found = registry.find(record.name);
+  if (found == registry.end()) {
+    throw std::logic_error("no samples of " + std::string(record.name));
+  }
+  return found->second;
+}
+
+std::optional<AnyValue> nanOf(const Zel::ValueRecord& record) {
+  const double nan = std::numeric_limits<double>::quiet_NaN();
+  if (record.name == "F64") {
+    return AnyValue::of(nan);
+  }
+  if (record.name == Maintenance::Unit::TrafficRates::zelTypeName) {
+    return AnyValue::of(rates(0, nan));
+  }
+  if (record.name == Foreign::Dimensions::zelTypeName) {
+    return AnyValue::of(Foreign::Dimensions(0, false, nan, Foreign::ambient));
+  }
+  return std::nullopt;
+}
+
+} // namespace Conformance
