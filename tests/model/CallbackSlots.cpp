@@ -1,0 +1,140 @@
+#include "support/Slot.h"
+
+#include <model/Profile.h>
+#include <model/Unit.h>
+
+#include <gtest/gtest.h>
+
+// The callbacks of each type stand behind those of all entities, in the order of the ids.
+
+namespace {
+
+using namespace Maintenance;
+using Support::slotOf;
+
+constexpr std::ptrdiff_t firstOwn = 30;
+
+/// The place behind the last callback of a notifiee class.
+template <class Notifiee>
+std::ptrdiff_t endOf() {
+  struct Probe : Notifiee {
+    virtual void probe() {}
+  };
+  static_assert(sizeof(Probe) == sizeof(Notifiee));
+  return slotOf(&Probe::probe);
+}
+
+template <class Class, class... Key>
+constexpr auto callback(void (Class::*member)(Key...)) {
+  return member;
+}
+
+TEST(CallbackSlots, TheCallbacksOfAllEntitiesComeFirst) {
+  EXPECT_EQ(slotOf(&Zel::Entity::NotifieeConst::onParent), firstOwn - 2);
+  EXPECT_EQ(slotOf(&Zel::Entity::NotifieeConst::onVersion), firstOwn - 1);
+}
+
+TEST(CallbackSlots, OfAProfileThereAreNone) {
+  EXPECT_EQ(endOf<Profile::Config::Notifiee>(), firstOwn);
+}
+
+TEST(CallbackSlots, OfADirectoryOfProfiles) {
+  using N = Profile::ConfigDir::NotifieeConst;
+  EXPECT_EQ(slotOf(callback<N, const Profile::ProfileKey&>(&N::onConfig)), firstOwn);
+  EXPECT_EQ(slotOf(&N::onConfigzelImmediate), firstOwn + 1);
+  EXPECT_EQ(slotOf(callback<N>(&N::onConfig)), firstOwn + 2);
+  EXPECT_EQ(endOf<Profile::ConfigDir::Notifiee>(), firstOwn + 3);
+}
+
+TEST(CallbackSlots, OfADefaultProfile) {
+  EXPECT_EQ(slotOf(&Profile::DefaultProfile::NotifieeConst::onProfileName), firstOwn);
+  EXPECT_EQ(endOf<Profile::DefaultProfile::Notifiee>(), firstOwn + 1);
+}
+
+TEST(CallbackSlots, OfADirectoryOfUnits) {
+  using N = Unit::StatusDir::NotifieeConst;
+  EXPECT_EQ(slotOf(callback<N, Zel::Name>(&N::onStatus)), firstOwn);
+  EXPECT_EQ(slotOf(&N::onStatuszelImmediate), firstOwn + 1);
+  EXPECT_EQ(slotOf(callback<N>(&N::onStatus)), firstOwn + 2);
+  EXPECT_EQ(endOf<Unit::StatusDir::Notifiee>(), firstOwn + 3);
+}
+
+TEST(CallbackSlots, OfAUnit) {
+  using N = Unit::Status::NotifieeConst;
+  EXPECT_EQ(slotOf(&N::onUnitType), firstOwn);
+  EXPECT_EQ(slotOf(callback<N, const Group::GroupKey&>(&N::onGroup)), firstOwn + 1);
+  EXPECT_EQ(slotOf(&N::onGroupzelImmediate), firstOwn + 2);
+  EXPECT_EQ(slotOf(callback<N>(&N::onGroup)), firstOwn + 3);
+  EXPECT_EQ(slotOf(&N::onProfileName), firstOwn + 4);
+  EXPECT_EQ(slotOf(&N::onState), firstOwn + 5);
+  EXPECT_EQ(slotOf(&N::onReason), firstOwn + 6);
+  EXPECT_EQ(slotOf(&N::onTimeOfStateChange), firstOwn + 7);
+  EXPECT_EQ(slotOf(&N::onOnBootMaintExitTime), firstOwn + 8);
+  EXPECT_EQ(slotOf(&N::onHistorySize), firstOwn + 9);
+  EXPECT_EQ(slotOf(callback<N, const double&>(&N::onHistory)), firstOwn + 10);
+  EXPECT_EQ(slotOf(&N::onHistoryzelImmediate), firstOwn + 11);
+  EXPECT_EQ(slotOf(callback<N>(&N::onHistory)), firstOwn + 12);
+  EXPECT_EQ(slotOf(&N::onMaintEnterInstance), firstOwn + 13);
+  EXPECT_EQ(slotOf(&N::onMaintExitInstance), firstOwn + 14);
+  EXPECT_EQ(slotOf(&N::onAggTrafficRate), firstOwn + 15);
+  EXPECT_EQ(slotOf(callback<N, Vexil::IntfId>(&N::onIntfsViolatingTrafficThreshold)),
+            firstOwn + 16);
+  EXPECT_EQ(slotOf(&N::onIntfsViolatingTrafficThresholdzelImmediate), firstOwn + 17);
+  EXPECT_EQ(slotOf(callback<N>(&N::onIntfsViolatingTrafficThreshold)), firstOwn + 18);
+  EXPECT_EQ(slotOf(&N::onTotalIntfTrafficViolations), firstOwn + 19);
+  EXPECT_EQ(slotOf(&N::onGenId), firstOwn + 20);
+  EXPECT_EQ(endOf<Unit::Status::Notifiee>(), firstOwn + 21);
+}
+
+/// A place to keep a waiting key: it starts with a default key and a count of one byte, at 0.
+template <class Key>
+void expectUnused(const Zel::PendingKey<Key>& pending) {
+  static_assert(sizeof pending.count == 1);
+  EXPECT_TRUE(pending.lastKey == Key());
+  EXPECT_EQ(pending.count, 0);
+}
+
+TEST(PendingKeys, EveryNotifieeHasOneForEachCollection) {
+  const auto profiles = Zel::makeObject<Profile::ConfigDir::Notifiee>();
+  expectUnused<Profile::ProfileKey>(profiles->zelPendingConfig);
+  const auto units = Zel::makeObject<Unit::StatusDir::Notifiee>();
+  expectUnused<Zel::Name>(units->zelPendingStatus);
+  const auto unit = Zel::makeObject<Unit::Status::Notifiee>();
+  expectUnused<Group::GroupKey>(unit->zelPendingGroup);
+  expectUnused<double>(unit->zelPendingHistory);
+  expectUnused<Vexil::IntfId>(unit->zelPendingIntfsViolatingTrafficThreshold);
+}
+
+TEST(PendingKeys, StandInTheOrderOfTheIds) {
+  const auto unit = Zel::makeObject<Unit::Status::Notifiee>();
+  const auto at = [](const auto& pending) { return static_cast<const void*>(&pending); };
+  EXPECT_LT(at(unit->zelPendingGroup), at(unit->zelPendingHistory));
+  EXPECT_LT(at(unit->zelPendingHistory), at(unit->zelPendingIntfsViolatingTrafficThreshold));
+}
+
+TEST(PendingKeys, NotificationAloneLeavesThemUnused) {
+  const auto unit = Unit::statusFactory("unit");
+  const auto listener = Zel::makeObject<Unit::Status::Notifiee>();
+  listener->isRegisteredNotifieeIs(true);
+  listener->notifierIs(unit);
+  unit->groupIs(Group::GroupKey(Group::groupTypeBgp, "a"), true);
+  unit->historyIs(1.0, "a");
+  unit->intfsViolatingTrafficThresholdIs(Vexil::IntfId("Vlan1"), true);
+  expectUnused<Group::GroupKey>(listener->zelPendingGroup);
+  expectUnused<double>(listener->zelPendingHistory);
+  expectUnused<Vexil::IntfId>(listener->zelPendingIntfsViolatingTrafficThreshold);
+}
+
+TEST(Callbacks, ThoseOfAClientThatOverridesNoneDoNothing) {
+  const auto unit = Unit::statusFactory("unit");
+  const auto listener = Zel::makeObject<Unit::Status::Notifiee>();
+  listener->isRegisteredNotifieeIs(true);
+  listener->notifierIs(unit);
+  unit->stateIs(Unit::active);
+  unit->genIdInc(1);
+  EXPECT_EQ(unit->state(), Unit::active);
+  EXPECT_EQ(unit->versionCounter(), 1U);
+  EXPECT_EQ(unit->genId(), 1U);
+}
+
+} // namespace

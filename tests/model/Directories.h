@@ -1,0 +1,96 @@
+#pragma once
+
+#include "Listeners.h"
+
+#include <string>
+
+namespace TestModel {
+
+// The two directories under common names, so that one set of tests does for both.
+
+struct Profiles {
+  using Dir = Maintenance::Profile::ConfigDir;
+  using Member = Maintenance::Profile::Config;
+  using Key = Maintenance::Profile::ProfileKey;
+  using Map = Dir::ConfigMap;
+  using Listener = ConfigDirListener;
+  static constexpr const char* attribute = "config";
+
+  static Ptr<Dir> make(const char* name) { return Maintenance::Profile::configDirFactory(name); }
+  static Key key(int number) {
+    return Key(Maintenance::Profile::profileTypeBgp,
+               Zel::String8(joined("k", std::to_string(number))));
+  }
+  static Key keyOf(const Member& member) { return member.key(); }
+  static const Map& map(const Dir& dir) { return dir.configMap(); }
+
+  static auto read(const Dir& dir, const Key& key) { return dir.config(key); }
+  static auto add(Dir& dir, const Key& key) { return dir.newConfig(key); }
+  static auto is(Dir& dir, const Key& key) { return dir.configIs(key); }
+  static auto del(Dir& dir, const Key& key) { return dir.configDel(key); }
+  static auto del(Dir& dir, Map::Iterator& at) { return dir.configDel(at); }
+  static void delAll(Dir& dir) { dir.configDelAll(); }
+  static void notify(Dir& dir, const Key& key) { dir.configNotify(key); }
+};
+
+struct Units {
+  using Dir = Maintenance::Unit::StatusDir;
+  using Member = Maintenance::Unit::Status;
+  using Key = Zel::Name;
+  using Map = Dir::StatusMap;
+  using Listener = StatusDirListener;
+  static constexpr const char* attribute = "status";
+
+  static Ptr<Dir> make(const char* name) { return Maintenance::Unit::statusDirFactory(name); }
+  static Key key(int number) { return Zel::String8(joined("k", std::to_string(number))); }
+  static Key keyOf(const Member& member) { return member.fwkKey(); }
+  static const Map& map(const Dir& dir) { return dir.statusMap(); }
+
+  static auto read(const Dir& dir, const Key& key) { return dir.status(key); }
+  static auto add(Dir& dir, const Key& key) { return dir.newStatus(key); }
+  static auto is(Dir& dir, const Key& key) { return dir.statusIs(key); }
+  static auto del(Dir& dir, const Key& key) { return dir.statusDel(key); }
+  static auto del(Dir& dir, Map::Iterator& at) { return dir.statusDel(at); }
+  static void delAll(Dir& dir) { dir.statusDelAll(); }
+  static void notify(Dir& dir, const Key& key) { dir.statusNotify(key); }
+};
+
+struct DirectoryNames {
+  template <class D>
+  static std::string GetName(int /*index*/) {
+    return D::attribute;
+  }
+};
+using BothDirectories = testing::Types<Profiles, Units>;
+
+template <class D>
+struct Directory : testing::Test {
+  using Key = typename D::Key;
+  using Map = typename D::Map;
+
+  static std::string heard(int number) { return joined("on ", textOf(D::key(number))); }
+
+  Ptr<typename D::Listener> listener(std::string label = "") {
+    return listen<typename D::Listener>(dir, log, std::move(label));
+  }
+
+  void fill(int count) {
+    for (int number = 0; number < count; ++number) {
+      D::is(*dir, D::key(number));
+    }
+  }
+
+  /// What a notifiee hears when all members go, in the order of iteration.
+  Log allHeard() const {
+    Log all;
+    for (typename Map::IteratorConst at(D::map(*dir)); at; at.advance()) {
+      all.push_back(joined("on ", textOf(D::keyOf(*at))));
+    }
+    return all;
+  }
+
+  Ptr<typename D::Dir> dir = D::make("directory");
+  Log log;
+};
+
+} // namespace TestModel
