@@ -3,6 +3,7 @@
 #include <Zel/Exception>
 #include <Zel/Format>
 
+#include <locale>
 #include <sstream>
 #include <string>
 
@@ -59,6 +60,7 @@ void StageMgrInstKey::instanceNameIs(Zel::String8 text) {
     throw Zel::InternalException(head + ", couldn't extract genId");
   }
   std::istringstream tail{std::string(text.view().substr(at + 1))};
+  tail.imbue(std::locale::classic()); // whatever the process has made the default
   unsigned number = 0;
   tail >> number;
   if (number == 0) {

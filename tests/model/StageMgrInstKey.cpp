@@ -2,6 +2,8 @@
 
 #include <model/Unit/StageMgrInstKey.h>
 
+#include <locale>
+
 namespace {
 
 using Maintenance::Unit::StageMgrInstKey;
@@ -181,6 +183,19 @@ TEST(StageMgrInstKey, TheIdsOfItsAttributesFollowOneAnother) {
   EXPECT_EQ(StageMgrInstKey::Attr::instanceName, 2);
   EXPECT_EQ(StageMgrInstKey::Attr::unitName, 3);
   EXPECT_EQ(StageMgrInstKey::Attr::genId, 4);
+}
+
+/// Groups digits by commas.
+struct Grouped : std::numpunct<char> {
+  char do_thousands_sep() const override { return ','; }
+  std::string do_grouping() const override { return "\3"; }
+};
+
+TEST(StageMgrInstKey, ReadsNumbersAlikeInEveryLocale) {
+  const std::locale before = std::locale::global(std::locale(std::locale(), new Grouped));
+  StageMgrInstKey key("a#1,234");
+  std::locale::global(before);
+  EXPECT_EQ(key.genId(), 1U);
 }
 
 } // namespace
