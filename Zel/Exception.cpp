@@ -29,18 +29,14 @@ bool isExpected(Exception::IdBitArray ids) {
   return false;
 }
 
-TraceHandle& traceHandle() {
-  static auto* const handle = new TraceHandle("Exception", false);
-  return *handle;
-}
-
 } // namespace
 
 Exception::Exception(String8 message, IdBitArray ids, bool announce)
     : message_(std::move(message)), details_(makeObject<Details>(ids.add(id))) {
   if (announce) {
-    tracePoint(traceHandle().facility(), isExpected(details_->ids) ? 5 : 1, "Zel/Exception.cpp",
-               __LINE__, "Exception", [&](std::ostream& out) { out << message_; });
+    tracePoint(&TraceFacility::ofExceptions(), isExpected(details_->ids) ? 5 : 1,
+               "Zel/Exception.cpp", __LINE__, "Exception",
+               [&](std::ostream& out) { out << message_; });
   }
 }
 

@@ -3,7 +3,6 @@
 #include <Zel/Exception>
 
 #include <algorithm>
-#include <limits>
 #include <new>
 
 namespace Zel {

@@ -51,9 +51,13 @@ void NotifieeConst::isWeakReferenceIs(bool weak) {
   if (weak == weak_) {
     return;
   }
-  weak_ = weak;
   const PtrInterface* const notifier = notifier_.ptr();
-  if (notifier == nullptr) {
+  if (weak && notifier != nullptr && !registered_ && notifier->references() == 1) {
+    // The count that is given up is the last, and outside the list nobody would tell of the end.
+    notifierIs(nullptr);
+  }
+  weak_ = weak;
+  if (!notifier_) {
     return;
   }
   if (weak) {
@@ -83,10 +87,9 @@ void NotifieeConst::handleNotificationException(AttributeId /*id*/) {}
 void NotifieeConst::handleNotificationException() {}
 void NotifieeConst::onZeroReferences() {}
 
-void NotifieeConst::onNotificationException(AttributeId id) {
-  static auto* const handle = new TraceHandle("Notification", false);
-  tracePoint(handle->facility(), 1, "Zel/Notifiee.cpp", __LINE__, "onNotificationException",
-             [id](std::ostream& out) {
+void NotifieeConst::onNotificationException(AttributeId id) try {
+  tracePoint(&TraceFacility::ofNotification(), 1, "Zel/Notifiee.cpp", __LINE__,
+             "onNotificationException", [id](std::ostream& out) {
                out << "callback of attribute " << id << " threw ";
                if (!std::current_exception()) {
                  out << "earlier";
@@ -100,6 +103,7 @@ void NotifieeConst::onNotificationException(AttributeId id) {
                  out << "something that is no std::exception";
                }
              });
+} catch (...) { // what cannot be traced is not worth a failed mutator
 }
 
 Ptr<PtrInterface> NotifieeConst::activityPtr() const { return nullptr; }

@@ -49,7 +49,12 @@ unsigned VFPtrInterface::referenceBitsClear(unsigned bits) const noexcept {
 void* VFPtrInterface::operator new(std::size_t size) {
   void* const storage = ::operator new(size);
   if (ptrifTrackOn_) [[unlikely]] {
-    PtrTrack::ptrifNew(storage);
+    try {
+      PtrTrack::ptrifNew(storage);
+    } catch (...) {
+      ::operator delete(storage);
+      throw;
+    }
   }
   return storage;
 }

@@ -20,6 +20,8 @@ install(FILES ${PROJECT_BINARY_DIR}/maintenance-model-config.cmake
               ${PROJECT_BINARY_DIR}/maintenance-model-config-version.cmake
         DESTINATION ${package_dir})
 
+# The way from the .pc file back to the prefix, however deep the library directory is.
+file(RELATIVE_PATH pc_prefix /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
 configure_file(${PROJECT_SOURCE_DIR}/cmake/maintenance-model.pc.in
                ${PROJECT_BINARY_DIR}/maintenance-model.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/maintenance-model.pc

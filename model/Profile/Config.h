@@ -52,8 +52,12 @@ protected:
   ~NotifieeConst() override;
 };
 
-/// What clients derive from.
+/// What clients derive from; it may write to what it hears of.
 class ZEL_API Config::Notifiee : public Config::NotifieeConst {
+public:
+  /// The object whose changes are heard, to be read and written; null without one.
+  Zel::Ptr<Config> notifier() const noexcept { return writableNotifier(); }
+
 protected:
   ~Notifiee() override;
 };

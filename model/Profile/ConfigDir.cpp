@@ -57,7 +57,7 @@ Zel::Ptr<Config> ConfigDir::configDel(ConfigMap::Iterator& at) {
 }
 
 void ConfigDir::configDelAll() {
-  Zel::collectionDelAll(config_, [this](ConfigMap::Iterator& at) { configDel(at); });
+  Zel::collectionDelAll(*this, config_, [this](ConfigMap::Iterator& at) { configDel(at); });
 }
 
 void ConfigDir::configNotify(const ProfileKey& key) {

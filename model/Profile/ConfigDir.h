@@ -66,14 +66,19 @@ protected:
 public:
   /// A profile came or went; a look-up tells which.
   virtual void onConfig(const ProfileKey& key);
+  /// Not called by any mutator, like the next: for reactors that work off changes later.
   virtual void onConfigzelImmediate();
   virtual void onConfig();
 
   Zel::PendingKey<ProfileKey> zelPendingConfig;
 };
 
-/// What clients derive from.
+/// What clients derive from; it may write to what it hears of.
 class ZEL_API ConfigDir::Notifiee : public ConfigDir::NotifieeConst {
+public:
+  /// The object whose changes are heard, to be read and written; null without one.
+  Zel::Ptr<ConfigDir> notifier() const noexcept { return writableNotifier(); }
+
 protected:
   ~Notifiee() override;
 };

@@ -22,12 +22,15 @@ public:
 
   explicit DefaultProfile(Zel::Name name);
 
+  /// The name that stands for the system's own default, "#DEFAULTPROFILE".
   Zel::String8 systemDefaultProfileName() const;
 
+  /// The name of the default profile.
   Zel::String8 profileName() const noexcept { return Zel::read(*this, profileName_); }
   /// Any text is taken, the two constants included.
   void profileNameIs(Zel::String8 name);
 
+  /// The name that no configured profile should take, "default".
   Zel::String8 reservedProfileName() const;
 
   void zeroReferencesIs(bool zero) override;
@@ -51,11 +54,16 @@ protected:
   ~NotifieeConst() override;
 
 public:
+  /// The name has changed.
   virtual void onProfileName();
 };
 
-/// What clients derive from.
+/// What clients derive from; it may write to what it hears of.
 class ZEL_API DefaultProfile::Notifiee : public DefaultProfile::NotifieeConst {
+public:
+  /// The object whose changes are heard, to be read and written; null without one.
+  Zel::Ptr<DefaultProfile> notifier() const noexcept { return writableNotifier(); }
+
 protected:
   ~Notifiee() override;
 };

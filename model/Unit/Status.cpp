@@ -109,7 +109,7 @@ bool Status::groupDel(GroupMap::Iterator& at) {
 }
 
 void Status::groupDelAll() {
-  Zel::collectionDelAll(group_, [this](GroupMap::Iterator& at) { groupDel(at); });
+  Zel::collectionDelAll(*this, group_, [this](GroupMap::Iterator& at) { groupDel(at); });
 }
 
 Zel::Ptr<Status::ZelGroup> Status::newGroup(const Group::GroupKey& key, bool value) {
@@ -164,7 +164,7 @@ Zel::String8 Status::historyDel(HistoryMap::Iterator& at) {
 }
 
 void Status::historyDelAll() {
-  Zel::collectionDelAll(history_, [this](HistoryMap::Iterator& at) { historyDel(at); });
+  Zel::collectionDelAll(*this, history_, [this](HistoryMap::Iterator& at) { historyDel(at); });
 }
 
 Zel::Ptr<Status::ZelHistory> Status::newHistory(const double& time, Zel::String8 text) {
@@ -212,7 +212,7 @@ bool Status::intfsViolatingTrafficThresholdDel(IntfsViolatingTrafficThresholdMap
 }
 
 void Status::intfsViolatingTrafficThresholdDelAll() {
-  Zel::collectionDelAll(intfsViolatingTrafficThreshold_,
+  Zel::collectionDelAll(*this, intfsViolatingTrafficThreshold_,
                         [this](IntfsViolatingTrafficThresholdMap::Iterator& at) {
                           intfsViolatingTrafficThresholdDel(at);
                         });

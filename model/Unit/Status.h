@@ -22,6 +22,7 @@ public:
   class NotifieeConst;
   class Notifiee;
 
+  // The entries of the collections.
   class ZEL_API ZelGroup : public Zel::MapEntry<ZelGroup, Group::GroupKey, bool> {
     using MapEntry::MapEntry;
   };
@@ -66,23 +67,32 @@ public:
   /// The same, under the name that collections ask for.
   Zel::Name fwkKey() const;
 
+  /// What kind of unit it is.
   UnitType unitType() const noexcept { return Zel::read(*this, unitType_); }
   void unitTypeIs(UnitType type);
 
-  /// The groups that the unit covers. A key that is there may hold true or false.
+  /// The groups that the unit covers. A key that is there may hold true or false; reading one that
+  /// is not yields false.
   bool group(const Group::GroupKey& key) const;
+  /// Adds the key or changes its value.
   void groupIs(const Group::GroupKey& key, bool value);
+  /// Removes the key and yields the value that it held; false if it is not there.
   bool groupDel(const Group::GroupKey& key);
+  /// The same for the key under the iterator, which stays on it.
   bool groupDel(GroupMap::Iterator& at);
   void groupDelAll();
+  /// Adds the key, counting and telling nothing. Throws `Zel::NameInUseException` if it is there.
   Zel::Ptr<ZelGroup> newGroup(const Group::GroupKey& key, bool value);
+  /// Tells the notifiees of a key without any change. The key must outlive the call.
   void groupNotify(const Group::GroupKey& key);
+  /// The collection itself, for iteration.
   const GroupMap& groupMap() const noexcept { return group_; }
 
   /// The unit profile in force.
   Zel::String8 profileName() const noexcept { return Zel::read(*this, profileName_); }
   void profileNameIs(Zel::String8 name);
 
+  /// Any state may follow any other.
   State state() const noexcept { return Zel::read(*this, state_); }
   void stateIs(State state);
 
@@ -98,13 +108,15 @@ public:
   double onBootMaintExitTime() const noexcept { return Zel::read(*this, onBootMaintExitTime_); }
   void onBootMaintExitTimeIs(double time);
 
+  /// What `historySize` starts with: 12.
   unsigned defaultHistorySize() const noexcept;
 
   /// How many lines of history the writer is to keep.
   unsigned historySize() const noexcept { return Zel::read(*this, historySize_); }
   void historySizeIs(unsigned size);
 
-  /// Lines of text about events, by time in seconds, in ascending time.
+  /// Lines of text about events, by time in seconds, in ascending time. The operations are those of
+  /// `group`; a line that is not there reads as the empty text.
   Zel::String8 history(const double& time) const;
   void historyIs(const double& time, Zel::String8 text);
   Zel::String8 historyDel(const double& time);
@@ -126,7 +138,8 @@ public:
   const TrafficRates& aggTrafficRate() const noexcept { return Zel::read(*this, aggTrafficRate_); }
   void aggTrafficRateIs(const TrafficRates& rates);
 
-  /// The interfaces over the traffic limit. A key that is there may hold true or false.
+  /// The interfaces over the traffic limit. A key that is there may hold true or false. The
+  /// operations are those of `group`.
   bool intfsViolatingTrafficThreshold(Vexil::IntfId key) const;
   void intfsViolatingTrafficThresholdIs(Vexil::IntfId key, bool value);
   bool intfsViolatingTrafficThresholdDel(Vexil::IntfId key);
@@ -188,7 +201,9 @@ private:
 };
 
 /// Hears of the changes of a `Status`. A callback of a collection names the key that changed; a
-/// look-up tells whether it came, changed or went.
+/// look-up tells whether it came, changed or went. No mutator calls `onXzelImmediate` or the `onX`
+/// without a key of a collection: they are there for reactors that work off changes later, as are
+/// the pending keys, which belong to those.
 class ZEL_API Status::NotifieeConst
     : public Zel::NotifieeOf<Status, Status::NotifieeConst, Zel::Entity::NotifieeConst> {
 protected:
@@ -222,8 +237,12 @@ public:
   Zel::PendingKey<Vexil::IntfId> zelPendingIntfsViolatingTrafficThreshold;
 };
 
-/// What clients derive from.
+/// What clients derive from; it may write to what it hears of.
 class ZEL_API Status::Notifiee : public Status::NotifieeConst {
+public:
+  /// The object whose changes are heard, to be read and written; null without one.
+  Zel::Ptr<Status> notifier() const noexcept { return writableNotifier(); }
+
 protected:
   ~Notifiee() override;
 };

@@ -57,7 +57,7 @@ Zel::Ptr<Status> StatusDir::statusDel(StatusMap::Iterator& at) {
 }
 
 void StatusDir::statusDelAll() {
-  Zel::collectionDelAll(status_, [this](StatusMap::Iterator& at) { statusDel(at); });
+  Zel::collectionDelAll(*this, status_, [this](StatusMap::Iterator& at) { statusDel(at); });
 }
 
 void StatusDir::statusNotify(Zel::Name unit) {

@@ -66,14 +66,19 @@ protected:
 public:
   /// A record came or went; a look-up tells which.
   virtual void onStatus(Zel::Name unit);
+  /// Not called by any mutator, like the next: for reactors that work off changes later.
   virtual void onStatuszelImmediate();
   virtual void onStatus();
 
   Zel::PendingKey<Zel::Name> zelPendingStatus;
 };
 
-/// What clients derive from.
+/// What clients derive from; it may write to what it hears of.
 class ZEL_API StatusDir::Notifiee : public StatusDir::NotifieeConst {
+public:
+  /// The object whose changes are heard, to be read and written; null without one.
+  Zel::Ptr<StatusDir> notifier() const noexcept { return writableNotifier(); }
+
 protected:
   ~Notifiee() override;
 };

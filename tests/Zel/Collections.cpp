@@ -29,8 +29,8 @@ Group::GroupKey group(const char* name) { return {Group::groupTypeBgp, name}; }
 struct Listener : Status::Notifiee {
   void onGroup(const Group::GroupKey& key) override {
     groups.push_back(key.name());
-    if (onCall) {
-      onCall(key);
+    if (const auto call = onCall) { // a copy: the call may replace it
+      call(key);
     }
   }
   void onHistory(const double& time) override { times.push_back(time); }

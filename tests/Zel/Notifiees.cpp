@@ -153,7 +153,7 @@ TEST_F(Notifiees, ANotifierOfAnotherTypeCountsAsNull) {
   EXPECT_EQ(heard(), Log{});
 }
 
-TEST_F(Notifiees, OneMarkedForDeletionStaysInTheListUntilItLeavesByItself) {
+TEST_F(Notifiees, OneMarkedForDeletionCanStillBeTakenOut) {
   const auto notifiee = listen(profile, "a", log);
   notifiee->zelMarkedForDeletionIs(true);
   notifiee->isRegisteredNotifieeIs(false);

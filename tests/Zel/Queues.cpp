@@ -77,7 +77,7 @@ TEST(LinkedQueue, DeletingAllEmptiesItAndUnlinksTheEntries) {
   EXPECT_EQ(queue.version(), 4U);
   EXPECT_FALSE(kept->zelNext());
   queue.deleteAll();
-  EXPECT_EQ(queue.version(), 4U);
+  EXPECT_EQ(queue.version(), 5U);
 }
 
 TEST(LinkedQueue, DeletesAMemberByValueAndTellsWhenThereIsNone) {

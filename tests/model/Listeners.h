@@ -49,8 +49,8 @@ public:
 protected:
   void hear(const std::string& what) {
     log_.push_back(label_ + what);
-    if (onCall) {
-      onCall();
+    if (const auto call = onCall) { // a copy: the call may replace it
+      call();
     }
   }
 

@@ -19,8 +19,8 @@ public:
 
   void onProfileName() override {
     log_.push_back(label_);
-    if (onCall) {
-      onCall();
+    if (const auto call = onCall) { // a copy: the call may replace it
+      call();
     }
   }
   void onZeroReferences() override { log_.push_back(label_ + " zero"); }

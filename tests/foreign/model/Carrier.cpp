@@ -55,7 +55,7 @@ bool Carrier::loadDel(LoadMap::Iterator& at) {
 }
 
 void Carrier::loadDelAll() {
-  Zel::collectionDelAll(load_, [this](LoadMap::Iterator& at) { loadDel(at); });
+  Zel::collectionDelAll(*this, load_, [this](LoadMap::Iterator& at) { loadDel(at); });
 }
 
 Zel::Ptr<Carrier::ZelLoad> Carrier::newLoad(const SkuKey& key, bool value) {
@@ -81,7 +81,7 @@ SlotCode Carrier::targetDel(TargetMap::Iterator& at) {
 }
 
 void Carrier::targetDelAll() {
-  Zel::collectionDelAll(target_, [this](TargetMap::Iterator& at) { targetDel(at); });
+  Zel::collectionDelAll(*this, target_, [this](TargetMap::Iterator& at) { targetDel(at); });
 }
 
 Zel::Ptr<Carrier::ZelTarget> Carrier::newTarget(Zone zone, const SlotCode& slot) {

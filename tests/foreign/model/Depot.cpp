@@ -63,7 +63,7 @@ Alarm Depot::alarmDel(AlarmMap::Iterator& at) {
 }
 
 void Depot::alarmDelAll() {
-  Zel::collectionDelAll(alarm_, [this](AlarmMap::Iterator& at) { alarmDel(at); });
+  Zel::collectionDelAll(*this, alarm_, [this](AlarmMap::Iterator& at) { alarmDel(at); });
 }
 
 Zel::Ptr<Depot::ZelAlarm> Depot::newAlarm(const Alarm& alarm) {

@@ -77,7 +77,7 @@ unsigned Order::itemDel(ItemMap::Iterator& at) {
 }
 
 void Order::itemDelAll() {
-  Zel::collectionDelAll(item_, [this](ItemMap::Iterator& at) { itemDel(at); });
+  Zel::collectionDelAll(*this, item_, [this](ItemMap::Iterator& at) { itemDel(at); });
 }
 
 Zel::Ptr<Order::ZelItem> Order::newItem(Zel::String8 sku, unsigned pieces) {
@@ -132,7 +132,7 @@ Zel::Ptr<Order> OrderDir::orderDel(OrderMap::Iterator& at) {
 }
 
 void OrderDir::orderDelAll() {
-  Zel::collectionDelAll(order_, [this](OrderMap::Iterator& at) { orderDel(at); });
+  Zel::collectionDelAll(*this, order_, [this](OrderMap::Iterator& at) { orderDel(at); });
 }
 
 void OrderDir::orderNotify(Zel::Name name) {

@@ -83,7 +83,7 @@ unsigned Perishable::batchDel(BatchMap::Iterator& at) {
 }
 
 void Perishable::batchDelAll() {
-  Zel::collectionDelAll(batch_, [this](BatchMap::Iterator& at) { batchDel(at); });
+  Zel::collectionDelAll(*this, batch_, [this](BatchMap::Iterator& at) { batchDel(at); });
 }
 
 Zel::Ptr<Perishable::ZelBatch> Perishable::newBatch(Zel::String8 name, unsigned pieces) {
@@ -155,7 +155,8 @@ Zel::Ptr<Perishable> PerishableDir::perishableDel(PerishableMap::Iterator& at) {
 }
 
 void PerishableDir::perishableDelAll() {
-  Zel::collectionDelAll(perishable_, [this](PerishableMap::Iterator& at) { perishableDel(at); });
+  Zel::collectionDelAll(*this, perishable_,
+                        [this](PerishableMap::Iterator& at) { perishableDel(at); });
 }
 
 void PerishableDir::perishableNotify(Zel::String8 sku) {

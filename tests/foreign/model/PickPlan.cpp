@@ -62,7 +62,7 @@ Zel::Ptr<Tour> PickPlan::tourDel(TourMap::Iterator& at) {
 }
 
 void PickPlan::tourDelAll() {
-  Zel::collectionDelAll(tour_, [this](TourMap::Iterator& at) { tourDel(at); });
+  Zel::collectionDelAll(*this, tour_, [this](TourMap::Iterator& at) { tourDel(at); });
 }
 
 void PickPlan::tourNotify(const TourKey& key) {
@@ -97,7 +97,8 @@ bool PickSet::candidateDel(CandidateMap::Iterator& at) {
 }
 
 void PickSet::candidateDelAll() {
-  Zel::collectionDelAll(candidate_, [this](CandidateMap::Iterator& at) { candidateDel(at); });
+  Zel::collectionDelAll(*this, candidate_,
+                        [this](CandidateMap::Iterator& at) { candidateDel(at); });
 }
 
 Zel::Ptr<PickSet::ZelCandidate> PickSet::newCandidate(const SkuKey& key, bool value) {

@@ -68,7 +68,7 @@ bool Product::supplierDel(SupplierMap::Iterator& at) {
 }
 
 void Product::supplierDelAll() {
-  Zel::collectionDelAll(supplier_, [this](SupplierMap::Iterator& at) { supplierDel(at); });
+  Zel::collectionDelAll(*this, supplier_, [this](SupplierMap::Iterator& at) { supplierDel(at); });
 }
 
 Zel::Ptr<Product::ZelSupplier> Product::newSupplier(Zel::Name name, bool value) {
@@ -123,7 +123,7 @@ Zel::Ptr<Product> ProductDir::productDel(ProductMap::Iterator& at) {
 }
 
 void ProductDir::productDelAll() {
-  Zel::collectionDelAll(product_, [this](ProductMap::Iterator& at) { productDel(at); });
+  Zel::collectionDelAll(*this, product_, [this](ProductMap::Iterator& at) { productDel(at); });
 }
 
 void ProductDir::productNotify(const SkuKey& key) {

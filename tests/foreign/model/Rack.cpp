@@ -96,7 +96,8 @@ bool Rack::allowedZoneDel(AllowedZoneMap::Iterator& at) {
 }
 
 void Rack::allowedZoneDelAll() {
-  Zel::collectionDelAll(allowedZone_, [this](AllowedZoneMap::Iterator& at) { allowedZoneDel(at); });
+  Zel::collectionDelAll(*this, allowedZone_,
+                        [this](AllowedZoneMap::Iterator& at) { allowedZoneDel(at); });
 }
 
 Zel::Ptr<Rack::ZelAllowedZone> Rack::newAllowedZone(Zone zone, bool value) {
@@ -126,7 +127,8 @@ bool Rack::reservationDel(ReservationMap::Iterator& at) {
 }
 
 void Rack::reservationDelAll() {
-  Zel::collectionDelAll(reservation_, [this](ReservationMap::Iterator& at) { reservationDel(at); });
+  Zel::collectionDelAll(*this, reservation_,
+                        [this](ReservationMap::Iterator& at) { reservationDel(at); });
 }
 
 Zel::Ptr<Rack::ZelReservation> Rack::newReservation(Zel::String8 customer, bool value) {
@@ -155,7 +157,7 @@ Zel::String8 Rack::labelDel(LabelMap::Iterator& at) {
 }
 
 void Rack::labelDelAll() {
-  Zel::collectionDelAll(label_, [this](LabelMap::Iterator& at) { labelDel(at); });
+  Zel::collectionDelAll(*this, label_, [this](LabelMap::Iterator& at) { labelDel(at); });
 }
 
 Zel::Ptr<Rack::ZelLabel> Rack::newLabel(Zel::Name language, Zel::String8 text) {
@@ -186,7 +188,7 @@ Dimensions Rack::spaceDel(SpaceMap::Iterator& at) {
 }
 
 void Rack::spaceDelAll() {
-  Zel::collectionDelAll(space_, [this](SpaceMap::Iterator& at) { spaceDel(at); });
+  Zel::collectionDelAll(*this, space_, [this](SpaceMap::Iterator& at) { spaceDel(at); });
 }
 
 Zel::Ptr<Rack::ZelSpace> Rack::newSpace(Zone zone, const Dimensions& free) {
@@ -217,7 +219,7 @@ Zel::String8 Rack::noteDel(NoteMap::Iterator& at) {
 }
 
 void Rack::noteDelAll() {
-  Zel::collectionDelAll(note_, [this](NoteMap::Iterator& at) { noteDel(at); });
+  Zel::collectionDelAll(*this, note_, [this](NoteMap::Iterator& at) { noteDel(at); });
 }
 
 Zel::Ptr<Rack::ZelNote> Rack::newNote(const double& time, Zel::String8 text) {
@@ -243,7 +245,7 @@ double Rack::readingDel(ReadingMap::Iterator& at) {
 }
 
 void Rack::readingDelAll() {
-  Zel::collectionDelAll(reading_, [this](ReadingMap::Iterator& at) { readingDel(at); });
+  Zel::collectionDelAll(*this, reading_, [this](ReadingMap::Iterator& at) { readingDel(at); });
 }
 
 Zel::Ptr<Rack::ZelReading> Rack::newReading(const double& time, double temperature) {

@@ -114,7 +114,7 @@ bool Tour::helperDel(HelperMap::Iterator& at) {
 }
 
 void Tour::helperDelAll() {
-  Zel::collectionDelAll(helper_, [this](HelperMap::Iterator& at) { helperDel(at); });
+  Zel::collectionDelAll(*this, helper_, [this](HelperMap::Iterator& at) { helperDel(at); });
 }
 
 Zel::Ptr<Tour::ZelHelper> Tour::newHelper(Zel::String8 name, bool value) {
@@ -144,7 +144,7 @@ Zel::Ptr<Stop> Tour::stopDel(StopMap::Iterator& at) {
 }
 
 void Tour::stopDelAll() {
-  Zel::collectionDelAll(stop_, [this](StopMap::Iterator& at) { stopDel(at); });
+  Zel::collectionDelAll(*this, stop_, [this](StopMap::Iterator& at) { stopDel(at); });
 }
 
 void Tour::stopNotify(const SkuKey& key) {
@@ -170,7 +170,7 @@ Zel::Ptr<Mark> Tour::markDel(MarkMap::Iterator& at) {
 }
 
 void Tour::markDelAll() {
-  Zel::collectionDelAll(mark_, [this](MarkMap::Iterator& at) { markDel(at); });
+  Zel::collectionDelAll(*this, mark_, [this](MarkMap::Iterator& at) { markDel(at); });
 }
 
 void Tour::markNotify(const SkuKey& key) {
