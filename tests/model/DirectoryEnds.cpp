@@ -144,8 +144,7 @@ TYPED_TEST(DirectoryEnds, AMemberThatANotifieePutsInMeanwhileIsLeftWithoutAParen
       return;
     }
     nested = true;
-    // The notifier is read-only to its notifiees; whoever has made the directory may write.
-    auto& ending = const_cast<typename TypeParam::Dir&>(*listener->notifier());
+    auto& ending = *listener->notifier();
     const int number = 100 + static_cast<int>(added.size());
     added.push_back(TypeParam::is(ending, TypeParam::key(added.size() < 20 ? number : 119)));
     nested = false;
