@@ -154,6 +154,10 @@ String8 stringValue(IntfId id) {
 
 String8 valueToStrep(const IntfId& id) { return Zel::valueToStrep(stringValue(id)); }
 
+void appendStrep(Zel::TextBuffer& out, const IntfId& id) { Zel::appendStrep(out, stringValue(id)); }
+
+void readStrep(Zel::TextReader& in, IntfId& id) { id = parse(in.string()); }
+
 std::ostream& operator<<(std::ostream& out, const IntfId& id) { return out << stringValue(id); }
 
 } // namespace Vexil

@@ -2,25 +2,7 @@
 
 #include <Zel/StreamAdapter>
 
-#include <string>
-
 namespace Zel {
-
-namespace {
-
-String8 escaped(const String8& name) {
-  std::string text;
-  for (const char byte : name.view()) {
-    if (byte == '/' || byte == '%') {
-      text += byte == '/' ? "%2F" : "%25";
-    } else {
-      text += byte;
-    }
-  }
-  return String8(text);
-}
-
-} // namespace
 
 Entity::~Entity() = default;
 
@@ -39,16 +21,6 @@ const ZelAttr* Entity::parentAttr() const { return nullptr; }
 AttributeId Entity::parentAttrId() const { return parentAttrId_; }
 void Entity::parentAttrIdIs(AttributeId id) { parentAttrId_ = id; }
 
-EntityUriPath Entity::uriPath() const {
-  const Ptr<const Entity> holder = parent();
-  const String8 step = "/" + escaped(name());
-  if (!holder) {
-    return EntityUriPath(step);
-  }
-  return EntityUriPath(holder->uriPath().text() + "/" + holder->attributeString(parentAttrId_) +
-                       step);
-}
-
 String8 Entity::fullName() const {
   const Ptr<const Entity> holder = parent();
   return holder ? holder->fullName() + "/" + name() : String8(name());
@@ -58,8 +30,12 @@ String8 Entity::attributeString(AttributeId id) const {
   switch (id) {
   case fwkKeyId:
     return "fwkKey";
+  case entityNameId:
+    return "name";
   case zelHasAttrLogInterfaceId:
     return "zelHasAttrLogInterface";
+  case zelNboAttrLogSaForMsgChannelId:
+    return "zelNboAttrLogSaForMsgChannel";
   default:
     return "unknown";
   }

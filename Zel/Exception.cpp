@@ -20,8 +20,10 @@ bool Expect::expects(ExceptionId id) noexcept {
 namespace {
 
 bool isExpected(Exception::IdBitArray ids) {
-  for (const ExceptionId id : {exceptionId, internalExceptionId, rangeExceptionId,
-                               nameInUseExceptionId, attrLogExceptionId}) {
+  for (const ExceptionId id :
+       {exceptionId, internalExceptionId, rangeExceptionId, nameInUseExceptionId, constExceptionId,
+        badIndexAttrExceptionId, opNotSupportedExceptionId, typeExceptionId, unknownArgExceptionId,
+        unknownAttrExceptionId, attrLogExceptionId}) {
     if (ids.has(id) && Expect::expects(id)) {
       return true;
     }
@@ -55,6 +57,24 @@ AttrLogRecordException::AttrLogRecordException(String8 message, IdBitArray ids)
 EntityIdUnavailableException::EntityIdUnavailableException(String8 message, IdBitArray ids)
     : Exception(std::move(message), ids.add(id), true) {}
 
+ConstException::ConstException(String8 message, IdBitArray ids)
+    : InternalException(std::move(message), ids.add(id)) {}
+
+BadIndexAttrException::BadIndexAttrException(String8 message, IdBitArray ids)
+    : RangeException(std::move(message), ids.add(id)) {}
+
+OpNotSupportedException::OpNotSupportedException(String8 message, IdBitArray ids)
+    : RangeException(std::move(message), ids.add(id)) {}
+
+TypeException::TypeException(String8 message, IdBitArray ids)
+    : RangeException(std::move(message), ids.add(id)) {}
+
+UnknownArgException::UnknownArgException(String8 message, IdBitArray ids)
+    : RangeException(std::move(message), ids.add(id)) {}
+
+UnknownAttrException::UnknownAttrException(String8 message, IdBitArray ids)
+    : RangeException(std::move(message), ids.add(id)) {}
+
 // The destructors stand here so that each class has one home for its type information.
 Exception::~Exception() = default;
 InternalException::~InternalException() = default;
@@ -62,6 +82,12 @@ RangeException::~RangeException() = default;
 NameInUseException::~NameInUseException() = default;
 AttrLogRecordException::~AttrLogRecordException() = default;
 EntityIdUnavailableException::~EntityIdUnavailableException() = default;
+ConstException::~ConstException() = default;
+BadIndexAttrException::~BadIndexAttrException() = default;
+OpNotSupportedException::~OpNotSupportedException() = default;
+TypeException::~TypeException() = default;
+UnknownArgException::~UnknownArgException() = default;
+UnknownAttrException::~UnknownAttrException() = default;
 
 void throwRangeException(const char* message) { throw RangeException(message); }
 void throwRangeException(const String8& message) { throw RangeException(message); }

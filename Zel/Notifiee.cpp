@@ -1,9 +1,12 @@
 #include <Zel/Notifiee>
 
+#include <Zel/Activity>
 #include <Zel/Entity>
 #include <Zel/Exception>
 #include <Zel/StreamAdapter>
 #include <Zel/Trace>
+
+#include <limits>
 
 namespace Zel {
 
@@ -52,8 +55,10 @@ void NotifieeConst::isWeakReferenceIs(bool weak) {
     return;
   }
   const PtrInterface* const notifier = notifier_.ptr();
-  if (weak && notifier != nullptr && !registered_ && notifier->references() == 1) {
-    // The count that is given up is the last, and outside the list nobody would tell of the end.
+  if (weak && notifier != nullptr && !registered_ &&
+      (notifier->references() == 1 || !hasNotificationActive())) {
+    // The count that is given up is the last, or notification is off: outside the list nobody would
+    // tell of the end.
     notifierIs(nullptr);
   }
   weak_ = weak;
@@ -67,14 +72,35 @@ void NotifieeConst::isWeakReferenceIs(bool weak) {
   }
 }
 
+void NotifieeConst::weakCountsBalance(const PtrInterface* former,
+                                      const PtrInterface* next) const noexcept {
+  if (!weak_) {
+    return;
+  }
+  if (former != nullptr) {
+    former->referencesInc();
+  }
+  if (next != nullptr) {
+    next->referencesDec();
+  }
+}
+
 void NotifieeConst::notifierGone() noexcept {
+  // An adapter's reactor stands in no list, and forgets with it.
+  NotifieeConst* const reactor = zelRawReactor();
+  if (reactor != nullptr && reactor != this && reactor->notifier_ == notifier_) {
+    [[maybe_unused]] const PtrInterface* const reactorsGone = reactor->notifier_.release();
+  }
   // Nothing is dropped: a weak reference holds no count, and a count that a notifiee has taken on a
   // dying notifier keeps nothing alive.
   [[maybe_unused]] const PtrInterface* const gone = notifier_.release();
 }
 
 bool NotifieeConst::goesFirst() const {
-  return dynamic_cast<const Entity::ZelNboAttrLogSa*>(zelReactor().ptr()) != nullptr;
+  // The cast walks the whole chain of classes where it fails, so the cheap question comes first.
+  const Ptr<NotifieeConst> reactor = zelReactor();
+  return reactor && reactor->isStreamAdapter() &&
+         dynamic_cast<const Entity::ZelNboAttrLogSa*>(reactor.ptr()) != nullptr;
 }
 
 void NotifieeConst::handleNotification(ActivityConfig* /*config*/) {}
@@ -110,7 +136,25 @@ Ptr<PtrInterface> NotifieeConst::activityPtr() const { return nullptr; }
 ActivitySm* NotifieeConst::zelFwkActivity() { return nullptr; }
 const ActivitySm* NotifieeConst::zelFwkActivity() const { return nullptr; }
 ActivitySm* NotifieeConst::actsm() { return nullptr; }
-bool NotifieeConst::zelOnAttribute(AttributeId /*id*/, unsigned char* /*pending*/) { return false; }
-void NotifieeConst::redispatch(ActivitySm* /*sm*/) {}
+
+bool NotifieeConst::zelOnAttribute(AttributeId id, unsigned char* pending) {
+  ActivitySm* const scheduler = ActivitySm::installed();
+  if (scheduler == nullptr || !scheduler->take(*this, id)) {
+    return false;
+  }
+  // It counts up to many, and does not wrap around to none.
+  if (pending != nullptr && *pending != std::numeric_limits<unsigned char>::max()) {
+    ++*pending;
+  }
+  return true;
+}
+
+void NotifieeConst::redispatch(ActivitySm* sm) {
+  if (sm != nullptr) {
+    sm->redispatch();
+  }
+}
+
+PtrInterface::Notifiee::~Notifiee() = default;
 
 } // namespace Zel

@@ -13,8 +13,7 @@ constexpr Zel::AttrRow rows[] = {
 };
 static_assert(Zel::rowsAreInOrder(rows, Zel::firstEntityAttributeId));
 
-constexpr Zel::TypeTable table{
-    Config::zelTypeName, Zel::TypeKind::entity, nullptr, false, sizeof(Config), rows};
+constexpr Zel::TypeTable table = Zel::tableOf<Config, ProfileKey>(rows, {.hasFactory = false});
 
 } // namespace
 
@@ -26,7 +25,7 @@ Config::~Config() = default;
 void Config::zeroReferencesIs(bool /*zero*/) { Zel::notifyZeroReferences(*this); }
 
 Zel::String8 Config::attributeString(Zel::AttributeId id) const {
-  return Zel::attributeString(table, id, Entity::attributeString(id));
+  return Zel::attributeString(table, id, [&] { return Entity::attributeString(id); });
 }
 
 Config::NotifieeConst::~NotifieeConst() = default;

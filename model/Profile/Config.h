@@ -12,6 +12,10 @@ class ZEL_API Config : public Zel::Entity {
 public:
   static constexpr std::string_view zelTypeName = "Maintenance::Profile::Config";
   static const Zel::TypeTable& zelTable();
+  static const Zel::ZelType* _fwkType();
+  const Zel::ZelType* fwkType() const override { return _fwkType(); }
+  using _Type = Zel::TypeOf<Config>;
+  class GenericIf_;
 
   class NotifieeConst;
   class Notifiee;

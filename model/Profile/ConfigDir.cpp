@@ -11,13 +11,12 @@ using Row = Zel::Rows<ConfigDir>;
 constexpr Zel::AttrRow rows[] = {
     Row::Collection<ConfigDir::ConfigMap, &ConfigDir::configMap>::Of<>::instantiating<
         &ConfigDir::config, &ConfigDir::configIs, &ConfigDir::configDel, &ConfigDir::configDelAll,
-        &ConfigDir::configNotify, Callbacks, &Callbacks::onConfig, &Callbacks::onConfig>(
-        Attr::config, "config"),
+        &ConfigDir::configNotify, Callbacks, &Callbacks::onConfig, &Callbacks::onConfig,
+        &Callbacks::zelPendingConfig>(Attr::config, "config"),
 };
 static_assert(Zel::rowsAreInOrder(rows, Zel::firstEntityAttributeId));
 
-constexpr Zel::TypeTable table{
-    ConfigDir::zelTypeName, Zel::TypeKind::entity, nullptr, true, sizeof(ConfigDir), rows};
+constexpr Zel::TypeTable table = Zel::tableOf<ConfigDir, Zel::Name>(rows);
 
 } // namespace
 
@@ -32,7 +31,7 @@ ConfigDir::~ConfigDir() {
 void ConfigDir::zeroReferencesIs(bool /*zero*/) { Zel::notifyZeroReferences(*this); }
 
 Zel::String8 ConfigDir::attributeString(Zel::AttributeId id) const {
-  return Zel::attributeString(table, id, Entity::attributeString(id));
+  return Zel::attributeString(table, id, [&] { return Entity::attributeString(id); });
 }
 
 Zel::Ptr<Config> ConfigDir::config(const ProfileKey& key) const {

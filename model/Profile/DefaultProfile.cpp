@@ -18,12 +18,7 @@ constexpr Zel::AttrRow rows[] = {
 };
 static_assert(Zel::rowsAreInOrder(rows, Zel::firstEntityAttributeId));
 
-constexpr Zel::TypeTable table{DefaultProfile::zelTypeName,
-                               Zel::TypeKind::entity,
-                               nullptr,
-                               true,
-                               sizeof(DefaultProfile),
-                               rows};
+constexpr Zel::TypeTable table = Zel::tableOf<DefaultProfile, Zel::Name>(rows);
 
 } // namespace
 
@@ -35,7 +30,7 @@ DefaultProfile::~DefaultProfile() = default;
 void DefaultProfile::zeroReferencesIs(bool /*zero*/) { Zel::notifyZeroReferences(*this); }
 
 Zel::String8 DefaultProfile::attributeString(Zel::AttributeId id) const {
-  return Zel::attributeString(table, id, Entity::attributeString(id));
+  return Zel::attributeString(table, id, [&] { return Entity::attributeString(id); });
 }
 
 Zel::String8 DefaultProfile::systemDefaultProfileName() const {

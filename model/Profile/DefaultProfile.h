@@ -1,7 +1,7 @@
 #pragma once
 
 #include <Zel/Attribute>
-#include <Zel/TypeTable>
+#include <Zel/Layers>
 
 namespace Maintenance::Profile {
 
@@ -10,6 +10,10 @@ class ZEL_API DefaultProfile : public Zel::Entity {
 public:
   static constexpr std::string_view zelTypeName = "Maintenance::Profile::DefaultProfile";
   static const Zel::TypeTable& zelTable();
+  static const Zel::ZelType* _fwkType();
+  const Zel::ZelType* fwkType() const override { return _fwkType(); }
+  using _Type = Zel::TypeOf<DefaultProfile>;
+  class GenericIf_;
 
   class NotifieeConst;
   class Notifiee;

@@ -16,22 +16,11 @@ constexpr Zel::AttrRow rows[] = {
 };
 static_assert(Zel::rowsAreInOrder(rows, Zel::firstValueAttributeId));
 
-constexpr Zel::TypeTable table{
-    ProfileKey::zelTypeName, Zel::TypeKind::value, nullptr, false, sizeof(ProfileKey), rows};
+constexpr Zel::TypeTable table = Zel::tableOf<ProfileKey, ProfileType, Zel::String8>(rows);
 
 } // namespace
 
 const Zel::TypeTable& ProfileKey::zelTable() { return table; }
-
-ProfileType ProfileTypeInstance(unsigned number) {
-  return static_cast<ProfileType>(Zel::enumInstance(enumTable(ProfileType()), number));
-}
-
-ProfileType ProfileTypeInstance(Zel::String8 name) {
-  return static_cast<ProfileType>(Zel::enumInstance(enumTable(ProfileType()), name));
-}
-
-Zel::String8 stringValue(ProfileType type) { return Zel::enumString(enumTable(type), type); }
 
 unsigned ProfileKey::hash() const noexcept {
   return Zel::oneAtATimeEnd(Zel::oneAtATimeStep(0, static_cast<unsigned>(type_)) ^ name_.hash());

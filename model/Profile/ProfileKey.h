@@ -2,7 +2,7 @@
 
 #include <model/Profile/ProfileType.h>
 
-#include <Zel/TypeTable>
+#include <Zel/Layers>
 
 namespace Maintenance::Profile {
 
@@ -11,12 +11,18 @@ class ZEL_API ProfileKey {
 public:
   static constexpr std::string_view zelTypeName = "Maintenance::Profile::ProfileKey";
   static const Zel::TypeTable& zelTable();
+  static const Zel::ZelType* _fwkType();
+  using _Type = Zel::TypeOf<ProfileKey>;
+  using GenericIf_ = Zel::ValueGenericIf<ProfileKey>;
 
   struct Attr {
     static constexpr Zel::AttributeId type = 2;
     static constexpr Zel::AttributeId name = 3;
     static constexpr Zel::AttributeId hash = 4;
   };
+
+  /// Reads the text form. Throws `Zel::RangeException`.
+  ProfileKey(Zel::String8::IteratorConst& first, const Zel::String8::IteratorConst& last);
 
   ProfileKey() noexcept = default;
   ProfileKey(ProfileType type, Zel::String8 name) noexcept : type_(type), name_(std::move(name)) {}
@@ -43,5 +49,8 @@ private:
   ProfileType type_ = profileTypeNone;
   Zel::String8 name_;
 };
+
+ZEL_API Zel::String8 valueToStrep(const ProfileKey& value);
+ZEL_API std::ostream& operator<<(std::ostream& out, const ProfileKey& value);
 
 } // namespace Maintenance::Profile

@@ -12,9 +12,7 @@ constexpr Zel::AttrRow builtinUnitNameRows[] = {
 };
 static_assert(Zel::rowsAreInOrder(builtinUnitNameRows, Zel::firstValueAttributeId));
 
-constexpr Zel::TypeTable builtinUnitNameTable{
-    BuiltinUnitName::zelTypeName, Zel::TypeKind::value, nullptr, false,
-    sizeof(BuiltinUnitName),      builtinUnitNameRows};
+constexpr Zel::TypeTable builtinUnitNameTable = Zel::tableOf<BuiltinUnitName>(builtinUnitNameRows);
 
 using Classes = MaintenanceStageClasses;
 
@@ -26,8 +24,7 @@ constexpr Zel::AttrRow stageClassesRows[] = {
 };
 static_assert(Zel::rowsAreInOrder(stageClassesRows, Zel::firstValueAttributeId));
 
-constexpr Zel::TypeTable stageClassesTable{
-    Classes::zelTypeName, Zel::TypeKind::value, nullptr, false, sizeof(Classes), stageClassesRows};
+constexpr Zel::TypeTable stageClassesTable = Zel::tableOf<Classes>(stageClassesRows);
 
 using List = MaintenanceStageList;
 
@@ -37,8 +34,7 @@ constexpr Zel::AttrRow stageListRows[] = {
 };
 static_assert(Zel::rowsAreInOrder(stageListRows, Zel::firstValueAttributeId));
 
-constexpr Zel::TypeTable stageListTable{List::zelTypeName, Zel::TypeKind::value, nullptr, false,
-                                        sizeof(List),      stageListRows};
+constexpr Zel::TypeTable stageListTable = Zel::tableOf<List>(stageListRows);
 
 } // namespace
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <Zel/TypeTable>
+#include <Zel/Layers>
 
 /// Values that hold nothing: their attributes are constants of the type, and any two are equal.
 namespace Maintenance::Unit {
@@ -10,11 +10,18 @@ class ZEL_API BuiltinUnitName {
 public:
   static constexpr std::string_view zelTypeName = "Maintenance::Unit::BuiltinUnitName";
   static const Zel::TypeTable& zelTable();
+  static const Zel::ZelType* _fwkType();
+  using _Type = Zel::TypeOf<BuiltinUnitName>;
+  using GenericIf_ = Zel::ValueGenericIf<BuiltinUnitName>;
 
   struct Attr {
     static constexpr Zel::AttributeId system = 2;
     static constexpr Zel::AttributeId linecard = 3;
   };
+
+  BuiltinUnitName() noexcept = default;
+  /// Reads the text form, an empty frame. Throws `Zel::RangeException`.
+  BuiltinUnitName(Zel::String8::IteratorConst& first, const Zel::String8::IteratorConst& last);
 
   Zel::Name system() const { return "System"; }
   Zel::Name linecard() const { return "Linecard"; }
@@ -22,16 +29,27 @@ public:
   friend bool operator==(const BuiltinUnitName&, const BuiltinUnitName&) noexcept { return true; }
 };
 
+ZEL_API Zel::String8 valueToStrep(const BuiltinUnitName& value);
+ZEL_API std::ostream& operator<<(std::ostream& out, const BuiltinUnitName& value);
+
 /// The two classes of maintenance stages, one for entering and one for leaving maintenance.
 class ZEL_API MaintenanceStageClasses {
 public:
   static constexpr std::string_view zelTypeName = "Maintenance::Unit::MaintenanceStageClasses";
   static const Zel::TypeTable& zelTable();
+  static const Zel::ZelType* _fwkType();
+  using _Type = Zel::TypeOf<MaintenanceStageClasses>;
+  using GenericIf_ = Zel::ValueGenericIf<MaintenanceStageClasses>;
 
   struct Attr {
     static constexpr Zel::AttributeId maintEnterClass = 2;
     static constexpr Zel::AttributeId maintExitClass = 3;
   };
+
+  MaintenanceStageClasses() noexcept = default;
+  /// Reads the text form, an empty frame. Throws `Zel::RangeException`.
+  MaintenanceStageClasses(Zel::String8::IteratorConst& first,
+                          const Zel::String8::IteratorConst& last);
 
   Zel::Name maintEnterClass() const { return "maintEnter"; }
   Zel::Name maintExitClass() const { return "maintExit"; }
@@ -41,16 +59,26 @@ public:
   }
 };
 
+ZEL_API Zel::String8 valueToStrep(const MaintenanceStageClasses& value);
+ZEL_API std::ostream& operator<<(std::ostream& out, const MaintenanceStageClasses& value);
+
 /// The stages known here: the BGP stage and the traffic rate monitor stage.
 class ZEL_API MaintenanceStageList {
 public:
   static constexpr std::string_view zelTypeName = "Maintenance::Unit::MaintenanceStageList";
   static const Zel::TypeTable& zelTable();
+  static const Zel::ZelType* _fwkType();
+  using _Type = Zel::TypeOf<MaintenanceStageList>;
+  using GenericIf_ = Zel::ValueGenericIf<MaintenanceStageList>;
 
   struct Attr {
     static constexpr Zel::AttributeId bgpStage = 2;
     static constexpr Zel::AttributeId rateMonStage = 3;
   };
+
+  MaintenanceStageList() noexcept = default;
+  /// Reads the text form, an empty frame. Throws `Zel::RangeException`.
+  MaintenanceStageList(Zel::String8::IteratorConst& first, const Zel::String8::IteratorConst& last);
 
   Zel::String8 bgpStage() const { return "bgp"; }
   Zel::String8 rateMonStage() const { return "ratemon"; }
@@ -59,5 +87,8 @@ public:
     return true;
   }
 };
+
+ZEL_API Zel::String8 valueToStrep(const MaintenanceStageList& value);
+ZEL_API std::ostream& operator<<(std::ostream& out, const MaintenanceStageList& value);
 
 } // namespace Maintenance::Unit

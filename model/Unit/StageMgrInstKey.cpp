@@ -23,12 +23,7 @@ constexpr Zel::AttrRow rows[] = {
 };
 static_assert(Zel::rowsAreInOrder(rows, Zel::firstValueAttributeId));
 
-constexpr Zel::TypeTable table{StageMgrInstKey::zelTypeName,
-                               Zel::TypeKind::value,
-                               nullptr,
-                               false,
-                               sizeof(StageMgrInstKey),
-                               rows};
+constexpr Zel::TypeTable table = Zel::tableOf<StageMgrInstKey, Zel::String8>(rows);
 
 } // namespace
 

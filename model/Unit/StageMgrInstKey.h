@@ -1,6 +1,6 @@
 #pragma once
 
-#include <Zel/TypeTable>
+#include <Zel/Layers>
 
 namespace Maintenance::Unit {
 
@@ -11,12 +11,18 @@ class ZEL_API StageMgrInstKey {
 public:
   static constexpr std::string_view zelTypeName = "Maintenance::Unit::StageMgrInstKey";
   static const Zel::TypeTable& zelTable();
+  static const Zel::ZelType* _fwkType();
+  using _Type = Zel::TypeOf<StageMgrInstKey>;
+  using GenericIf_ = Zel::ValueGenericIf<StageMgrInstKey>;
 
   struct Attr {
     static constexpr Zel::AttributeId instanceName = 2;
     static constexpr Zel::AttributeId unitName = 3;
     static constexpr Zel::AttributeId genId = 4;
   };
+
+  /// Reads the text form. Throws `Zel::RangeException`.
+  StageMgrInstKey(Zel::String8::IteratorConst& first, const Zel::String8::IteratorConst& last);
 
   StageMgrInstKey() noexcept = default;
   /// As `instanceNameIs` on a default key.
@@ -49,5 +55,8 @@ private:
   Zel::String8 unitName_;
   unsigned genId_ = 0;
 };
+
+ZEL_API Zel::String8 valueToStrep(const StageMgrInstKey& value);
+ZEL_API std::ostream& operator<<(std::ostream& out, const StageMgrInstKey& value);
 
 } // namespace Maintenance::Unit

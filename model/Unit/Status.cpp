@@ -14,8 +14,8 @@ constexpr Zel::AttrRow rows[] = {
         Attr::unitType, "unitType"),
     Row::Collection<Status::GroupMap, &Status::groupMap>::keyed<
         &Status::group, &Status::groupIs, &Status::groupDel, &Status::groupDelAll,
-        &Status::groupNotify, Callbacks, &Callbacks::onGroup, &Callbacks::onGroup>(Attr::group,
-                                                                                   "group"),
+        &Status::groupNotify, Callbacks, &Callbacks::onGroup, &Callbacks::onGroup,
+        &Callbacks::zelPendingGroup>(Attr::group, "group"),
     Row::singular<&Status::profileName, &Status::profileNameIs, Callbacks,
                   &Callbacks::onProfileName>(Attr::profileName, "profileName"),
     Row::singular<&Status::state, &Status::stateIs, Callbacks, &Callbacks::onState>(Attr::state,
@@ -32,8 +32,8 @@ constexpr Zel::AttrRow rows[] = {
                   &Callbacks::onHistorySize>(Attr::historySize, "historySize"),
     Row::Collection<Status::HistoryMap, &Status::historyMap>::keyed<
         &Status::history, &Status::historyIs, &Status::historyDel, &Status::historyDelAll,
-        &Status::historyNotify, Callbacks, &Callbacks::onHistory, &Callbacks::onHistory>(
-        Attr::history, "history"),
+        &Status::historyNotify, Callbacks, &Callbacks::onHistory, &Callbacks::onHistory,
+        &Callbacks::zelPendingHistory>(Attr::history, "history"),
     Row::singular<&Status::maintEnterInstance, &Status::maintEnterInstanceIs, Callbacks,
                   &Callbacks::onMaintEnterInstance>(Attr::maintEnterInstance, "maintEnterInstance"),
     Row::singular<&Status::maintExitInstance, &Status::maintExitInstanceIs, Callbacks,
@@ -47,8 +47,9 @@ constexpr Zel::AttrRow rows[] = {
               &Status::intfsViolatingTrafficThresholdDelAll,
               &Status::intfsViolatingTrafficThresholdNotify, Callbacks,
               &Callbacks::onIntfsViolatingTrafficThreshold,
-              &Callbacks::onIntfsViolatingTrafficThreshold>(Attr::intfsViolatingTrafficThreshold,
-                                                            "intfsViolatingTrafficThreshold"),
+              &Callbacks::onIntfsViolatingTrafficThreshold,
+              &Callbacks::zelPendingIntfsViolatingTrafficThreshold>(
+            Attr::intfsViolatingTrafficThreshold, "intfsViolatingTrafficThreshold"),
     Row::counter<&Status::totalIntfTrafficViolations, &Status::totalIntfTrafficViolationsIs,
                  &Status::totalIntfTrafficViolationsInc, Callbacks,
                  &Callbacks::onTotalIntfTrafficViolations>(Attr::totalIntfTrafficViolations,
@@ -59,8 +60,7 @@ constexpr Zel::AttrRow rows[] = {
 };
 static_assert(Zel::rowsAreInOrder(rows, Zel::firstEntityAttributeId));
 
-constexpr Zel::TypeTable table{
-    Status::zelTypeName, Zel::TypeKind::entity, nullptr, true, sizeof(Status), rows};
+constexpr Zel::TypeTable table = Zel::tableOf<Status, Zel::Name>(rows);
 
 } // namespace
 
@@ -72,7 +72,7 @@ Status::~Status() = default;
 void Status::zeroReferencesIs(bool /*zero*/) { Zel::notifyZeroReferences(*this); }
 
 Zel::String8 Status::attributeString(Zel::AttributeId id) const {
-  return Zel::attributeString(table, id, Entity::attributeString(id));
+  return Zel::attributeString(table, id, [&] { return Entity::attributeString(id); });
 }
 
 Zel::String8 Status::unitName() const {

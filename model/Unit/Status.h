@@ -3,7 +3,7 @@
 #include <Group/GroupKey>
 #include <Vexil/IntfId>
 #include <Zel/Attribute>
-#include <Zel/TypeTable>
+#include <Zel/Layers>
 #include <model/Unit/Enumerations.h>
 #include <model/Unit/TrafficRates.h>
 
@@ -18,6 +18,10 @@ class ZEL_API Status : public Zel::Entity {
 public:
   static constexpr std::string_view zelTypeName = "Maintenance::Unit::Status";
   static const Zel::TypeTable& zelTable();
+  static const Zel::ZelType* _fwkType();
+  const Zel::ZelType* fwkType() const override { return _fwkType(); }
+  using _Type = Zel::TypeOf<Status>;
+  class GenericIf_;
 
   class NotifieeConst;
   class Notifiee;

@@ -11,13 +11,12 @@ using Row = Zel::Rows<StatusDir>;
 constexpr Zel::AttrRow rows[] = {
     Row::Collection<StatusDir::StatusMap, &StatusDir::statusMap>::Of<>::instantiating<
         &StatusDir::status, &StatusDir::statusIs, &StatusDir::statusDel, &StatusDir::statusDelAll,
-        &StatusDir::statusNotify, Callbacks, &Callbacks::onStatus, &Callbacks::onStatus>(
-        Attr::status, "status"),
+        &StatusDir::statusNotify, Callbacks, &Callbacks::onStatus, &Callbacks::onStatus,
+        &Callbacks::zelPendingStatus>(Attr::status, "status"),
 };
 static_assert(Zel::rowsAreInOrder(rows, Zel::firstEntityAttributeId));
 
-constexpr Zel::TypeTable table{
-    StatusDir::zelTypeName, Zel::TypeKind::entity, nullptr, true, sizeof(StatusDir), rows};
+constexpr Zel::TypeTable table = Zel::tableOf<StatusDir, Zel::Name>(rows);
 
 } // namespace
 
@@ -32,7 +31,7 @@ StatusDir::~StatusDir() {
 void StatusDir::zeroReferencesIs(bool /*zero*/) { Zel::notifyZeroReferences(*this); }
 
 Zel::String8 StatusDir::attributeString(Zel::AttributeId id) const {
-  return Zel::attributeString(table, id, Entity::attributeString(id));
+  return Zel::attributeString(table, id, [&] { return Entity::attributeString(id); });
 }
 
 Zel::Ptr<Status> StatusDir::status(Zel::Name unit) const {

@@ -15,6 +15,10 @@ class ZEL_API StatusDir : public Zel::Entity {
 public:
   static constexpr std::string_view zelTypeName = "Maintenance::Unit::StatusDir";
   static const Zel::TypeTable& zelTable();
+  static const Zel::ZelType* _fwkType();
+  const Zel::ZelType* fwkType() const override { return _fwkType(); }
+  using _Type = Zel::TypeOf<StatusDir>;
+  class GenericIf_;
 
   class NotifieeConst;
   class Notifiee;

@@ -17,8 +17,7 @@ constexpr Zel::AttrRow rows[] = {
 };
 static_assert(Zel::rowsAreInOrder(rows, Zel::firstValueAttributeId));
 
-constexpr Zel::TypeTable table{
-    TrafficRates::zelTypeName, Zel::TypeKind::value, nullptr, false, sizeof(TrafficRates), rows};
+constexpr Zel::TypeTable table = Zel::tableOf<TrafficRates>(rows);
 
 } // namespace
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <Zel/TypeTable>
+#include <Zel/Layers>
 
 namespace Maintenance::Unit {
 
@@ -10,12 +10,19 @@ class ZEL_API TrafficRates {
 public:
   static constexpr std::string_view zelTypeName = "Maintenance::Unit::TrafficRates";
   static const Zel::TypeTable& zelTable();
+  static const Zel::ZelType* _fwkType();
+  using _Type = Zel::TypeOf<TrafficRates>;
+  using GenericIf_ = Zel::ValueGenericIf<TrafficRates>;
 
   struct Attr {
     static constexpr Zel::AttributeId outBitsRate = 2;
     static constexpr Zel::AttributeId inBitsRate = 3;
     static constexpr Zel::AttributeId statsUpdateTime = 4;
   };
+
+  TrafficRates() noexcept = default;
+  /// Reads the text form. Throws `Zel::RangeException`.
+  TrafficRates(Zel::String8::IteratorConst& first, const Zel::String8::IteratorConst& last);
 
   /// Outgoing rate in bits per second.
   unsigned long long outBitsRate() const noexcept { return outBitsRate_; }
@@ -37,5 +44,8 @@ private:
   unsigned long long inBitsRate_ = 0;
   double statsUpdateTime_ = 0.0;
 };
+
+ZEL_API Zel::String8 valueToStrep(const TrafficRates& value);
+ZEL_API std::ostream& operator<<(std::ostream& out, const TrafficRates& value);
 
 } // namespace Maintenance::Unit

@@ -108,7 +108,7 @@ constexpr Expected alarm[] = {
 constexpr Expected tourKey[] = {
     {2, "zone", AttrKind::key, 0, "", "Foreign::Zone"},
     {3, "round", AttrKind::key, 0, "", "U32"},
-    {4, "hash", AttrKind::computed, 0, "", "U32"},
+    {4, "hash", AttrKind::computed, Zel::internal, "", "U32"},
 };
 
 constexpr Expected limits[] = {
@@ -210,7 +210,7 @@ constexpr Expected pickPlan[] = {
 
 constexpr Expected pickSet[] = {
     {130, "candidate", AttrKind::keyed, Zel::silent, "Foreign::SkuKey", "bool"},
-    {131, "winner", AttrKind::computed, 0, "", "Foreign::SkuKey"},
+    {131, "winner", AttrKind::computed, Zel::internal, "", "Foreign::SkuKey"},
 };
 
 constexpr ExpectedType types[] = {

@@ -144,28 +144,29 @@ void addProducts(std::vector<Subject>& all) {
                                                     [sku] { return Zel::makeObject<Product>(sku); })
                     .reads<&Product::key>(Product::Attr::key, sku)
                     .reads<&Product::price>(Product::Attr::price, 0.0)
-                    .looksUp<&Product::supplier>(Product::Attr::supplier)
+                    .looksUp<&Product::supplier, &Product::supplierMap>(Product::Attr::supplier)
                     .reads<&Product::fwkKey>(Zel::fwkKeyId, sku));
   all.push_back(SubjectOf<ProductDir, ProductDirRecorder>("ProductDir", [] {
                   return Zel::makeObject<ProductDir>("dir");
-                }).finds<&ProductDir::product>(ProductDir::Attr::product));
+                }).finds<&ProductDir::product, &ProductDir::productMap>(ProductDir::Attr::product));
   const SkuKey milk(chilled, "milk");
   all.push_back(SubjectOf<Perishable, PerishableRecorder>(
                     "Perishable", [] { return Zel::makeObject<Perishable>("milk"); })
                     .derivedFrom(Product::zelTypeName)
                     .reads<&Product::key>(Product::Attr::key, milk)
                     .reads<&Product::price>(Product::Attr::price, 0.0)
-                    .looksUp<&Product::supplier>(Product::Attr::supplier)
+                    .looksUp<&Product::supplier, &Product::supplierMap>(Product::Attr::supplier)
                     .reads<&Product::fwkKey>(Zel::fwkKeyId, milk)
                     .reads<&Perishable::sku>(Perishable::Attr::sku, "milk")
                     .reads<&Perishable::shelfLife>(Perishable::Attr::shelfLife, 30)
                     .reads<&Perishable::minShelfLife>(Perishable::Attr::minShelfLife, 3)
-                    .looksUp<&Perishable::batch>(Perishable::Attr::batch)
+                    .looksUp<&Perishable::batch, &Perishable::batchMap>(Perishable::Attr::batch)
                     .reads<&Perishable::recalled>(Perishable::Attr::recalled, false)
                     .reads<&Perishable::sold>(Perishable::Attr::sold, 0));
-  all.push_back(SubjectOf<PerishableDir, PerishableDirRecorder>("PerishableDir", [] {
-                  return Zel::makeObject<PerishableDir>("dir");
-                }).finds<&PerishableDir::perishable>(PerishableDir::Attr::perishable));
+  all.push_back(SubjectOf<PerishableDir, PerishableDirRecorder>(
+                    "PerishableDir", [] { return Zel::makeObject<PerishableDir>("dir"); })
+                    .finds<&PerishableDir::perishable, &PerishableDir::perishableMap>(
+                        PerishableDir::Attr::perishable));
 }
 
 Subject rackSubject() {
@@ -173,15 +174,15 @@ Subject rackSubject() {
   return SubjectOf<Rack, RackRecorder>("Rack", [] { return Zel::makeObject<Rack>("north"); })
       .reads<&Rack::rackName>(Attr::rackName, "north")
       .reads<&Rack::zone>(Attr::zone, ambient)
-      .looksUp<&Rack::allowedZone>(Attr::allowedZone)
-      .looksUp<&Rack::reservation>(Attr::reservation)
-      .looksUp<&Rack::label>(Attr::label)
+      .looksUp<&Rack::allowedZone, &Rack::allowedZoneMap>(Attr::allowedZone)
+      .looksUp<&Rack::reservation, &Rack::reservationMap>(Attr::reservation)
+      .looksUp<&Rack::label, &Rack::labelMap>(Attr::label)
       .reads<&Rack::footprint>(Attr::footprint, Dimensions())
-      .looksUp<&Rack::space>(Attr::space)
+      .looksUp<&Rack::space, &Rack::spaceMap>(Attr::space)
       .reads<&Rack::capacity>(Attr::capacity, 48)
       .reads<&Rack::temperature>(Attr::temperature, 18.5)
-      .looksUp<&Rack::note>(Attr::note)
-      .looksUp<&Rack::reading>(Attr::reading)
+      .looksUp<&Rack::note, &Rack::noteMap>(Attr::note)
+      .looksUp<&Rack::reading, &Rack::readingMap>(Attr::reading)
       .reads<&Rack::serial>(Attr::serial, 0)
       .reads<&Rack::slot>(Attr::slot, SlotCode())
       .reads<&Rack::picks>(Attr::picks, 0)
@@ -191,24 +192,24 @@ Subject rackSubject() {
 void addEntities(std::vector<Subject>& all) {
   all.push_back(SubjectOf<Carrier, CarrierRecorder>("Carrier",
                                                     [] { return Zel::makeObject<Carrier>("fork"); })
-                    .looksUp<&Carrier::load>(Carrier::Attr::load)
-                    .looksUp<&Carrier::target>(Carrier::Attr::target)
+                    .looksUp<&Carrier::load, &Carrier::loadMap>(Carrier::Attr::load)
+                    .looksUp<&Carrier::target, &Carrier::targetMap>(Carrier::Attr::target)
                     .reads<&Carrier::urgency>(Carrier::Attr::urgency, urgencyUnknown)
                     .reads<&Carrier::idle>(Carrier::Attr::idle, true));
   all.push_back(
       SubjectOf<Order, OrderRecorder>("Order", [] { return Zel::makeObject<Order>("o1", express); })
           .reads<&Order::orderName>(Order::Attr::orderName, "o1")
           .reads<&Order::urgency>(Order::Attr::urgency, express)
-          .looksUp<&Order::item>(Order::Attr::item)
+          .looksUp<&Order::item, &Order::itemMap>(Order::Attr::item)
           .reads<&Order::fwkKey>(Zel::fwkKeyId, "o1"));
   all.push_back(SubjectOf<OrderDir, OrderDirRecorder>("OrderDir", [] {
                   return Zel::makeObject<OrderDir>("dir");
-                }).finds<&OrderDir::order>(OrderDir::Attr::order));
+                }).finds<&OrderDir::order, &OrderDir::orderMap>(OrderDir::Attr::order));
   all.push_back(
       SubjectOf<Depot, DepotRecorder>("Depot", [] { return Zel::makeObject<Depot>("depot"); })
           .reads<&Depot::pid>(Depot::Attr::pid, 0)
           .reads<&Depot::restarts>(Depot::Attr::restarts, 0)
-          .looksUpOwn<&Depot::alarm, &Alarm::sensor>(Depot::Attr::alarm)
+          .looksUpOwn<&Depot::alarm, &Depot::alarmMap, &Alarm::sensor>(Depot::Attr::alarm)
           .reads<&Depot::open>(Depot::Attr::open, false));
 }
 
@@ -226,15 +227,15 @@ void addObjects(std::vector<Subject>& all) {
                     .reads<&Tour::key>(Tour::Attr::key, key)
                     .reads<&Tour::metres>(Tour::Attr::metres, 0)
                     .reads<&Tour::complete>(Tour::Attr::complete, false)
-                    .looksUp<&Tour::helper>(Tour::Attr::helper)
-                    .finds<&Tour::stop>(Tour::Attr::stop)
-                    .finds<&Tour::mark>(Tour::Attr::mark)
+                    .looksUp<&Tour::helper, &Tour::helperMap>(Tour::Attr::helper)
+                    .finds<&Tour::stop, &Tour::stopMap>(Tour::Attr::stop)
+                    .finds<&Tour::mark, &Tour::markMap>(Tour::Attr::mark)
                     .reads<&Tour::fwkKey>(Zel::fwkKeyId, key));
   all.push_back(SubjectOf<PickPlan, PickPlanRecorder>("PickPlan", [] {
                   return Zel::makeObject<PickPlan>();
-                }).finds<&PickPlan::tour>(PickPlan::Attr::tour));
+                }).finds<&PickPlan::tour, &PickPlan::tourMap>(PickPlan::Attr::tour));
   all.push_back(SubjectOf<PickSet>("PickSet", [] { return Zel::makeObject<PickSet>(); })
-                    .looksUp<&PickSet::candidate>(PickSet::Attr::candidate)
+                    .looksUp<&PickSet::candidate, &PickSet::candidateMap>(PickSet::Attr::candidate)
                     .reads<&PickSet::winner>(PickSet::Attr::winner, SkuKey()));
 }
 

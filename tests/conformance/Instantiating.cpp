@@ -127,6 +127,28 @@ TEST_P(Instantiating, ErasesOneMemberWhichLivesOnWithItsHandle) {
   EXPECT_THAT(heardKeys(), IsEmpty());
 }
 
+TEST_P(Instantiating, TakesOneMemberAndYieldsIt) {
+  const auto member = create(keys()[1]);
+  heardKeys();
+  const unsigned before = version();
+
+  EXPECT_EQ(ops().takeMember(object.at(), keys()[1].at()), member);
+
+  EXPECT_EQ(version(), before + one());
+  EXPECT_THAT(heardKeys(), ElementsAre(keys()[1]));
+  expectParent(member, nullptr);
+  EXPECT_EQ(ops().takeMember(object.at(), keys()[1].at()), nullptr);
+  EXPECT_EQ(version(), before + one());
+  EXPECT_THAT(heardKeys(), IsEmpty());
+}
+
+TEST_P(Instantiating, HasAPlaceForAPendingKeyInEachNotifiee) {
+  const Zel::PendingSlot slot = ops().pending(*first.notifiee);
+  EXPECT_NE(slot.lastKey, ops().pending(*second.notifiee).lastKey);
+  EXPECT_EQ(*slot.count, 0);
+  EXPECT_TRUE(row().key->equal(slot.lastKey, AnyValue(*row().key).at()));
+}
+
 TEST_P(Instantiating, ErasesAllMembersOneByOne) {
   for (const AnyValue& key : keys()) {
     create(key);
@@ -173,6 +195,9 @@ TEST_P(Instantiating, NamesItsOwnCallbacksInTheRow) {
 TEST_P(Instantiating, HasNoOperationsOfPlainValues) {
   EXPECT_EQ(ops().read, nullptr);
   EXPECT_EQ(ops().write, nullptr);
+  EXPECT_EQ(ops().take, nullptr);
+  EXPECT_EQ(ops().iteration.value, nullptr);
+  EXPECT_EQ(&ops().memberTable(), GetParam().typed().memberTable);
   EXPECT_EQ(row().value, nullptr);
   EXPECT_EQ(row().read, nullptr);
   EXPECT_EQ(row().write, nullptr);

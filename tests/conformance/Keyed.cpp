@@ -1,4 +1,4 @@
-#include "Subject.h"
+#include "Keyed.h"
 
 #include <gmock/gmock.h>
 
@@ -10,84 +10,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-/// Collections of plain values: keyed, ordered and with their own key, told and silent.
-class Keyed : public testing::TestWithParam<Case> {
-protected:
-  /// One key with two values that differ, neither of which need be the type's default.
-  struct Entry {
-    AnyValue key;
-    AnyValue value;
-    AnyValue other;
-  };
-
-  Keyed() {
-    if (subject().listen) {
-      first = subject().listen(object);
-      second = subject().listen(object);
-    }
-  }
-
-  const Subject& subject() const { return *GetParam().subject; }
-  const Zel::AttrRow& row() const { return *GetParam().row; }
-  const Zel::CollectionOps& ops() const { return *row().collection; }
-  unsigned version() const {
-    return object.entity != nullptr ? object.entity->versionCounter() : 0;
-  }
-  unsigned reads() const { return object.entity != nullptr ? object.entity->readCounter() : 0; }
-  unsigned one() const { return object.entity != nullptr ? 1 : 0; }
-  bool silent() const { return (row().options & Zel::silent) != 0; }
-
-  AnyValue read(const AnyValue& key) const {
-    return AnyValue(*row().value, [&](void* to) { ops().read(object.at(), key.at(), to); });
-  }
-  void write(const AnyValue& key, const AnyValue& value) {
-    ops().write(object.at(), key.at(), value.at());
-  }
-
-  /// The sample keys in ascending order, each with values.
-  std::vector<Entry> entries() const {
-    const std::vector<AnyValue>& values = samplesOf(*row().value);
-    std::vector<Entry> all;
-    if (const auto& keyOf = GetParam().typed().keyOfValue) {
-      for (std::size_t i = 0; i + 1 < values.size(); i += 2) {
-        EXPECT_EQ(keyOf(values[i]), keyOf(values[i + 1]));
-        all.push_back({keyOf(values[i]), values[i], values[i + 1]});
-      }
-      return all;
-    }
-    for (const AnyValue& key : samplesOf(*row().key)) {
-      all.push_back({key, values[1], values[0]});
-    }
-    return all;
-  }
-
-  /// What is heard of keys by each notifiee, since the last look.
-  std::vector<AnyValue> heardKeys() {
-    std::vector<AnyValue> keys;
-    if (first.log == nullptr) {
-      return keys;
-    }
-    for (const Heard& heard : first.log->heard) {
-      EXPECT_EQ(heard.id, row().id);
-      EXPECT_TRUE(heard.key.has_value());
-      keys.push_back(heard.key.value());
-    }
-    EXPECT_EQ(second.log->heard.size(), keys.size());
-    first.log->heard.clear();
-    second.log->heard.clear();
-    return keys;
-  }
-
-  /// The same where it must be this one key, or nothing on a silent collection.
-  void expectTold(const AnyValue& key) {
-    EXPECT_EQ(heardKeys(), silent() ? std::vector<AnyValue>() : std::vector{key});
-  }
-
-  const Object object = subject().make();
-  Listener first{nullptr, nullptr};
-  Listener second{nullptr, nullptr};
-};
 
 TEST_P(Keyed, AddsAnAbsentKeyCountsOnceAndTellsIt) {
   unsigned count = 0;
@@ -189,6 +111,27 @@ TEST_P(Keyed, ErasesOneKeyCountsOnceAndTellsIt) {
   EXPECT_THAT(heardKeys(), IsEmpty());
 }
 
+TEST_P(Keyed, TakesOneKeyAndYieldsWhatItHeld) {
+  const auto all = entries();
+  for (const Entry& entry : all) {
+    write(entry.key, entry.value);
+  }
+  heardKeys();
+  const unsigned before = version();
+  const auto take = [&](const AnyValue& key) {
+    return AnyValue(*row().value, [&](void* to) { ops().take(object.at(), key.at(), to); });
+  };
+
+  EXPECT_EQ(take(all[1].key), all[1].value);
+
+  EXPECT_EQ(version(), before + one());
+  EXPECT_FALSE(ops().exists(object.at(), all[1].key.at()));
+  expectTold(all[1].key);
+  EXPECT_EQ(take(all[1].key), AnyValue(*row().value));
+  EXPECT_EQ(version(), before + one());
+  EXPECT_THAT(heardKeys(), IsEmpty());
+}
+
 TEST_P(Keyed, ErasesAllKeysOneByOne) {
   const auto all = entries();
   std::vector<AnyValue> keys;
@@ -241,35 +184,7 @@ TEST_P(Keyed, ReportsItsIdToANotifieeThatThrowsAndGoesOn) {
   EXPECT_EQ(version(), 3 * one());
 }
 
-TEST_P(Keyed, NamesItsOwnCallbacksInTheRow) {
-  const AnyValue key = entries()[1].key;
-  EXPECT_EQ(ops().tellKey == nullptr, silent());
-  EXPECT_EQ(ops().tell == nullptr, silent());
-  EXPECT_EQ(row().tell, nullptr);
-  if (silent()) {
-    return;
-  }
-  ops().tellKey(*first.notifiee, key.at());
-  ops().tell(*first.notifiee);
-
-  EXPECT_THAT(first.log->heard, ElementsAre(Heard{row().id, key}, Heard{row().id, std::nullopt}));
-  EXPECT_TRUE(second.log->heard.empty());
-}
-
-TEST_P(Keyed, HasNoOperationsOfAnInstantiatingOne) {
-  EXPECT_EQ(ops().create, nullptr);
-  EXPECT_EQ(ops().member, nullptr);
-  EXPECT_TRUE(ops().arguments.empty());
-  EXPECT_EQ(row().read, nullptr);
-  EXPECT_EQ(row().write, nullptr);
-  EXPECT_EQ(row().increment, nullptr);
-  EXPECT_TRUE(row().flows());
-}
-
-INSTANTIATE_TEST_SUITE_P(Attributes, Keyed, testing::ValuesIn(casesOf([](const auto& row) {
-                           return row.isCollection() && row.kind != Zel::AttrKind::instantiating;
-                         })),
-                         caseName);
+INSTANTIATE_TEST_SUITE_P(Attributes, Keyed, testing::ValuesIn(casesOf(isOfPlainValues)), caseName);
 
 class NaNKeyed : public Keyed {};
 

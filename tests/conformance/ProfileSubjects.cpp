@@ -33,7 +33,7 @@ void addProfileSubjects(std::vector<Subject>& all) {
                     .reads<&Config::fwkKey>(Zel::fwkKeyId, key));
   all.push_back(SubjectOf<ConfigDir, ConfigDirRecorder>("ProfileConfigDir", [] {
                   return configDirFactory("dir");
-                }).finds<&ConfigDir::config>(ConfigDir::Attr::config));
+                }).finds<&ConfigDir::config, &ConfigDir::configMap>(ConfigDir::Attr::config));
   using Attr = DefaultProfile::Attr;
   all.push_back(
       SubjectOf<DefaultProfile, DefaultProfileRecorder>(

@@ -4,6 +4,7 @@
 
 #include <Group/GroupKey>
 #include <Vexil/IntfId>
+#include <Zel/Format>
 #include <model/Profile.h>
 #include <model/Unit.h>
 
@@ -64,12 +65,19 @@ Registry makeRegistry() {
   using namespace Maintenance::Profile;
   add<ProfileKey>(
       all, {ProfileKey(), ProfileKey(profileTypeBgp, "a"), ProfileKey(profileTypeUnit, "a")});
-  add<Maintenance::Unit::TrafficRates>(all, {rates(0, nothing), rates(1, nothing), rates(1, 2.0)});
+  using namespace Maintenance::Unit;
+  add<TrafficRates>(all, {rates(0, nothing), rates(1, nothing), rates(1, 2.0)});
+  add<StageMgrInstKey>(
+      all, {StageMgrInstKey(), StageMgrInstKey("System#1"), StageMgrInstKey("System#2")});
+  add<BuiltinUnitName>(all, {BuiltinUnitName()});
+  add<MaintenanceStageClasses>(all, {MaintenanceStageClasses()});
+  add<MaintenanceStageList>(all, {MaintenanceStageList()});
 
   using namespace Foreign;
   addEnumeration<Zone>(all);
   addEnumeration<Urgency>(all);
   add<SkuKey>(all, {SkuKey(), SkuKey(ambient, "milk"), SkuKey(chilled, "milk")});
+  add<Limits>(all, {Limits()});
   add<TourKey>(all, {TourKey(), TourKey(ambient, allOnes), TourKey(frozen, 0)});
   add<Dimensions>(
       all, {Dimensions(), Dimensions(1, true, 2.5, frozen), Dimensions(1, true, 2.5, chilled)});
@@ -88,6 +96,43 @@ const std::vector<AnyValue>& samplesOf(const Zel::ValueRecord& record) {
     throw std::logic_error("no samples of " + std::string(record.name));
   }
   return found->second;
+}
+
+AnyValue numberedKey(const Zel::ValueRecord& record, unsigned number) {
+  using Make = AnyValue (*)(unsigned);
+  // Enumerations have few enumerators, but any number may be a key.
+  static const std::map<std::string_view, Make> makers = {
+      {"F64", [](unsigned i) { return AnyValue::of(1000.25 + i); }},
+      {"Zel::String", [](unsigned i) { return AnyValue::of(Zel::format("text%u", i)); }},
+      {"Zel::Name", [](unsigned i) { return AnyValue::of(Zel::Name(Zel::format("name%u", i))); }},
+      {"Group::GroupKey",
+       [](unsigned i) {
+         return AnyValue::of(Group::GroupKey(Group::GroupType(i % 3), Zel::format("group%u", i)));
+       }},
+      {"Vexil::IntfId", [](unsigned i) { return AnyValue::of(Vexil::IntfId(i % 4, 100 + i)); }},
+      {"Maintenance::Profile::ProfileKey",
+       [](unsigned i) {
+         using namespace Maintenance::Profile;
+         return AnyValue::of(
+             ProfileKey(static_cast<ProfileType>(i % 4), Zel::format("profile%u", i)));
+       }},
+      {"Foreign::Zone",
+       [](unsigned i) { return AnyValue::of(static_cast<Foreign::Zone>(100 + i)); }},
+      {"Foreign::SkuKey",
+       [](unsigned i) {
+         return AnyValue::of(
+             Foreign::SkuKey(static_cast<Foreign::Zone>(i % 3), Zel::format("sku%u", i)));
+       }},
+      {"Foreign::TourKey",
+       [](unsigned i) {
+         return AnyValue::of(Foreign::TourKey(static_cast<Foreign::Zone>(i % 3), 100 + i));
+       }},
+  };
+  const auto found = makers.find(record.name);
+  if (found == makers.end()) {
+    throw std::logic_error("no keys of " + std::string(record.name));
+  }
+  return found->second(number);
 }
 
 std::optional<AnyValue> nanOf(const Zel::ValueRecord& record) {

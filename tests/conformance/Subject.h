@@ -42,8 +42,6 @@ protected:
   void hear(Zel::AttributeId id, const Key& key) {
     record({id, AnyValue::of(key)});
   }
-
-private:
   void record(Heard entry) {
     heard.push_back(std::move(entry));
     if (throws) {
@@ -71,9 +69,16 @@ struct Listener {
 /// An instance of a type, without its type.
 struct Object {
   std::shared_ptr<void> address;
-  Zel::Entity* entity; ///< null if it is no entity
+  Zel::Entity* entity;        ///< null if it is no entity
+  Zel::PtrInterface* counted; ///< null if it is a value
 
   void* at() const { return address.get(); }
+};
+
+/// A walk through a collection with the iterator of its type.
+struct Walk {
+  std::function<std::optional<AnyValue>()> key; ///< of the current member; none at the end
+  std::function<void()> advance;
 };
 
 /// The typed side of one attribute, to hold against its row.
@@ -84,6 +89,7 @@ struct TypedAccess {
   std::function<AnyValue(const void* owner, const void* key)> lookUp;
   std::function<AnyValue(const AnyValue& value)> keyOfValue; ///< of values that bring their key
   std::function<Zel::Ptr<Zel::PtrInterface>(const void* owner, const void* key)> find;
+  std::function<Walk(const void* owner)> walk;
   std::function<AnyValue(const Zel::PtrInterface& member)> keyOfMember;
   const Zel::TypeTable* memberTable = nullptr;
 };
@@ -114,6 +120,23 @@ class SubjectOf : public Subject {
     using Key = std::remove_cvref_t<K>;
   };
 
+  template <class Access>
+  struct MapOf;
+  template <class C, class M>
+  struct MapOf<const M& (C::*)() const noexcept> {
+    using Map = M;
+  };
+
+  /// A typed walk through the collection that `Access` yields.
+  template <auto Access>
+  static Walk walk(const void* owner) {
+    using Iterator = typename MapOf<decltype(Access)>::Map::IteratorConst;
+    using Key = typename MapOf<decltype(Access)>::Map::KeyType;
+    const auto at = std::make_shared<Iterator>((in(owner).*Access)());
+    return {[at] { return *at ? std::optional(AnyValue::of<Key>((*at)->zelKey())) : std::nullopt; },
+            [at] { at->advance(); }};
+  }
+
   template <auto Read>
   using ValueOf = std::remove_cvref_t<decltype((std::declval<const T&>().*Read)())>;
 
@@ -133,10 +156,11 @@ public:
         if constexpr (std::derived_from<T, Zel::Entity>) {
           entity = object.ptr();
         }
-        return Object{std::shared_ptr<void>(object.ptr(), [object](void*) {}), entity};
+        return Object{std::shared_ptr<void>(object.ptr(), [object](void*) {}), entity,
+                      object.ptr()};
       };
     } else {
-      make = [create] { return Object{std::make_shared<T>(create()), nullptr}; };
+      make = [create] { return Object{std::make_shared<T>(create()), nullptr, nullptr}; };
     }
     if constexpr (!std::is_void_v<R>) {
       listen = [](const Object& object) {
@@ -167,29 +191,31 @@ public:
     return *this;
   }
 
-  template <auto Read>
+  template <auto Read, auto Access>
   SubjectOf& looksUp(Zel::AttributeId id) {
     using Types = Signature<decltype(Read)>;
+    typed[id].walk = walk<Access>;
     typed[id].lookUp = [](const void* owner, const void* key) {
       return AnyValue::of((in(owner).*Read)(*static_cast<const typename Types::Key*>(key)));
     };
     return *this;
   }
 
-  template <auto Read, auto KeyOf>
+  template <auto Read, auto Access, auto KeyOf>
   SubjectOf& looksUpOwn(Zel::AttributeId id) {
     using Value = typename Signature<decltype(Read)>::Value;
-    looksUp<Read>(id);
+    looksUp<Read, Access>(id);
     typed[id].keyOfValue = [](const AnyValue& value) {
       return AnyValue::of((value.as<Value>().*KeyOf)());
     };
     return *this;
   }
 
-  template <auto Read>
+  template <auto Read, auto Access>
   SubjectOf& finds(Zel::AttributeId id) {
     using Types = Signature<decltype(Read)>;
     using Member = typename Types::Value::Element;
+    typed[id].walk = walk<Access>;
     typed[id].find = [](const void* owner, const void* key) {
       return Zel::Ptr<Zel::PtrInterface>(
           (in(owner).*Read)(*static_cast<const typename Types::Key*>(key)));

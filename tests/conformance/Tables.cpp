@@ -55,6 +55,17 @@ TEST_P(Table, FindsEachRowByIdAndByName) {
   EXPECT_EQ(table().row("noSuchAttribute"), nullptr);
 }
 
+TEST_P(Table, FindsItsOwnRowsByIdAtOnceAndNoOthers) {
+  for (const Zel::AttrRow& row : table().rows) {
+    EXPECT_EQ(table().ownRow(row.id), &row);
+  }
+  for (const Zel::AttributeId id : {1, 129, 257, 385, 1000, -1, -258}) {
+    EXPECT_EQ(table().ownRow(id), nullptr) << id;
+  }
+  const bool hasKey = table().rows.back().id == Zel::fwkKeyId;
+  EXPECT_EQ(table().ownRow(Zel::fwkKeyId), hasKey ? &table().rows.back() : nullptr);
+}
+
 TEST_P(Table, HasATypedAccessorForEachRowAndNoOther) {
   std::vector<Zel::AttributeId> ids;
   for (const Zel::AttrRow* const row : subject().rows()) {

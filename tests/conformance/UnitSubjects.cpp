@@ -41,7 +41,7 @@ Subject statusSubject() {
   return SubjectOf<Status, StatusRecorder>("Status", [] { return statusFactory("Linecard3"); })
       .reads<&Status::unitName>(Attr::unitName, "Linecard3")
       .reads<&Status::unitType>(Attr::unitType, userConfigured)
-      .looksUp<&Status::group>(Attr::group)
+      .looksUp<&Status::group, &Status::groupMap>(Attr::group)
       .reads<&Status::profileName>(Attr::profileName, "")
       .reads<&Status::state>(Attr::state, init)
       .reads<&Status::reason>(Attr::reason, srcUnknown)
@@ -49,11 +49,12 @@ Subject statusSubject() {
       .reads<&Status::onBootMaintExitTime>(Attr::onBootMaintExitTime, 0.0)
       .reads<&Status::defaultHistorySize>(Attr::defaultHistorySize, 12)
       .reads<&Status::historySize>(Attr::historySize, 12)
-      .looksUp<&Status::history>(Attr::history)
+      .looksUp<&Status::history, &Status::historyMap>(Attr::history)
       .reads<&Status::maintEnterInstance>(Attr::maintEnterInstance, "")
       .reads<&Status::maintExitInstance>(Attr::maintExitInstance, "")
       .reads<&Status::aggTrafficRate>(Attr::aggTrafficRate, TrafficRates())
-      .looksUp<&Status::intfsViolatingTrafficThreshold>(Attr::intfsViolatingTrafficThreshold)
+      .looksUp<&Status::intfsViolatingTrafficThreshold, &Status::intfsViolatingTrafficThresholdMap>(
+          Attr::intfsViolatingTrafficThreshold)
       .reads<&Status::totalIntfTrafficViolations>(Attr::totalIntfTrafficViolations, 0)
       .reads<&Status::genId>(Attr::genId, 0)
       .reads<&Status::fwkKey>(Zel::fwkKeyId, "Linecard3");
@@ -88,7 +89,7 @@ void addUnitSubjects(std::vector<Subject>& all) {
   all.push_back(statusSubject());
   all.push_back(SubjectOf<StatusDir, StatusDirRecorder>("StatusDir", [] {
                   return statusDirFactory("dir");
-                }).finds<&StatusDir::status>(StatusDir::Attr::status));
+                }).finds<&StatusDir::status, &StatusDir::statusMap>(StatusDir::Attr::status));
 }
 
 } // namespace Conformance

@@ -37,7 +37,7 @@ TEST(ForeignValues, AnEnumeratorHashesToItsNumber) {
 TEST(ForeignValues, EnumerationsConvertThroughTheirTable) {
   const Zel::EnumTable zones = enumTable(Zone());
   EXPECT_EQ(Zel::enumInstance(zones, 9), hazardous);
-  EXPECT_EQ(Zel::enumInstance(zones, Zel::String8("frozen")), frozen);
+  EXPECT_EQ(Zel::enumInstance(zones, "frozen"), frozen);
   EXPECT_EQ(Zel::enumString(zones, chilled), "chilled");
   EXPECT_EQ(Zel::enumString(zones, 3), "Zone(3)");
   try {

@@ -11,12 +11,12 @@ using Row = Zel::Rows<Carrier>;
 constexpr Zel::AttrRow rows[] = {
     Row::Collection<Carrier::LoadMap, &Carrier::loadMap>::keyed<
         &Carrier::load, &Carrier::loadIs, &Carrier::loadDel, &Carrier::loadDelAll,
-        &Carrier::loadNotify, Callbacks, &Callbacks::onLoad, &Callbacks::onLoad>(
-        Attr::load, "load", Zel::virtualAccess),
+        &Carrier::loadNotify, Callbacks, &Callbacks::onLoad, &Callbacks::onLoad,
+        &Callbacks::zelPendingLoad>(Attr::load, "load", Zel::virtualAccess),
     Row::Collection<Carrier::TargetMap, &Carrier::targetMap>::keyed<
         &Carrier::target, &Carrier::targetIs, &Carrier::targetDel, &Carrier::targetDelAll,
-        &Carrier::targetNotify, Callbacks, &Callbacks::onTarget, &Callbacks::onTarget>(
-        Attr::target, "target", Zel::virtualAccess),
+        &Carrier::targetNotify, Callbacks, &Callbacks::onTarget, &Callbacks::onTarget,
+        &Callbacks::zelPendingTarget>(Attr::target, "target", Zel::virtualAccess),
     Row::singular<&Carrier::urgency, &Carrier::urgencyIs, Callbacks, &Callbacks::onUrgency>(
         Attr::urgency, "urgency", Zel::virtualAccess),
     Row::singular<&Carrier::idle, &Carrier::idleIs, Callbacks, &Callbacks::onIdle>(
@@ -24,8 +24,7 @@ constexpr Zel::AttrRow rows[] = {
 };
 static_assert(Zel::rowsAreInOrder(rows, Zel::firstEntityAttributeId));
 
-constexpr Zel::TypeTable table{
-    Carrier::zelTypeName, Zel::TypeKind::entity, nullptr, true, sizeof(Carrier), rows};
+constexpr Zel::TypeTable table = Zel::tableOf<Carrier, Zel::Name>(rows);
 
 } // namespace
 
@@ -37,7 +36,7 @@ Carrier::~Carrier() = default;
 void Carrier::zeroReferencesIs(bool /*zero*/) { Zel::notifyZeroReferences(*this); }
 
 Zel::String8 Carrier::attributeString(Zel::AttributeId id) const {
-  return Zel::attributeString(table, id, Entity::attributeString(id));
+  return Zel::attributeString(table, id, [&] { return Entity::attributeString(id); });
 }
 
 bool Carrier::load(const SkuKey& key) const { return Zel::keyedRead(*this, load_, key); }

@@ -14,13 +14,13 @@ constexpr Zel::AttrRow rows[] = {
                  &Callbacks::onRestarts>(Attr::restarts, "restarts"),
     Row::Collection<Depot::AlarmMap, &Depot::alarmMap>::ownKey<
         &Depot::alarm, &Depot::alarmIs, &Depot::alarmDel, &Depot::alarmDelAll, &Depot::alarmNotify,
-        Callbacks, &Callbacks::onAlarm, &Callbacks::onAlarm>(Attr::alarm, "alarm"),
+        Callbacks, &Callbacks::onAlarm, &Callbacks::onAlarm, &Callbacks::zelPendingAlarm>(
+        Attr::alarm, "alarm"),
     Row::singular<&Depot::open, &Depot::openIs, Callbacks, &Callbacks::onOpen>(Attr::open, "open"),
 };
 static_assert(Zel::rowsAreInOrder(rows, Zel::firstEntityAttributeId));
 
-constexpr Zel::TypeTable table{
-    Depot::zelTypeName, Zel::TypeKind::entity, nullptr, true, sizeof(Depot), rows};
+constexpr Zel::TypeTable table = Zel::tableOf<Depot, Zel::Name>(rows);
 
 } // namespace
 
@@ -32,7 +32,7 @@ Depot::~Depot() = default;
 void Depot::zeroReferencesIs(bool /*zero*/) { Zel::notifyZeroReferences(*this); }
 
 Zel::String8 Depot::attributeString(Zel::AttributeId id) const {
-  return Zel::attributeString(table, id, Entity::attributeString(id));
+  return Zel::attributeString(table, id, [&] { return Entity::attributeString(id); });
 }
 
 void Depot::pidIs(unsigned pid) {

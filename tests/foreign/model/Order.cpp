@@ -13,13 +13,13 @@ constexpr Zel::AttrRow rows[] = {
         Order::Attr::urgency, "urgency", Zel::constructorArgument),
     Row::Collection<Order::ItemMap, &Order::itemMap>::keyed<
         &Order::item, &Order::itemIs, &Order::itemDel, &Order::itemDelAll, &Order::itemNotify,
-        Callbacks, &Callbacks::onItem, &Callbacks::onItem>(Order::Attr::item, "item"),
+        Callbacks, &Callbacks::onItem, &Callbacks::onItem, &Callbacks::zelPendingItem>(
+        Order::Attr::item, "item"),
     Row::frameworkKey<&Order::fwkKey>(),
 };
 static_assert(Zel::rowsAreInOrder(rows, Zel::firstEntityAttributeId));
 
-constexpr Zel::TypeTable table{
-    Order::zelTypeName, Zel::TypeKind::entity, nullptr, true, sizeof(Order), rows};
+constexpr Zel::TypeTable table = Zel::tableOf<Order, Zel::Name, Urgency>(rows);
 
 using DirCallbacks = OrderDir::NotifieeConst;
 
@@ -27,13 +27,12 @@ constexpr Zel::AttrRow dirRows[] = {
     Zel::Rows<OrderDir>::Collection<OrderDir::OrderMap, &OrderDir::orderMap>::Of<
         Urgency>::instantiating<&OrderDir::order, &OrderDir::orderIs, &OrderDir::orderDel,
                                 &OrderDir::orderDelAll, &OrderDir::orderNotify, DirCallbacks,
-                                &DirCallbacks::onOrder, &DirCallbacks::onOrder>(
-        OrderDir::Attr::order, "order"),
+                                &DirCallbacks::onOrder, &DirCallbacks::onOrder,
+                                &DirCallbacks::zelPendingOrder>(OrderDir::Attr::order, "order"),
 };
 static_assert(Zel::rowsAreInOrder(dirRows, Zel::firstEntityAttributeId));
 
-constexpr Zel::TypeTable dirTable{
-    OrderDir::zelTypeName, Zel::TypeKind::entity, nullptr, true, sizeof(OrderDir), dirRows};
+constexpr Zel::TypeTable dirTable = Zel::tableOf<OrderDir, Zel::Name>(dirRows);
 
 } // namespace
 
@@ -45,7 +44,7 @@ Order::~Order() = default;
 void Order::zeroReferencesIs(bool /*zero*/) { Zel::notifyZeroReferences(*this); }
 
 Zel::String8 Order::attributeString(Zel::AttributeId id) const {
-  return Zel::attributeString(table, id, Entity::attributeString(id));
+  return Zel::attributeString(table, id, [&] { return Entity::attributeString(id); });
 }
 
 Zel::Name Order::orderName() const {
@@ -106,7 +105,7 @@ OrderDir::~OrderDir() {
 void OrderDir::zeroReferencesIs(bool /*zero*/) { Zel::notifyZeroReferences(*this); }
 
 Zel::String8 OrderDir::attributeString(Zel::AttributeId id) const {
-  return Zel::attributeString(dirTable, id, Entity::attributeString(id));
+  return Zel::attributeString(dirTable, id, [&] { return Entity::attributeString(id); });
 }
 
 Zel::Ptr<Order> OrderDir::order(Zel::Name name) const {

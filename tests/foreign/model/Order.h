@@ -3,7 +3,7 @@
 #include "Enumerations.h"
 
 #include <Zel/Attribute>
-#include <Zel/TypeTable>
+#include <Zel/Layers>
 
 namespace Foreign {
 
@@ -12,6 +12,10 @@ class Order : public Zel::Entity {
 public:
   static constexpr std::string_view zelTypeName = "Foreign::Order";
   static const Zel::TypeTable& zelTable();
+  static const Zel::ZelType* _fwkType();
+  const Zel::ZelType* fwkType() const override { return _fwkType(); }
+  using _Type = Zel::TypeOf<Order>;
+  class GenericIf_;
 
   class NotifieeConst;
   class Notifiee;
@@ -86,6 +90,10 @@ class OrderDir : public Zel::Entity {
 public:
   static constexpr std::string_view zelTypeName = "Foreign::OrderDir";
   static const Zel::TypeTable& zelTable();
+  static const Zel::ZelType* _fwkType();
+  const Zel::ZelType* fwkType() const override { return _fwkType(); }
+  using _Type = Zel::TypeOf<OrderDir>;
+  class GenericIf_;
 
   class NotifieeConst;
   class Notifiee;

@@ -15,8 +15,8 @@ constexpr Zel::AttrRow rows[] = {
     Row::constant<&Perishable::minShelfLife>(Attr::minShelfLife, "minShelfLife"),
     Row::Collection<Perishable::BatchMap, &Perishable::batchMap>::keyed<
         &Perishable::batch, &Perishable::batchIs, &Perishable::batchDel, &Perishable::batchDelAll,
-        &Perishable::batchNotify, Callbacks, &Callbacks::onBatch, &Callbacks::onBatch>(Attr::batch,
-                                                                                       "batch"),
+        &Perishable::batchNotify, Callbacks, &Callbacks::onBatch, &Callbacks::onBatch,
+        &Callbacks::zelPendingBatch>(Attr::batch, "batch"),
     Row::singular<&Perishable::recalled, &Perishable::recalledIs, Callbacks,
                   &Callbacks::onRecalled>(Attr::recalled, "recalled"),
     Row::counter<&Perishable::sold, &Perishable::soldIs, &Perishable::soldInc, Callbacks,
@@ -32,20 +32,15 @@ constexpr Zel::AttrRow dirRows[] = {
         instantiating<&PerishableDir::perishable, &PerishableDir::perishableIs,
                       &PerishableDir::perishableDel, &PerishableDir::perishableDelAll,
                       &PerishableDir::perishableNotify, DirCallbacks, &DirCallbacks::onPerishable,
-                      &DirCallbacks::onPerishable>(PerishableDir::Attr::perishable, "perishable"),
+                      &DirCallbacks::onPerishable, &DirCallbacks::zelPendingPerishable>(
+            PerishableDir::Attr::perishable, "perishable"),
 };
 static_assert(Zel::rowsAreInOrder(dirRows, Zel::firstEntityAttributeId));
 
-constexpr Zel::TypeTable dirTable{PerishableDir::zelTypeName,
-                                  Zel::TypeKind::entity,
-                                  nullptr,
-                                  true,
-                                  sizeof(PerishableDir),
-                                  dirRows};
+constexpr Zel::TypeTable dirTable = Zel::tableOf<PerishableDir, Zel::Name>(dirRows);
 
-constexpr Zel::TypeTable table{Perishable::zelTypeName, Zel::TypeKind::entity,
-                               Product::zelTable,       false,
-                               sizeof(Perishable),      rows};
+constexpr Zel::TypeTable table =
+    Zel::tableOf<Perishable, Zel::String8>(rows, {.base = Product::zelTable});
 
 } // namespace
 
@@ -55,7 +50,7 @@ Perishable::Perishable(Zel::String8 sku) : Product(SkuKey(chilled, sku)), sku_(s
 Perishable::~Perishable() = default;
 
 Zel::String8 Perishable::attributeString(Zel::AttributeId id) const {
-  return Zel::attributeString(zelTable(), id, Product::attributeString(id));
+  return Zel::attributeString(zelTable(), id, [&] { return Product::attributeString(id); });
 }
 
 void Perishable::shelfLifeIs(unsigned days) {
@@ -130,7 +125,7 @@ PerishableDir::~PerishableDir() {
 void PerishableDir::zeroReferencesIs(bool /*zero*/) { Zel::notifyZeroReferences(*this); }
 
 Zel::String8 PerishableDir::attributeString(Zel::AttributeId id) const {
-  return Zel::attributeString(dirTable, id, Entity::attributeString(id));
+  return Zel::attributeString(dirTable, id, [&] { return Entity::attributeString(id); });
 }
 
 Zel::Ptr<Perishable> PerishableDir::perishable(Zel::String8 sku) const {

@@ -10,6 +10,10 @@ class Perishable : public Product {
 public:
   static constexpr std::string_view zelTypeName = "Foreign::Perishable";
   static const Zel::TypeTable& zelTable();
+  static const Zel::ZelType* _fwkType();
+  const Zel::ZelType* fwkType() const override { return _fwkType(); }
+  using _Type = Zel::TypeOf<Perishable>;
+  class GenericIf_;
 
   class NotifieeConst;
   class Notifiee;
@@ -98,6 +102,10 @@ class PerishableDir : public Zel::Entity {
 public:
   static constexpr std::string_view zelTypeName = "Foreign::PerishableDir";
   static const Zel::TypeTable& zelTable();
+  static const Zel::ZelType* _fwkType();
+  const Zel::ZelType* fwkType() const override { return _fwkType(); }
+  using _Type = Zel::TypeOf<PerishableDir>;
+  class GenericIf_;
 
   class NotifieeConst;
   class Notifiee;

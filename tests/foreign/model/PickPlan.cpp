@@ -9,25 +9,23 @@ using Callbacks = PickPlan::NotifieeConst;
 constexpr Zel::AttrRow planRows[] = {
     Zel::Rows<PickPlan>::Collection<PickPlan::TourMap, &PickPlan::tourMap>::Of<>::instantiating<
         &PickPlan::tour, &PickPlan::tourIs, &PickPlan::tourDel, &PickPlan::tourDelAll,
-        &PickPlan::tourNotify, Callbacks, &Callbacks::onTour, &Callbacks::onTour>(
-        PickPlan::Attr::tour, "tour"),
+        &PickPlan::tourNotify, Callbacks, &Callbacks::onTour, &Callbacks::onTour,
+        &Callbacks::zelPendingTour>(PickPlan::Attr::tour, "tour"),
 };
 static_assert(Zel::rowsAreInOrder(planRows, Zel::firstObjectAttributeId));
 
-constexpr Zel::TypeTable planTable{
-    PickPlan::zelTypeName, Zel::TypeKind::object, nullptr, false, sizeof(PickPlan), planRows};
+constexpr Zel::TypeTable planTable = Zel::tableOf<PickPlan>(planRows);
 
 constexpr Zel::AttrRow setRows[] = {
     Zel::Rows<PickSet>::Collection<PickSet::CandidateMap, &PickSet::candidateMap>::silentKeyed<
         &PickSet::candidate, &PickSet::candidateIs, &PickSet::candidateDel,
         &PickSet::candidateDelAll, &PickSet::candidateNotify>(PickSet::Attr::candidate,
                                                               "candidate"),
-    Zel::Rows<PickSet>::computed<&PickSet::winner>(PickSet::Attr::winner, "winner"),
+    Zel::Rows<PickSet>::computed<&PickSet::winner>(PickSet::Attr::winner, "winner", Zel::internal),
 };
 static_assert(Zel::rowsAreInOrder(setRows, Zel::firstObjectAttributeId));
 
-constexpr Zel::TypeTable setTable{
-    PickSet::zelTypeName, Zel::TypeKind::object, nullptr, false, sizeof(PickSet), setRows};
+constexpr Zel::TypeTable setTable = Zel::tableOf<PickSet>(setRows);
 
 } // namespace
 

@@ -9,6 +9,10 @@ class PickPlan : public Zel::PtrInterface {
 public:
   static constexpr std::string_view zelTypeName = "Foreign::PickPlan";
   static const Zel::TypeTable& zelTable();
+  static const Zel::ZelType* _fwkType();
+  const Zel::ZelType* fwkType() const override { return _fwkType(); }
+  using _Type = Zel::TypeOf<PickPlan>;
+  class GenericIf_;
 
   class NotifieeConst;
   class Notifiee;
@@ -64,6 +68,10 @@ class PickSet : public Zel::PtrInterface {
 public:
   static constexpr std::string_view zelTypeName = "Foreign::PickSet";
   static const Zel::TypeTable& zelTable();
+  static const Zel::ZelType* _fwkType();
+  const Zel::ZelType* fwkType() const override { return _fwkType(); }
+  using _Type = Zel::TypeOf<PickSet>;
+  class GenericIf_;
 
   class ZelCandidate : public Zel::MapEntry<ZelCandidate, SkuKey, bool> {
     using MapEntry::MapEntry;

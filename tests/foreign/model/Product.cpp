@@ -13,14 +13,13 @@ constexpr Zel::AttrRow rows[] = {
         Product::Attr::price, "price"),
     Row::Collection<Product::SupplierMap, &Product::supplierMap>::keyed<
         &Product::supplier, &Product::supplierIs, &Product::supplierDel, &Product::supplierDelAll,
-        &Product::supplierNotify, Callbacks, &Callbacks::onSupplier, &Callbacks::onSupplier>(
-        Product::Attr::supplier, "supplier"),
+        &Product::supplierNotify, Callbacks, &Callbacks::onSupplier, &Callbacks::onSupplier,
+        &Callbacks::zelPendingSupplier>(Product::Attr::supplier, "supplier"),
     Row::frameworkKey<&Product::fwkKey>(),
 };
 static_assert(Zel::rowsAreInOrder(rows, Zel::firstEntityAttributeId));
 
-constexpr Zel::TypeTable table{
-    Product::zelTypeName, Zel::TypeKind::entity, nullptr, false, sizeof(Product), rows};
+constexpr Zel::TypeTable table = Zel::tableOf<Product, SkuKey>(rows, {.hasFactory = false});
 
 using DirCallbacks = ProductDir::NotifieeConst;
 
@@ -28,13 +27,12 @@ constexpr Zel::AttrRow dirRows[] = {
     Zel::Rows<ProductDir>::Collection<ProductDir::ProductMap, &ProductDir::productMap>::Of<>::
         instantiating<&ProductDir::product, &ProductDir::productIs, &ProductDir::productDel,
                       &ProductDir::productDelAll, &ProductDir::productNotify, DirCallbacks,
-                      &DirCallbacks::onProduct, &DirCallbacks::onProduct>(ProductDir::Attr::product,
-                                                                          "product"),
+                      &DirCallbacks::onProduct, &DirCallbacks::onProduct,
+                      &DirCallbacks::zelPendingProduct>(ProductDir::Attr::product, "product"),
 };
 static_assert(Zel::rowsAreInOrder(dirRows, Zel::firstEntityAttributeId));
 
-constexpr Zel::TypeTable dirTable{
-    ProductDir::zelTypeName, Zel::TypeKind::entity, nullptr, true, sizeof(ProductDir), dirRows};
+constexpr Zel::TypeTable dirTable = Zel::tableOf<ProductDir, Zel::Name>(dirRows);
 
 } // namespace
 
@@ -46,7 +44,7 @@ Product::~Product() = default;
 void Product::zeroReferencesIs(bool /*zero*/) { Zel::notifyZeroReferences(*this); }
 
 Zel::String8 Product::attributeString(Zel::AttributeId id) const {
-  return Zel::attributeString(table, id, Entity::attributeString(id));
+  return Zel::attributeString(table, id, [&] { return Entity::attributeString(id); });
 }
 
 void Product::priceIs(double price) {
@@ -98,7 +96,7 @@ ProductDir::~ProductDir() {
 void ProductDir::zeroReferencesIs(bool /*zero*/) { Zel::notifyZeroReferences(*this); }
 
 Zel::String8 ProductDir::attributeString(Zel::AttributeId id) const {
-  return Zel::attributeString(dirTable, id, Entity::attributeString(id));
+  return Zel::attributeString(dirTable, id, [&] { return Entity::attributeString(id); });
 }
 
 Zel::Ptr<Product> ProductDir::product(const SkuKey& key) const {

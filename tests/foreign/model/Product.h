@@ -3,6 +3,7 @@
 #include "Values.h"
 
 #include <Zel/Attribute>
+#include <Zel/Layers>
 
 namespace Foreign {
 
@@ -11,6 +12,10 @@ class Product : public Zel::Entity {
 public:
   static constexpr std::string_view zelTypeName = "Foreign::Product";
   static const Zel::TypeTable& zelTable();
+  static const Zel::ZelType* _fwkType();
+  const Zel::ZelType* fwkType() const override { return _fwkType(); }
+  using _Type = Zel::TypeOf<Product>;
+  class GenericIf_;
 
   class NotifieeConst;
   class Notifiee;
@@ -86,6 +91,10 @@ class ProductDir : public Zel::Entity {
 public:
   static constexpr std::string_view zelTypeName = "Foreign::ProductDir";
   static const Zel::TypeTable& zelTable();
+  static const Zel::ZelType* _fwkType();
+  const Zel::ZelType* fwkType() const override { return _fwkType(); }
+  using _Type = Zel::TypeOf<ProductDir>;
+  class GenericIf_;
 
   class NotifieeConst;
   class Notifiee;

@@ -13,30 +13,32 @@ constexpr Zel::AttrRow rows[] = {
     Row::singular<&Rack::zone, &Rack::zoneIs, Callbacks, &Callbacks::onZone>(Attr::zone, "zone"),
     Row::Collection<Rack::AllowedZoneMap, &Rack::allowedZoneMap>::keyed<
         &Rack::allowedZone, &Rack::allowedZoneIs, &Rack::allowedZoneDel, &Rack::allowedZoneDelAll,
-        &Rack::allowedZoneNotify, Callbacks, &Callbacks::onAllowedZone, &Callbacks::onAllowedZone>(
-        Attr::allowedZone, "allowedZone"),
+        &Rack::allowedZoneNotify, Callbacks, &Callbacks::onAllowedZone, &Callbacks::onAllowedZone,
+        &Callbacks::zelPendingAllowedZone>(Attr::allowedZone, "allowedZone"),
     Row::Collection<Rack::ReservationMap, &Rack::reservationMap>::keyed<
         &Rack::reservation, &Rack::reservationIs, &Rack::reservationDel, &Rack::reservationDelAll,
-        &Rack::reservationNotify, Callbacks, &Callbacks::onReservation, &Callbacks::onReservation>(
-        Attr::reservation, "reservation"),
+        &Rack::reservationNotify, Callbacks, &Callbacks::onReservation, &Callbacks::onReservation,
+        &Callbacks::zelPendingReservation>(Attr::reservation, "reservation"),
     Row::Collection<Rack::LabelMap, &Rack::labelMap>::keyed<
         &Rack::label, &Rack::labelIs, &Rack::labelDel, &Rack::labelDelAll, &Rack::labelNotify,
-        Callbacks, &Callbacks::onLabel, &Callbacks::onLabel>(Attr::label, "label"),
+        Callbacks, &Callbacks::onLabel, &Callbacks::onLabel, &Callbacks::zelPendingLabel>(
+        Attr::label, "label"),
     Row::singular<&Rack::footprint, &Rack::footprintIs, Callbacks, &Callbacks::onFootprint>(
         Attr::footprint, "footprint"),
     Row::Collection<Rack::SpaceMap, &Rack::spaceMap>::keyed<
         &Rack::space, &Rack::spaceIs, &Rack::spaceDel, &Rack::spaceDelAll, &Rack::spaceNotify,
-        Callbacks, &Callbacks::onSpace, &Callbacks::onSpace>(Attr::space, "space"),
+        Callbacks, &Callbacks::onSpace, &Callbacks::onSpace, &Callbacks::zelPendingSpace>(
+        Attr::space, "space"),
     Row::constant<&Rack::capacity>(Attr::capacity, "capacity"),
     Row::singular<&Rack::temperature, &Rack::temperatureIs, Callbacks, &Callbacks::onTemperature>(
         Attr::temperature, "temperature"),
     Row::Collection<Rack::NoteMap, &Rack::noteMap>::keyed<
         &Rack::note, &Rack::noteIs, &Rack::noteDel, &Rack::noteDelAll, &Rack::noteNotify, Callbacks,
-        &Callbacks::onNote, &Callbacks::onNote>(Attr::note, "note"),
+        &Callbacks::onNote, &Callbacks::onNote, &Callbacks::zelPendingNote>(Attr::note, "note"),
     Row::Collection<Rack::ReadingMap, &Rack::readingMap>::keyed<
         &Rack::reading, &Rack::readingIs, &Rack::readingDel, &Rack::readingDelAll,
-        &Rack::readingNotify, Callbacks, &Callbacks::onReading, &Callbacks::onReading>(
-        Attr::reading, "reading"),
+        &Rack::readingNotify, Callbacks, &Callbacks::onReading, &Callbacks::onReading,
+        &Callbacks::zelPendingReading>(Attr::reading, "reading"),
     Row::singular<&Rack::serial, &Rack::serialIs, Callbacks, &Callbacks::onSerial>(Attr::serial,
                                                                                    "serial"),
     Row::singular<&Rack::slot, &Rack::slotIs, Callbacks, &Callbacks::onSlot>(Attr::slot, "slot"),
@@ -46,8 +48,7 @@ constexpr Zel::AttrRow rows[] = {
 };
 static_assert(Zel::rowsAreInOrder(rows, Zel::firstEntityAttributeId));
 
-constexpr Zel::TypeTable table{
-    Rack::zelTypeName, Zel::TypeKind::entity, nullptr, true, sizeof(Rack), rows};
+constexpr Zel::TypeTable table = Zel::tableOf<Rack, Zel::Name>(rows);
 
 } // namespace
 
@@ -59,7 +60,7 @@ Rack::~Rack() = default;
 void Rack::zeroReferencesIs(bool /*zero*/) { Zel::notifyZeroReferences(*this); }
 
 Zel::String8 Rack::attributeString(Zel::AttributeId id) const {
-  return Zel::attributeString(table, id, Entity::attributeString(id));
+  return Zel::attributeString(table, id, [&] { return Entity::attributeString(id); });
 }
 
 Zel::String8 Rack::rackName() const {

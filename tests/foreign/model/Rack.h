@@ -3,6 +3,7 @@
 #include "Values.h"
 
 #include <Zel/Attribute>
+#include <Zel/Layers>
 
 namespace Foreign {
 
@@ -11,6 +12,10 @@ class Rack : public Zel::Entity {
 public:
   static constexpr std::string_view zelTypeName = "Foreign::Rack";
   static const Zel::TypeTable& zelTable();
+  static const Zel::ZelType* _fwkType();
+  const Zel::ZelType* fwkType() const override { return _fwkType(); }
+  using _Type = Zel::TypeOf<Rack>;
+  class GenericIf_;
 
   class NotifieeConst;
   class Notifiee;

@@ -14,8 +14,7 @@ constexpr Zel::AttrRow stopRows[] = {
 };
 static_assert(Zel::rowsAreInOrder(stopRows, Zel::firstObjectAttributeId));
 
-constexpr Zel::TypeTable stopTable{
-    Stop::zelTypeName, Zel::TypeKind::object, nullptr, false, sizeof(Stop), stopRows};
+constexpr Zel::TypeTable stopTable = Zel::tableOf<Stop, SkuKey>(stopRows);
 
 constexpr Zel::AttrRow markRows[] = {
     Zel::Rows<Mark>::key<&Mark::key>(Mark::Attr::key, "key"),
@@ -23,8 +22,7 @@ constexpr Zel::AttrRow markRows[] = {
 };
 static_assert(Zel::rowsAreInOrder(markRows, Zel::firstObjectAttributeId));
 
-constexpr Zel::TypeTable markTable{
-    Mark::zelTypeName, Zel::TypeKind::object, nullptr, false, sizeof(Mark), markRows};
+constexpr Zel::TypeTable markTable = Zel::tableOf<Mark, SkuKey>(markRows);
 
 using Attr = Tour::Attr;
 using Callbacks = Tour::NotifieeConst;
@@ -38,19 +36,19 @@ constexpr Zel::AttrRow rows[] = {
         Attr::complete, "complete"),
     Row::Collection<Tour::HelperMap, &Tour::helperMap>::keyed<
         &Tour::helper, &Tour::helperIs, &Tour::helperDel, &Tour::helperDelAll, &Tour::helperNotify,
-        Callbacks, &Callbacks::onHelper, &Callbacks::onHelper>(Attr::helper, "helper"),
+        Callbacks, &Callbacks::onHelper, &Callbacks::onHelper, &Callbacks::zelPendingHelper>(
+        Attr::helper, "helper"),
     Row::Collection<Tour::StopMap, &Tour::stopMap>::Of<>::instantiating<
         &Tour::stop, &Tour::stopIs, &Tour::stopDel, &Tour::stopDelAll, &Tour::stopNotify, Callbacks,
-        &Callbacks::onStop, &Callbacks::onStop>(Attr::stop, "stop"),
+        &Callbacks::onStop, &Callbacks::onStop, &Callbacks::zelPendingStop>(Attr::stop, "stop"),
     Row::Collection<Tour::MarkMap, &Tour::markMap>::Of<>::instantiating<
         &Tour::mark, &Tour::markIs, &Tour::markDel, &Tour::markDelAll, &Tour::markNotify, Callbacks,
-        &Callbacks::onMark, &Callbacks::onMark>(Attr::mark, "mark"),
+        &Callbacks::onMark, &Callbacks::onMark, &Callbacks::zelPendingMark>(Attr::mark, "mark"),
     Row::frameworkKey<&Tour::fwkKey>(),
 };
 static_assert(Zel::rowsAreInOrder(rows, Zel::firstObjectAttributeId));
 
-constexpr Zel::TypeTable table{
-    Tour::zelTypeName, Zel::TypeKind::object, nullptr, false, sizeof(Tour), rows};
+constexpr Zel::TypeTable table = Zel::tableOf<Tour, TourKey>(rows);
 
 } // namespace
 

@@ -3,6 +3,7 @@
 #include "Values.h"
 
 #include <Zel/Attribute>
+#include <Zel/Layers>
 
 /// Working state of the pickers: objects that are no entities. They have no name, no parent and no
 /// counters; some have notifiees.
@@ -13,6 +14,10 @@ class Stop : public Zel::PtrInterface {
 public:
   static constexpr std::string_view zelTypeName = "Foreign::Stop";
   static const Zel::TypeTable& zelTable();
+  static const Zel::ZelType* _fwkType();
+  const Zel::ZelType* fwkType() const override { return _fwkType(); }
+  using _Type = Zel::TypeOf<Stop>;
+  class GenericIf_;
 
   class NotifieeConst;
   class Notifiee;
@@ -65,6 +70,10 @@ class Mark : public Zel::PtrInterface {
 public:
   static constexpr std::string_view zelTypeName = "Foreign::Mark";
   static const Zel::TypeTable& zelTable();
+  static const Zel::ZelType* _fwkType();
+  const Zel::ZelType* fwkType() const override { return _fwkType(); }
+  using _Type = Zel::TypeOf<Mark>;
+  class GenericIf_;
 
   struct Attr {
     static constexpr Zel::AttributeId key = 130;
@@ -91,6 +100,10 @@ class Tour : public Zel::PtrInterface {
 public:
   static constexpr std::string_view zelTypeName = "Foreign::Tour";
   static const Zel::TypeTable& zelTable();
+  static const Zel::ZelType* _fwkType();
+  const Zel::ZelType* fwkType() const override { return _fwkType(); }
+  using _Type = Zel::TypeOf<Tour>;
+  class GenericIf_;
 
   class NotifieeConst;
   class Notifiee;

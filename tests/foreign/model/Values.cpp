@@ -10,18 +10,13 @@ namespace Foreign {
 
 namespace {
 
-template <class T>
-constexpr Zel::TypeTable valueTable(std::span<const Zel::AttrRow> rows) {
-  return {T::zelTypeName, Zel::TypeKind::value, nullptr, false, sizeof(T), rows};
-}
-
 constexpr Zel::AttrRow skuKeyRows[] = {
     Zel::Rows<SkuKey>::key<&SkuKey::zone>(SkuKey::Attr::zone, "zone"),
     Zel::Rows<SkuKey>::key<&SkuKey::sku>(SkuKey::Attr::sku, "sku"),
     Zel::Rows<SkuKey>::computed<&SkuKey::hash>(SkuKey::Attr::hash, "hash"),
 };
 static_assert(Zel::rowsAreInOrder(skuKeyRows, Zel::firstValueAttributeId));
-constexpr Zel::TypeTable skuKeyTable = valueTable<SkuKey>(skuKeyRows);
+constexpr Zel::TypeTable skuKeyTable = Zel::tableOf<SkuKey, Zone, Zel::String8>(skuKeyRows);
 
 constexpr Zel::AttrRow dimensionsRows[] = {
     Zel::Rows<Dimensions>::valueMember<&Dimensions::width, &Dimensions::widthIs>(
@@ -34,7 +29,7 @@ constexpr Zel::AttrRow dimensionsRows[] = {
         Dimensions::Attr::zone, "zone"),
 };
 static_assert(Zel::rowsAreInOrder(dimensionsRows, Zel::firstValueAttributeId));
-constexpr Zel::TypeTable dimensionsTable = valueTable<Dimensions>(dimensionsRows);
+constexpr Zel::TypeTable dimensionsTable = Zel::tableOf<Dimensions>(dimensionsRows);
 
 constexpr Zel::AttrRow slotCodeRows[] = {
     Zel::Rows<SlotCode>::computedMember<&SlotCode::code, &SlotCode::codeIs>(SlotCode::Attr::code,
@@ -45,29 +40,29 @@ constexpr Zel::AttrRow slotCodeRows[] = {
                                                                            "shelf"),
 };
 static_assert(Zel::rowsAreInOrder(slotCodeRows, Zel::firstValueAttributeId));
-constexpr Zel::TypeTable slotCodeTable = valueTable<SlotCode>(slotCodeRows);
+constexpr Zel::TypeTable slotCodeTable = Zel::tableOf<SlotCode, Zel::String8>(slotCodeRows);
 
 constexpr Zel::AttrRow alarmRows[] = {
     Zel::Rows<Alarm>::key<&Alarm::sensor>(Alarm::Attr::sensor, "sensor"),
     Zel::Rows<Alarm>::key<&Alarm::urgency>(Alarm::Attr::urgency, "urgency"),
 };
 static_assert(Zel::rowsAreInOrder(alarmRows, Zel::firstValueAttributeId));
-constexpr Zel::TypeTable alarmTable = valueTable<Alarm>(alarmRows);
+constexpr Zel::TypeTable alarmTable = Zel::tableOf<Alarm, Zel::String8, Urgency>(alarmRows);
 
 constexpr Zel::AttrRow tourKeyRows[] = {
     Zel::Rows<TourKey>::key<&TourKey::zone>(TourKey::Attr::zone, "zone"),
     Zel::Rows<TourKey>::key<&TourKey::round>(TourKey::Attr::round, "round"),
-    Zel::Rows<TourKey>::computed<&TourKey::hash>(TourKey::Attr::hash, "hash"),
+    Zel::Rows<TourKey>::computed<&TourKey::hash>(TourKey::Attr::hash, "hash", Zel::internal),
 };
 static_assert(Zel::rowsAreInOrder(tourKeyRows, Zel::firstValueAttributeId));
-constexpr Zel::TypeTable tourKeyTable = valueTable<TourKey>(tourKeyRows);
+constexpr Zel::TypeTable tourKeyTable = Zel::tableOf<TourKey, Zone, unsigned>(tourKeyRows);
 
 constexpr Zel::AttrRow limitsRows[] = {
     Zel::Rows<Limits>::constant<&Limits::maxShelf>(Limits::Attr::maxShelf, "maxShelf"),
     Zel::Rows<Limits>::constant<&Limits::homeAisle>(Limits::Attr::homeAisle, "homeAisle"),
 };
 static_assert(Zel::rowsAreInOrder(limitsRows, Zel::firstValueAttributeId));
-constexpr Zel::TypeTable limitsTable = valueTable<Limits>(limitsRows);
+constexpr Zel::TypeTable limitsTable = Zel::tableOf<Limits>(limitsRows);
 
 } // namespace
 

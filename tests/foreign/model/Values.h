@@ -2,7 +2,7 @@
 
 #include "Enumerations.h"
 
-#include <Zel/TypeTable>
+#include <Zel/Layers>
 
 namespace Foreign {
 
@@ -11,6 +11,9 @@ class SkuKey {
 public:
   static constexpr std::string_view zelTypeName = "Foreign::SkuKey";
   static const Zel::TypeTable& zelTable();
+  static const Zel::ZelType* _fwkType();
+  using _Type = Zel::TypeOf<SkuKey>;
+  using GenericIf_ = Zel::ValueGenericIf<SkuKey>;
 
   struct Attr {
     static constexpr Zel::AttributeId zone = 2;
@@ -19,6 +22,8 @@ public:
   };
 
   SkuKey() noexcept = default;
+  /// Reads the text form. Throws `Zel::RangeException`.
+  SkuKey(Zel::String8::IteratorConst& first, const Zel::String8::IteratorConst& last);
   SkuKey(Zone zone, Zel::String8 sku) noexcept : zone_(zone), sku_(std::move(sku)) {}
 
   Zone zone() const noexcept { return zone_; }
@@ -38,11 +43,17 @@ private:
   Zel::String8 sku_;
 };
 
+Zel::String8 valueToStrep(const SkuKey& value);
+std::ostream& operator<<(std::ostream& out, const SkuKey& value);
+
 /// Size and weight; each member may be set by itself on the copy at hand.
 class Dimensions {
 public:
   static constexpr std::string_view zelTypeName = "Foreign::Dimensions";
   static const Zel::TypeTable& zelTable();
+  static const Zel::ZelType* _fwkType();
+  using _Type = Zel::TypeOf<Dimensions>;
+  using GenericIf_ = Zel::ValueGenericIf<Dimensions>;
 
   struct Attr {
     static constexpr Zel::AttributeId width = 2;
@@ -52,6 +63,8 @@ public:
   };
 
   Dimensions() noexcept = default;
+  /// Reads the text form. Throws `Zel::RangeException`.
+  Dimensions(Zel::String8::IteratorConst& first, const Zel::String8::IteratorConst& last);
   Dimensions(unsigned width, bool fragile, double weight, Zone zone) noexcept
       : width_(width), fragile_(fragile), weight_(weight), zone_(zone) {}
 
@@ -78,12 +91,18 @@ private:
   Zone zone_ = ambient;
 };
 
+Zel::String8 valueToStrep(const Dimensions& value);
+std::ostream& operator<<(std::ostream& out, const Dimensions& value);
+
 /// A place in a rack. Its constructor argument is the text `<aisle>:<shelf>`, which is worked out
 /// at each read.
 class SlotCode {
 public:
   static constexpr std::string_view zelTypeName = "Foreign::SlotCode";
   static const Zel::TypeTable& zelTable();
+  static const Zel::ZelType* _fwkType();
+  using _Type = Zel::TypeOf<SlotCode>;
+  using GenericIf_ = Zel::ValueGenericIf<SlotCode>;
 
   struct Attr {
     static constexpr Zel::AttributeId code = 2;
@@ -92,6 +111,8 @@ public:
   };
 
   SlotCode() noexcept = default;
+  /// Reads the text form. Throws `Zel::RangeException`.
+  SlotCode(Zel::String8::IteratorConst& first, const Zel::String8::IteratorConst& last);
   explicit SlotCode(Zel::String8 code) { codeIs(std::move(code)); }
 
   Zel::String8 code() const;
@@ -112,11 +133,17 @@ private:
   unsigned shelf_ = 0;
 };
 
+Zel::String8 valueToStrep(const SlotCode& value);
+std::ostream& operator<<(std::ostream& out, const SlotCode& value);
+
 /// A sensor and what it reports. Collections of alarms take `sensor` for the key.
 class Alarm {
 public:
   static constexpr std::string_view zelTypeName = "Foreign::Alarm";
   static const Zel::TypeTable& zelTable();
+  static const Zel::ZelType* _fwkType();
+  using _Type = Zel::TypeOf<Alarm>;
+  using GenericIf_ = Zel::ValueGenericIf<Alarm>;
 
   struct Attr {
     static constexpr Zel::AttributeId sensor = 2;
@@ -124,6 +151,8 @@ public:
   };
 
   Alarm() noexcept = default;
+  /// Reads the text form. Throws `Zel::RangeException`.
+  Alarm(Zel::String8::IteratorConst& first, const Zel::String8::IteratorConst& last);
   Alarm(Zel::String8 sensor, Urgency urgency) noexcept
       : sensor_(std::move(sensor)), urgency_(urgency) {}
 
@@ -141,11 +170,17 @@ private:
   Urgency urgency_ = urgencyUnknown;
 };
 
+Zel::String8 valueToStrep(const Alarm& value);
+std::ostream& operator<<(std::ostream& out, const Alarm& value);
+
 /// Key of a picking tour.
 class TourKey {
 public:
   static constexpr std::string_view zelTypeName = "Foreign::TourKey";
   static const Zel::TypeTable& zelTable();
+  static const Zel::ZelType* _fwkType();
+  using _Type = Zel::TypeOf<TourKey>;
+  using GenericIf_ = Zel::ValueGenericIf<TourKey>;
 
   struct Attr {
     static constexpr Zel::AttributeId zone = 2;
@@ -154,6 +189,8 @@ public:
   };
 
   TourKey() noexcept = default;
+  /// Reads the text form. Throws `Zel::RangeException`.
+  TourKey(Zel::String8::IteratorConst& first, const Zel::String8::IteratorConst& last);
   TourKey(Zone zone, unsigned round) noexcept : zone_(zone), round_(round) {}
 
   Zone zone() const noexcept { return zone_; }
@@ -171,21 +208,34 @@ private:
   unsigned round_ = 0;
 };
 
+Zel::String8 valueToStrep(const TourKey& value);
+std::ostream& operator<<(std::ostream& out, const TourKey& value);
+
 /// Holds nothing: its attributes are constants of the type.
 class Limits {
 public:
   static constexpr std::string_view zelTypeName = "Foreign::Limits";
   static const Zel::TypeTable& zelTable();
+  static const Zel::ZelType* _fwkType();
+  using _Type = Zel::TypeOf<Limits>;
+  using GenericIf_ = Zel::ValueGenericIf<Limits>;
 
   struct Attr {
     static constexpr Zel::AttributeId maxShelf = 2;
     static constexpr Zel::AttributeId homeAisle = 3;
   };
 
+  Limits() noexcept = default;
+  /// Reads the text form, an empty frame. Throws `Zel::RangeException`.
+  Limits(Zel::String8::IteratorConst& first, const Zel::String8::IteratorConst& last);
+
   unsigned maxShelf() const noexcept { return 40; }
   Zel::Name homeAisle() const { return "A"; }
 
   friend bool operator==(const Limits&, const Limits&) noexcept { return true; }
 };
+
+Zel::String8 valueToStrep(const Limits& value);
+std::ostream& operator<<(std::ostream& out, const Limits& value);
 
 } // namespace Foreign

@@ -1,0 +1,125 @@
+#include <generic/Reactor.h>
+
+#include <Zel/Activity>
+#include <generic/Arguments.h>
+
+namespace Zel {
+
+namespace {
+
+bool isToldCollection(const AttrRow& row) {
+  return row.collection != nullptr && row.collection->pending != nullptr;
+}
+
+/// Whether notifiees hear of the attribute.
+bool isTold(const AttrRow& row) { return row.tell != nullptr || isToldCollection(row); }
+
+/// Visits the attributes that notifiees hear of, those of the base first.
+template <class Visit>
+void forEachTold(const TypeTable& table, const Visit& visit) {
+  if (table.base != nullptr) {
+    forEachTold(table.base(), visit);
+  }
+  for (const AttrRow& row : table.rows) {
+    if (isTold(row)) {
+      visit(row);
+    }
+  }
+}
+
+} // namespace
+
+GenericReactor::~GenericReactor() = default;
+
+void GenericReactor::notifierIs(const Ptr<const PtrInterface>& notifier) {
+  // A copy, since the caller's may be the one that goes. A weak one that is off takes none.
+  const bool unheard = isWeakReference() && !hasNotificationActive();
+  const Ptr<const PtrInterface> wanted(unheard ? Ptr<const PtrInterface>() : notifier);
+  if (adapter_ && adapter_->notifier() != wanted) {
+    adapter_->notifierIs(wanted);
+  }
+  const Ptr<const PtrInterface> former(rawNotifier());
+  if (former != wanted) {
+    PtrInterface::NotifieeConst::notifierIs(wanted);
+    weakCountsBalance(former.ptr(), wanted.ptr());
+  }
+  isRegisteredNotifieeIs(false);
+}
+
+void GenericReactor::hasNotificationActiveIs(bool active) {
+  if (active == hasNotificationActive()) {
+    return;
+  }
+  PtrInterface::NotifieeConst::hasNotificationActiveIs(active);
+  if (adapter_) {
+    adapter_->hasNotificationActiveIs(active);
+  }
+  if (!active && isWeakReference()) {
+    notifierIs(nullptr); // out of the list, nobody would tell it of the end
+  }
+}
+
+void GenericReactor::zelOnSingular(AttributeId id) {
+  if (!zelOnAttribute(id, nullptr)) {
+    actsm();
+    onAttribute(id);
+  }
+}
+
+void GenericReactor::zelOnMember(AttributeId id, const void* key) {
+  const AttrRow* const row = attributeRow(zelView().table, id);
+  if (row != nullptr && isToldCollection(*row) && adapter_) {
+    tellMember(*row, key);
+  }
+}
+
+void GenericReactor::tellMember(const AttrRow& row, const void* key) {
+  const PendingSlot waiting = row.collection->pending(*adapter_);
+  row.key->assign(waiting.lastKey, key);
+  if (!zelOnAttribute(row.id, waiting.count)) {
+    actsm();
+    Ptr<const GenericIf> told = packed(*row.key, key, isConst(), row.name);
+    onAttribute(row.id, told);
+  }
+}
+
+void GenericReactor::deliver(const AttrRow& row, bool force) {
+  const PendingSlot waiting = row.collection->pending(*adapter_);
+  ValueSlot key(*row.key, [&](void* to) { row.key->copy(to, waiting.lastKey); });
+  const unsigned count = std::exchange(*waiting.count, static_cast<unsigned char>(0));
+  if (count > 1 || force) {
+    onAttribute(row.id);
+  } else if (count == 1) {
+    tellMember(row, key.at());
+  }
+}
+
+void GenericReactor::handleNotification(ActivityConfig* config) {
+  const Ptr<GenericReactor> kept(this); // until the last attribute is told
+  const TypeTable& table = zelView().table;
+  const AttributeId pending = pendingAttribute();
+  pendingAttributeIs(0);
+  ActivitySm* const scheduler = actsm();
+
+  const auto tell = [&](const AttrRow& row) {
+    if (row.collection != nullptr) {
+      deliver(row, pending == allChangedId);
+    } else {
+      zelOnSingular(row.id);
+    }
+  };
+  if (const AttrRow* const row = attributeRow(table, pending); row != nullptr && isTold(*row)) {
+    tell(*row);
+    return;
+  }
+  pendingAttributeIs(pending);
+  PtrInterface::NotifieeConst::handleNotification(config);
+  if (pending == allAttributesId || pending == allChangedId) {
+    forEachTold(table, [&](const AttrRow& row) {
+      redispatch(scheduler);
+      tell(row);
+    });
+  }
+}
+
+} // namespace Zel
