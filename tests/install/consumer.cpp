@@ -2,6 +2,7 @@
 
 #include <Zel/Entity>
 #include <Zel/Exception>
+#include <generic/Client.h>
 #include <model/Profile.h>
 #include <model/Unit.h>
 
@@ -22,6 +23,11 @@ int main() {
   watcher->notifierIs(Zel::Ptr<Maintenance::Unit::Status>(unit));
   unit->stateIs(Maintenance::Unit::underMaintenance);
   if (watcher->seen != Maintenance::Unit::underMaintenance) {
+    return 1;
+  }
+  const auto generic = Zel::generic(unit);
+  Zel::writeText(generic, generic->attributeId("state"), "'active'");
+  if (watcher->seen != Maintenance::Unit::active) {
     return 1;
   }
   try {
