@@ -100,6 +100,65 @@ def collision_rows():
                       "boost::intrusive::unordered_set", None)
 
 
+def text_rows():
+    section = "Values as text"
+    for operation in ("print", "parse"):
+        ours = Figure("text-zel", f"{operation} profile key")
+        work = f"{operation} a ProfileKey, 20-byte name"
+        yield Row(section, work, ours, Figure("text-hand", f"{operation} profile key"),
+                  "by hand, storage used again", 6)
+        yield Row(section, work, ours, Figure("text-hand", f"{operation} new profile key"),
+                  "by hand, a new std::string", None)
+        yield Row(section, work, ours, Figure("text-protobuf", f"{operation} profile key"),
+                  "Protobuf TextFormat", 1 / 3)
+        yield Row(section, f"{operation} a TrafficRates",
+                  Figure("text-zel", f"{operation} traffic rates"),
+                  Figure("text-protobuf", f"{operation} traffic rates"), "Protobuf TextFormat",
+                  None)
+        for name, value in (("state", "a State"), ("string", "a string of 40 bytes, 5 escaped")):
+            yield Row(section, f"{operation} {value}", Figure("text-zel", f"{operation} {name}"),
+                      None, "", None)
+
+
+def generic_rows():
+    section = "Generic access"
+    write, name = Figure("generic-qt", "write"), "QMetaProperty::write by index"
+    for operation, work in (("read", "read a number by id"),
+                            ("read enumeration", "read an enumerator by id"),
+                            ("write", "write a number by id"),
+                            ("write enumeration", "write an enumerator by id")):
+        yield Row(section, f"{work}, no listener", Figure("generic-zel", operation), write, name, 1)
+    yield Row(section, "read a number by id, no listener", Figure("generic-zel", "read"),
+              Figure("generic-qt", "read"), "QMetaProperty::read by index", None)
+    yield Row(section, "write a number by id, the generic object hears",
+              Figure("generic-zel", "write hearing itself"), write, f"{name}, no listener", None)
+    yield Row(section, "write a number by id, 1 listener",
+              Figure("generic-zel", "write 1 listener"), Figure("generic-qt", "write 1 listener"),
+              name, None)
+    for attribute in ("totalIntfTrafficViolations", "genId"):
+        ours = Figure("generic-zel", f"look up {attribute}")
+        yield Row(section, f"attributeId of {attribute}", ours, None, "", 30)
+        yield Row(section, f"attributeId of {attribute}", ours,
+                  Figure("generic-qt", f"look up {attribute}"), "QMetaObject::indexOfProperty", None)
+        yield Row(section, f"attributeId of {attribute}, the string made of a literal each time",
+                  Figure("generic-zel", f"look up literal {attribute}"), None, "", None)
+
+
+def iteration_rows():
+    section = "Generic iteration"
+    for name, text in (("groups", "10 thousand groups of a Status"),
+                       ("profiles", "10 thousand profiles of a ConfigDir")):
+        yield Row(section, f"step, {text}", Figure("iteration-generic", f"step {name}"),
+                  Figure("iteration-typed", f"step {name}"), "the typed iterator", 3)
+        yield Row(section, f"step and key, {text}", Figure("iteration-generic", f"key {name}"),
+                  None, "", None)
+        yield Row(section, f"step, key and member, {text}",
+                  Figure("iteration-generic", f"member {name}"), None, "", 200)
+        yield Row(section, f"step, key and member, {text}",
+                  Figure("iteration-generic", f"member {name}"),
+                  Figure("iteration-typed", f"member {name}"), "the typed iterator", None)
+
+
 def memory_rows():
     for kind, text in (("allocated", "from the allocator"), ("resident", "resident")):
         yield Row("Memory", f"one Config, 20-byte name, in a ConfigDir of a million, {text}",
@@ -123,14 +182,21 @@ def allocation_rows():
 
 
 def library_rows():
-    yield Row("The shared library", "size, without debugging symbols", Figure("library", "bytes"),
-              None, "", None, "bytes")
-    yield Row("The shared library", "loading it into a process", Figure("load library", "load"),
-              Figure("load empty", "load"), "a library of one function", None, "µs")
+    section, empty = "The shared library", "a library of one function"
+    yield Row(section, "size, without debugging symbols", Figure("library", "bytes"), None, "",
+              None, "bytes")
+    for figure, work, unit in (
+            ("time", "loading it into a process, all types registered", "ms"),
+            ("memory", "memory that this takes in each process", "bytes"),
+            ("allocated", "of that, from the allocator", "bytes"),
+            ("pages", "of that, its own pages that are written to", "bytes")):
+        yield Row(section, work, Figure("load library", figure), Figure("load empty", figure),
+                  empty, None, unit)
 
 
-ROWS = [row for rows in (handle_rows, mutator_rows, hashed_rows, ordered_rows, memory_rows,
-                         allocation_rows, collision_rows, library_rows) for row in rows()]
+ROWS = [row for rows in (handle_rows, mutator_rows, hashed_rows, ordered_rows, text_rows,
+                         generic_rows, iteration_rows, memory_rows, allocation_rows, collision_rows,
+                         library_rows) for row in rows()]
 
 
 class Runner:
@@ -165,11 +231,10 @@ class Runner:
         path = self.programs / f"bench-{name}"
         if name == "library":
             yield "bytes", self.stripped_size()
-        elif name == "load":
-            empty = self.programs / "libbench-peer-empty.so"
-            yield "load", float(self.output(path, empty if arguments == ["empty"] else
-                                            self.library))
-        elif name in ("memory", "allocations"):
+        elif name in ("load", "memory", "allocations"):
+            if name == "load":
+                empty = self.programs / "libbench-peer-empty.so"
+                arguments = [empty if arguments == ["empty"] else self.library]
             for line in self.output(path, *arguments).splitlines():
                 operation, value = line.split("\t")
                 yield operation, float(value)
