@@ -21,8 +21,10 @@ std::size_t shortHash(std::string_view name) noexcept {
   if (name.empty()) {
     return 0;
   }
-  const auto byte = [&](std::size_t at) { return static_cast<unsigned char>(name[at]); };
-  return name.size() * 31U + byte(0) * 7U + byte(name.size() / 2) * 3U + byte(name.size() - 1);
+  const auto byte = [&](std::size_t at) -> std::size_t {
+    return static_cast<unsigned char>(name[at]);
+  };
+  return name.size() * 31 + byte(0) * 7 + byte(name.size() / 2) * 3 + byte(name.size() - 1);
 }
 
 TypeTree& typeTree() {

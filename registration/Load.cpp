@@ -10,7 +10,7 @@ namespace {
 /// What it needs from other files is initialised at compile time or at its first use.
 class AtLoad {
 public:
-  AtLoad() {
+  AtLoad() noexcept { // a process that cannot hold its descriptors ends here
     Zel::frameworkLoad();
     Maintenance::Profile::zelModule().load();
     Maintenance::Unit::zelModule().load();

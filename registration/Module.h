@@ -110,10 +110,11 @@ private:
   ModuleType types_[sizeof...(T)] = {typeOf<T>()...};
 };
 
-/// Loads a module from a static initialiser.
+/// Loads a module from a static initialiser. A failure, of which there is none but for want of
+/// memory, ends the process.
 class LoadModule {
 public:
-  explicit LoadModule(Module& module) { module.load(); }
+  explicit LoadModule(Module& module) noexcept { module.load(); }
 };
 
 } // namespace Zel

@@ -9,12 +9,12 @@ namespace {
 constexpr std::size_t sectionAlignment = 32;
 
 template <class... T>
-constexpr std::size_t sizeOfNames(Zel::TypeList<T...> /*types*/) {
+consteval std::size_t sizeOfNames(Zel::TypeList<T...> /*types*/) noexcept {
   return ((Zel::valueName<T>().size() + 1) + ... + 0);
 }
 
 template <class... T>
-constexpr void putNames(char*& at, Zel::TypeList<T...> /*types*/) {
+constexpr void putNames(char*& at, Zel::TypeList<T...> /*types*/) noexcept {
   constexpr std::string_view names[] = {Zel::valueName<T>()...};
   for (std::size_t i = sizeof...(T); i-- != 0;) {
     at += names[i].copy(at, names[i].size());
@@ -23,7 +23,7 @@ constexpr void putNames(char*& at, Zel::TypeList<T...> /*types*/) {
 }
 
 template <class... Modules>
-constexpr auto sectionOf() {
+consteval auto sectionOf() noexcept {
   std::array<char, (sizeOfNames(Modules()) + ...)> names{};
   char* at = names.data();
   (putNames(at, Modules()), ...);

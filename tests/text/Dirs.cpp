@@ -23,6 +23,15 @@ TEST(DirOfRoots, FindsThemByName) {
   EXPECT_FALSE(dir->entity(""));
 }
 
+TEST(DirOfRoots, RefusesAnEntityThatHasAParent) {
+  const auto dir = Zel::makeObject<Dir>();
+  const auto units = statusDirFactory("units");
+  const Ptr<Entity> unit = Zel::Ptr<Maintenance::Unit::Status>(units->statusIs("System"));
+  EXPECT_EQ(Support::messageOf<Zel::RangeException>([&] { dir->entityIs(unit); }),
+            "no root entity: System");
+  EXPECT_TRUE(dir->entities().empty());
+}
+
 TEST(DirOfRoots, IsInTheOrderOfTheirNames) {
   const auto dir = Zel::makeObject<Dir>();
   for (const char* const name : {"b", "", "a", "\xff", "ab"}) {

@@ -34,6 +34,29 @@ unsigned long long readBits(const std::string& text) {
   return static_cast<unsigned long long>(read<long long>(text));
 }
 
+TEST(StringText, TakesALiteralForATextAndNotForATruth) {
+  EXPECT_EQ(Zel::valueToStrep("peers"), String8("'peers'"));
+  EXPECT_EQ(Zel::valueToStrep(true), String8("true"));
+  EXPECT_EQ(Zel::valueToStrep(7U), String8("7"));
+}
+
+TEST(WholeText, IsReadAsABuiltin) {
+  EXPECT_EQ(Zel::strepToValue<double>(String8("-0.5 ").substr(0, 4)), -0.5);
+  EXPECT_EQ(Zel::strepToValue<unsigned>("4294967297"), 1U);
+  EXPECT_EQ(Zel::strepToValue<unsigned long long>("18446744073709551615"), ~0ULL);
+  EXPECT_EQ(Support::messageOf<Zel::RangeException>([] { Zel::strepToValue<unsigned>("7x"); }),
+            "junk at column 1 deserializing 7x");
+}
+
+TEST(Positions, BeyondTheTextAreCutToIt) {
+  const String8 text("'a");
+  String8::IteratorConst first(text);
+  const String8::IteratorConst last(text, 100);
+  EXPECT_EQ(Support::messageOf<Zel::RangeException>(
+                [&] { Zel::sequenceToValue(first, last, static_cast<String8*>(nullptr)); }),
+            "expected the closing quote at column 2");
+}
+
 TEST(StringText, EscapesQuotesBackslashesAndControlBytes) {
   EXPECT_EQ(print(String8("")), "''");
   EXPECT_EQ(print(String8("plain \"text\"")), "'plain \"text\"'");

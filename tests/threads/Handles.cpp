@@ -1,5 +1,7 @@
 #include <Zel/Ptr>
 #include <Zel/String>
+#include <generic/Client.h>
+#include <model/Unit.h>
 
 #include <gtest/gtest.h>
 
@@ -55,6 +57,18 @@ TEST_F(ThreadSafeHandles, CopiedAndDroppedByManyTheCountIsExact) {
   });
   EXPECT_EQ(object->references(), 1U);
   EXPECT_EQ(ends, 0);
+}
+
+TEST_F(ThreadSafeHandles, DescriptorsSharedByThreadsCountTheirLooks) {
+  const Zel::ZelAttr* const attr = Maintenance::Unit::Status::_fwkType()->attr("state");
+  const unsigned before = attr->readCounter();
+  inThreads([] {
+    const auto unit = Zel::generic(Maintenance::Unit::statusFactory("System"));
+    for (int i = 0; i < 10000; ++i) {
+      unit->attributeId("state");
+    }
+  });
+  EXPECT_EQ(attr->readCounter() - before, threadCount * 10000U);
 }
 
 TEST_F(ThreadSafeHandles, ExactlyOneThreadSeesZero) {
