@@ -73,8 +73,12 @@ void* GenericValue::operator new(std::size_t size) {
 }
 
 void GenericValue::operator delete(void* storage, std::size_t size) noexcept {
-  if (!usesBlocks(size) || (keptBlocks.room == 0 && !openRoom())) [[unlikely]] {
+  if (!usesBlocks(size)) [[unlikely]] {
     VFPtrInterface::operator delete(storage, size);
+    return;
+  }
+  if (keptBlocks.room == 0 && !openRoom()) [[unlikely]] {
+    VFPtrInterface::operator delete(storage, blockSize);
     return;
   }
   keptBlocks.first = new (storage) Block{keptBlocks.first};

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <vector>
+
 namespace Registration {
 
 /// A type that a test fills by hand.
@@ -46,9 +48,9 @@ protected:
 
   const Zel::Ptr<Zel::IntrospectionReactor> reactor = Zel::IntrospectionReactor::global();
   const Zel::Ptr<HandMade> type = [] {
-    auto made = Zel::makeObject<HandMade>("Lathe");
-    made->referencesLeak(); // scopes list types for good
-    return made;
+    static auto* const kept = new std::vector<Zel::Ptr<HandMade>>; // scopes list types for good
+    kept->push_back(Zel::makeObject<HandMade>("Lathe"));
+    return kept->back();
   }();
 };
 
