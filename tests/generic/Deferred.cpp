@@ -16,8 +16,6 @@ const GroupKey peers(Group::groupTypeBgp, "peers");
 const GroupKey ports(Group::groupTypeInterface, "ports");
 const char* const peersHeard =
     "260 Value('Group::GroupKey', ** {'type': 'groupTypeBgp', 'name': 'peers'})";
-const Log everySingular{"259", "261", "262", "263", "264", "265",
-                        "267", "269", "270", "271", "273", "274"};
 
 class Deferred : public testing::Test {
 protected:
