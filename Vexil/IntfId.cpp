@@ -160,4 +160,14 @@ void readStrep(Zel::TextReader& in, IntfId& id) { id = parse(in.string()); }
 
 std::ostream& operator<<(std::ostream& out, const IntfId& id) { return out << stringValue(id); }
 
+void appendWire(Zel::WireWriter& out, IntfId id) {
+  out.put32(id.first());
+  out.put32(id.second());
+}
+
+void readWire(Zel::ByteConnection::In& in, IntfId& id) {
+  const std::uint32_t first = in.nextU32();
+  id = IntfId(first, in.nextU32());
+}
+
 } // namespace Vexil

@@ -25,7 +25,19 @@ Ptr<Entity> Dir::entityDel(const Name& name) {
   }
   Ptr<Entity> root = at->second;
   entities_.erase(at);
+  statuses_.erase(name);
   return root;
+}
+
+Dir::Status Dir::status(const Name& name) const {
+  const auto at = statuses_.find(name);
+  return at == statuses_.end() ? present : at->second;
+}
+
+void Dir::statusIs(const Name& name, Status status) {
+  if (entities_.count(name) != 0) {
+    statuses_.insert_or_assign(name, status);
+  }
 }
 
 Ptr<Entity> Dir::entity(const Name& name) const {

@@ -4,6 +4,8 @@
 
 namespace Zel {
 
+constinit thread_local const Entity* FreshMember::current_ = nullptr;
+
 Entity::~Entity() = default;
 
 Name Entity::name() const { return name_; }

@@ -23,7 +23,7 @@ bool isExpected(Exception::IdBitArray ids) {
   for (const ExceptionId id :
        {exceptionId, internalExceptionId, rangeExceptionId, nameInUseExceptionId, constExceptionId,
         badIndexAttrExceptionId, opNotSupportedExceptionId, typeExceptionId, unknownArgExceptionId,
-        unknownAttrExceptionId, attrLogExceptionId}) {
+        unknownAttrExceptionId, readOnlyExceptionId, attrLogExceptionId}) {
     if (ids.has(id) && Expect::expects(id)) {
       return true;
     }
@@ -57,6 +57,9 @@ AttrLogRecordException::AttrLogRecordException(String8 message, IdBitArray ids)
 EntityIdUnavailableException::EntityIdUnavailableException(String8 message, IdBitArray ids)
     : Exception(std::move(message), ids.add(id), true) {}
 
+ReadOnlyException::ReadOnlyException(String8 message, IdBitArray ids)
+    : InternalException(std::move(message), ids.add(id)) {}
+
 ConstException::ConstException(String8 message, IdBitArray ids)
     : InternalException(std::move(message), ids.add(id)) {}
 
@@ -82,6 +85,7 @@ RangeException::~RangeException() = default;
 NameInUseException::~NameInUseException() = default;
 AttrLogRecordException::~AttrLogRecordException() = default;
 EntityIdUnavailableException::~EntityIdUnavailableException() = default;
+ReadOnlyException::~ReadOnlyException() = default;
 ConstException::~ConstException() = default;
 BadIndexAttrException::~BadIndexAttrException() = default;
 OpNotSupportedException::~OpNotSupportedException() = default;

@@ -1,11 +1,356 @@
 #include <Zel/StreamAdapter>
 
+#include <Zel/AttrLogEntity>
+#include <Zel/Demuxer>
+#include <Zel/Exception>
+#include <Zel/FlowPlan>
+#include <Zel/ZelType>
+
+#include <exception>
+#include <string>
+
 namespace Zel {
+
+using NboAttrLog::Demuxer;
+using NboAttrLog::FlowOut;
+using NboAttrLog::MsgHeader;
+
+StreamAdapter::SyncMode StreamAdapter::SyncModeInstance(unsigned number) {
+  if (number != syncModeSynced && number != syncModeResync) {
+    throwRangeException("SyncMode");
+  }
+  return static_cast<SyncMode>(number);
+}
+
+StreamAdapter::StreamAdapter(Zel_BitSet flags, const Ptr<NboAttrLog::Out>& out, PtrInterface* owner)
+    : out_(out), channelEntry_(owner) {
+  Zel_BitSet own;
+  own.notificationFlagsIs(flags);
+  own.bitsIs(flagStreaming | flagNoFlowOut, true);
+  PtrInterface::NotifieeConst::zel_bitSetIs(own);
+}
 
 StreamAdapter::~StreamAdapter() = default;
 
+bool StreamAdapter::isStreamAdapter() const { return true; }
+
+void StreamAdapter::handleSyncMode() {}
+
+AttributeId StreamAdapter::handleAttrFlowOut(AttributeId /*start*/) {
+  if (flowOut_ && flowOut_->hasDataBit(FlowOut::dataBitResyncOwed)) {
+    flowOut_->dataBitIs(FlowOut::dataBitResyncOwed, false);
+    resyncAsk();
+  }
+  return 0;
+}
+
+void StreamAdapter::freeResyncState(const Ptr<FlowOut>& /*flowOut*/) {}
+void StreamAdapter::zelOnInit() {}
+void StreamAdapter::zelInstantiateSerialize() {}
+
+const Demuxer* StreamAdapter::streamDemuxer() const {
+  return out_ ? NboAttrLog::demuxFor(out_->rawReverseLog()) : nullptr;
+}
+Demuxer* StreamAdapter::streamDemuxer() {
+  return out_ ? NboAttrLog::demuxFor(out_->rawReverseLog()) : nullptr;
+}
+
+Entity* StreamAdapter::rawEntity() const noexcept {
+  return static_cast<Entity*>(const_cast<PtrInterface*>(rawNotifier()));
+}
+const Entity* StreamAdapter::zelNotifierEntity() const { return rawEntity(); }
+Entity* StreamAdapter::zelNotifierEntity() { return rawEntity(); }
+
+void StreamAdapter::doSerializeOrphan() {}
+void StreamAdapter::handleAttrDeserialization(AttributeId attr, DeserializationOptions options,
+                                              unsigned size, const Ptr<NboAttrLog::In>& in) {
+  doBaseZelNboAttrLogSaMsg(attr, options, size, in);
+}
+void StreamAdapter::handleAttrTransaction(AttributeId /*attr*/, AttrTransactionType /*type*/,
+                                          unsigned /*n*/) {}
+
+void StreamAdapter::doAssignEntityId() {
+  Demuxer* const demuxer = streamDemuxer();
+  if (demuxer == nullptr) {
+    throw EntityIdUnavailableException("no connection to take an entity id from");
+  }
+  demuxer->adapterIs(Ptr<StreamAdapter>(this), demuxer->newEntityId());
+}
+
+Ptr<FlowOut> StreamAdapter::flowOutIs(const Ptr<NboAttrLog::Out>& out, const ConnectDesc& connect,
+                                      bool flag, AttributeId start) {
+  return makeObject<FlowOut>(out, Ptr<StreamAdapter>(this), connect, flag, start);
+}
+
+EntityId StreamAdapter::realEntityId() const { return entityId_; }
+void StreamAdapter::doNotification(AttributeId /*attr*/, void* /*key*/) {}
+unsigned StreamAdapter::audit() const { return 0; }
+void StreamAdapter::entityIdInitializedIs(bool /*initialized*/) {}
+void StreamAdapter::syncModeIs(SyncMode mode) { syncMode_ = mode; }
+
+void StreamAdapter::entityIdIs(const EntityId& id) { doEntityIdIs(id, streamDemuxer(), false); }
+
+void StreamAdapter::streamDemuxerIs(Demuxer* /*demuxer*/) {}
+void StreamAdapter::filterDel() {}
+void StreamAdapter::filterIs() {}
+void StreamAdapter::msgChannelIs(PtrInterface* entry) { channelEntry_ = entry; }
+void StreamAdapter::notificationDisabledDueToMsgChannelIs(bool disabled) {
+  flagsIs(flagMuted, disabled);
+}
+void StreamAdapter::zelDoZombieReactors(bool zombie) { zelMarkedForDeletionIs(zombie); }
+void StreamAdapter::doRemountSelf(const Ptr<NboAttrLog::Out>& /*out*/) {}
+void StreamAdapter::setFilter(const Ptr<MountFilter>& /*filter*/) {}
+
+void StreamAdapter::flagsIs(unsigned bits, bool set) {
+  rawFlagsIs(bits, set);
+  // What was held back by a flag may go on.
+  if (flowOut_ && (bits & (flagChildPending | flagMuted | flagStreaming | flagSyncFanOut)) != 0) {
+    streamDemuxer()->schedule(*flowOut_);
+  }
+}
+
+void StreamAdapter::notificationFlagsIs(Zel_BitSet flags) {
+  Zel_BitSet own = zel_bitSet();
+  own.notificationFlagsIs(flags);
+  PtrInterface::NotifieeConst::zel_bitSetIs(own);
+  flagsIs(0, true);
+}
+
+bool StreamAdapter::continueFlowOut() const noexcept {
+  auto* const demuxer = const_cast<StreamAdapter*>(this)->streamDemuxer();
+  return demuxer != nullptr && demuxer->continueRun(flowOut_.ptr());
+}
+
+void StreamAdapter::flowOutSet(const Ptr<FlowOut>& flowOut) {
+  if (flowOut_ && flowOut_ != flowOut) {
+    freeResyncState(flowOut_);
+  }
+  flowOut_ = flowOut;
+  rawFlagsIs(flagNoFlowOut, !flowOut);
+}
+
+void StreamAdapter::doThis() {
+  if (Demuxer* const demuxer = streamDemuxer()) {
+    demuxer->createFlowOut(Ptr<StreamAdapter>(this), {}, true, 0);
+  }
+}
+
+void StreamAdapter::doFixChildFlags(const Ptr<StreamAdapter>& child) {
+  child->rawFlagsIs(flagMember, true);
+  child->flagsIs(flagChildPending, false);
+  if (!FreshMember::is(child->rawEntity()) && !hasFlag(flagScheduledFlowOut) &&
+      syncMode_ != syncModeResync) {
+    child->doThis();
+  }
+}
+
+void StreamAdapter::doEntityIdIs(const EntityId& id, Demuxer* demuxer, bool takeOver) {
+  if (demuxer == nullptr) {
+    return;
+  }
+  StreamAdapter* const other = demuxer->adapter(id);
+  if (other == this) {
+    return;
+  }
+  if (other != nullptr) {
+    if (!takeOver) {
+      throwInternalException("entity id in use");
+    }
+    other->doRemountSelf(nullptr);
+    demuxer->reactorDel(id);
+  }
+  demuxer->adapterIs(Ptr<StreamAdapter>(this), id);
+}
+
+void StreamAdapter::doThrowReadOnly(const ZelAttr* attr) const {
+  const Entity* const entity = rawEntity();
+  throw ReadOnlyException(
+      "read-only attribute: " + (attr != nullptr ? String8(attr->name()) : String8("unknown")) +
+      " of " + (entity != nullptr ? entity->fullName() : String8("nothing")));
+}
+
+bool StreamAdapter::readOnlyRemoteOk(AttributeId attr) const noexcept {
+  return attr == NboAttrLog::attrIdResync;
+}
+
+void StreamAdapter::doBaseZelNboAttrLogSaMsg(AttributeId attr, DeserializationOptions /*options*/,
+                                             unsigned /*size*/, const Ptr<NboAttrLog::In>& /*in*/) {
+  if (attr == NboAttrLog::attrIdResync) {
+    doThis();
+  } else if (Demuxer* const demuxer = streamDemuxer()) {
+    demuxer->unknownAttributesInc();
+  }
+}
+
+void StreamAdapter::resyncAsk() {
+  Demuxer* const demuxer = streamDemuxer();
+  if (demuxer == nullptr || !out_->isUp()) {
+    return;
+  }
+  if (!out_->hasSufficientBuffer()) {
+    if (!flowOut_) {
+      demuxer->createFlowOut(Ptr<StreamAdapter>(this), {}, false, attrIdFlowEnd);
+    }
+    flowOut_->dataBitIs(FlowOut::dataBitResyncOwed, true);
+    demuxer->schedule(*flowOut_);
+    return;
+  }
+  out_->nextHeaderIs(MsgHeader::fixed(entityId_, NboAttrLog::attrIdResync, 0));
+  out_ << NboAttrLog::transactBegin;
+  out_ << NboAttrLog::transactEnd;
+}
+
+void IsActiveAnchor::telIs(StreamAdapter* adapter) {
+  if (adapter_) {
+    adapter_->flagsIs(StreamAdapter::flagReactorActive, false);
+  }
+  adapter_.ptrAssign(adapter);
+  if (adapter_) {
+    adapter_->flagsIs(StreamAdapter::flagReactorActive, true);
+  }
+}
+
+Entity::ZelNboAttrLogSa::ZelNboAttrLogSa(const FlowPlan& plan, Zel_BitSet flags,
+                                         unsigned /*option*/, const Ptr<NboAttrLog::Out>& out,
+                                         PtrInterface* owner)
+    : StreamAdapter(flags, out, owner), plan_(plan) {}
+
 Entity::ZelNboAttrLogSa::~ZelNboAttrLogSa() = default;
 
-bool Entity::ZelNboAttrLogSa::isStreamAdapter() const { return true; }
+void Entity::ZelNboAttrLogSa::onNotificationException(AttributeId attr) {
+  const std::exception_ptr failure = std::current_exception();
+  if (!failure) {
+    return;
+  }
+  const Ptr<NboAttrLog::Out> out = nboAttrLogOut();
+  Connection* const connection = out ? out->connection() : nullptr;
+  const auto lost = [&](const char* why) {
+    if (connection != nullptr) {
+      connection->fail(String8("change of attribute " + std::to_string(attr) + " lost: ") + why);
+    }
+  };
+  try {
+    std::rethrow_exception(failure);
+  } catch (const ReadOnlyException&) {
+    resyncAsk();
+    throw;
+  } catch (const std::exception& other) {
+    lost(other.what());
+  } catch (...) {
+    lost("unknown failure");
+  }
+}
+
+void Entity::ZelNboAttrLogSa::onZeroReferences() { doRemountSelf(nullptr); }
+
+void Entity::ZelNboAttrLogSa::doRemountSelf(const Ptr<NboAttrLog::Out>& out) {
+  if (out) {
+    return;
+  }
+  const Ptr<ZelNboAttrLogSa> kept(this);
+  Demuxer* const demuxer = streamDemuxer();
+  if (demuxer != nullptr && demuxer->adapter(entityId()) == this) {
+    demuxer->reactorDel(entityId());
+  }
+  notifierIs(nullptr);
+}
+
+void Entity::ZelNboAttrLogSa::handleAttrTransaction(AttributeId attr, AttrTransactionType type,
+                                                    unsigned /*n*/) {
+  Demuxer* const demuxer = streamDemuxer();
+  NboAttrLog::FlowIn* const flow = demuxer != nullptr ? demuxer->flowIn(entityId()) : nullptr;
+  if (flow == nullptr || flow->aid() != attr) {
+    return;
+  }
+  if (type == attrTransactionBegin) {
+    flow->isTransactionIs(true);
+  } else if (type == attrTransactionEnd) {
+    demuxer->flowInDel(entityId());
+  }
+}
+
+bool Entity::ZelNboAttrLogSa::convertedToWritable(bool /*force*/) {
+  const Demuxer* const demuxer = streamDemuxer();
+  return demuxer != nullptr && demuxer->policy() != nullptr && demuxer->policy()->mayWrite(*this);
+}
+
+bool Entity::ZelNboAttrLogSa::isHandlingFlowIn(AttributeId attr) const {
+  // Where local writes are refused, they are so in a transaction too.
+  const Demuxer* const demuxer = streamDemuxer();
+  const NboAttrLog::FlowIn* const flow =
+      demuxer != nullptr && !hasFlag(flagReadOnly) ? demuxer->flowIn(entityId()) : nullptr;
+  return flow != nullptr && flow->isTransaction() && flow->aid() == attr;
+}
+
+bool Entity::ZelNboAttrLogSa::prepareImmediateTransmission(AttributeId attr, bool noRoom) {
+  const Ptr<FlowOut> owed = flowOut();
+  if (!owed) {
+    return !noRoom;
+  }
+  if (hasFlag(flagScheduledFlowOut)) {
+    return !noRoom;
+  }
+  if (Demuxer* const demuxer = streamDemuxer()) {
+    demuxer->schedule(*owed);
+  }
+  const FlowStep* const step = plan().step(attr);
+  if (step != nullptr && step->kind == FlowKind::text && owed->valueIter() != nullptr &&
+      owed->attrId() == attr) {
+    // The text that is under way gives way to a newer one.
+    freeResyncState(owed);
+    owed->pendingAbortIs(attr, true);
+  }
+  return !noRoom && (step == nullptr || !isCollection(step->kind) || owed->hasBit(*step));
+}
+
+void Entity::ZelNboAttrLogSa::sendTransactionMarker(AttributeId attr, AttrTransactionType type,
+                                                    unsigned n) {
+  const Ptr<NboAttrLog::Out>& out = nboAttrLogOut();
+  if (!out) {
+    return;
+  }
+  out->nextHeaderIs(
+      MsgHeader::fixed(entityId(), NboAttrLog::attrIdTransaction, 3 * sizeof(std::uint32_t)));
+  out << NboAttrLog::transactBegin;
+  out << int{attr};
+  out << static_cast<unsigned>(type);
+  out << n;
+  out << NboAttrLog::transactEnd;
+}
+
+bool AdapterSearch::looksAt(const PtrInterface::NotifieeConst& notifiee) {
+  PtrInterface::NotifieeConst* const reactor = notifiee.zelRawReactor();
+  if (reactor == nullptr || !reactor->isStreamAdapter()) {
+    return false;
+  }
+  auto* const adapter = static_cast<Entity::ZelNboAttrLogSa*>(reactor);
+  if (out_ == nullptr) {
+    // No connection here carries a channel of messages, which is what a search without one is for.
+    return false;
+  }
+  if (adapter->nboAttrLogOut().ptr() == out_) {
+    found_.ptrAssign(adapter);
+    return true;
+  }
+  const Demuxer* const demuxer = NboAttrLog::demuxFor(out_->rawReverseLog());
+  if (demuxer == nullptr) {
+    return true;
+  }
+  if (adapter->hasUnifiedEntityId()) {
+    StreamAdapter* const same = demuxer->adapter(adapter->entityId());
+    if (same != nullptr && same->zelNotifierEntity() == &entity_) {
+      found_.ptrAssign(static_cast<Entity::ZelNboAttrLogSa*>(same));
+      return true;
+    }
+  }
+  return false;
+}
+
+void zelAdapterDel(Entity::ZelNboAttrLogSa* adapter) {
+  Demuxer* const demuxer = adapter != nullptr ? adapter->streamDemuxer() : nullptr;
+  if (demuxer != nullptr && demuxer->adapter(adapter->entityId()) == adapter) {
+    demuxer->reactorDel(adapter->entityId());
+  }
+}
 
 } // namespace Zel

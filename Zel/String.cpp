@@ -1,5 +1,6 @@
 #include <Zel/String>
 
+#include <algorithm>
 #include <bit>
 #include <cstdint>
 #include <cstring>
@@ -89,6 +90,26 @@ void StringN<unsigned char>::init(std::string_view head, std::string_view tail) 
     std::memcpy(text + head.size(), tail.data(), tail.size());
   }
   data_ = Ptr<const Data>::adopt(record);
+}
+
+void StringN<unsigned char>::recordAppend(Ptr<const Data>& record, unsigned& capacity,
+                                          std::string_view tail) {
+  if (tail.empty()) {
+    return;
+  }
+  const std::size_t old = record->length();
+  const std::size_t length = old + tail.size();
+  if (length > capacity || record->references() != 1) {
+    const std::size_t room = length > capacity ? std::max(length, 2 * old) : capacity;
+    Data* const larger = Data::make(room);
+    std::memcpy(larger->text_, record->text(), old);
+    capacity = static_cast<unsigned>(room);
+    record = Ptr<const Data>::adopt(larger);
+  }
+  auto* const own = const_cast<Data*>(record.ptr());
+  std::memcpy(own->text_ + old, tail.data(), tail.size());
+  own->text_[length] = 0;
+  own->length_ = static_cast<unsigned>(length);
 }
 
 unsigned StringN<unsigned char>::pos(unsigned start, const unsigned char* text,

@@ -79,25 +79,19 @@ namespace {
 /// has the collection, which must not go before. The record of the position owns it.
 struct Position {
   const AttrRow& row;
-  void* const at;
+  CollectionPosition at;
   const Ptr<const PtrInterface> owner;
-
-  const IterationOps& ops() const { return row.collection->iteration; }
-  bool nonNull() const { return ops().nonNull(at); }
 };
 
-const Position* positionOf(const GenericIf::AttributeIteratorConst& at) {
-  return static_cast<const Position*>(at.iterState);
+Position* positionOf(const GenericIf::AttributeIteratorConst& at) {
+  return static_cast<Position*>(at.iterState);
 }
 
-/// Takes the iterator `at` over.
-Position* newPosition(const AttrRow& row, const PtrInterface* owner, void* at) {
-  try {
-    return new Position{row, at, Ptr<const PtrInterface>(owner)};
-  } catch (...) {
-    row.collection->iteration.discard(at);
-    throw;
-  }
+/// A position at what `make` constructs in raw storage.
+template <class Make>
+Position* newPosition(const AttrRow& row, const PtrInterface* owner, Make&& make) {
+  return new Position{row, CollectionPosition(row.collection->iteration, make),
+                      Ptr<const PtrInterface>(owner)};
 }
 
 /// The collection of an id; null if there is none.
@@ -119,8 +113,9 @@ GenericObject<Base>::attributeIteratorConst(AttributeId id) const {
   if (view.object == nullptr) {
     Base::throwNoObject();
   }
-  return {Ptr<const GenericIf>(this), id,
-          newPosition(*row, view.object, row->collection->iteration.first(view.object))};
+  return {Ptr<const GenericIf>(this), id, newPosition(*row, view.object, [&](void* at) {
+            row->collection->iteration.first(at, view.object);
+          })};
 }
 
 template <class Base>
@@ -136,8 +131,9 @@ GenericObject<Base>::attributeIteratorKeyConst(AttributeId id,
     Base::throwNoObject();
   }
   const void* const wanted = keyOf(*row, key.ptr());
-  return {Ptr<const GenericIf>(this), id,
-          newPosition(*row, view.object, row->collection->iteration.at(view.object, wanted))};
+  return {Ptr<const GenericIf>(this), id, newPosition(*row, view.object, [&](void* at) {
+            row->collection->iteration.atKey(at, view.object, wanted);
+          })};
 }
 
 // A position without a state is of no collection; the base answers for it.
@@ -148,24 +144,23 @@ Ptr<GenericIf> GenericObject<Base>::attributeIterator_iterObj(const AttributeIte
   if (position == nullptr) {
     return Base::attributeIterator_iterObj(at);
   }
-  if (!position->nonNull()) {
+  if (!position->at) {
     return nullptr;
   }
   const AttrRow& row = position->row;
   if (row.kind == AttrKind::instantiating) {
-    return row.collection->memberTable().type()->genericIf(position->ops().member(position->at),
-                                                           this->isConst());
+    return row.collection->memberTable().type()->genericIf(position->at.member(), this->isConst());
   }
-  return packed(*row.value, position->ops().value(position->at), this->isConst(), row.name);
+  return packed(*row.value, position->at.value(), this->isConst(), row.name);
 }
 
 template <class Base>
 void* GenericObject<Base>::attributeIterator_iterInc(const AttributeIteratorConst& at) const {
-  const Position* const position = positionOf(at);
+  Position* const position = positionOf(at);
   if (position == nullptr) {
     return Base::attributeIterator_iterInc(at);
   }
-  position->ops().advance(position->at);
+  position->at.advance();
   return nullptr;
 }
 
@@ -176,11 +171,11 @@ GenericObject<Base>::attributeIterator_iterKey(const AttributeIteratorConst& at)
   if (position == nullptr) {
     return Base::attributeIterator_iterKey(at);
   }
-  if (!position->nonNull()) {
+  if (!position->at) {
     return nullptr;
   }
   const AttrRow& row = position->row;
-  ValueSlot key(*row.key, [&](void* to) { position->ops().key(position->at, to); });
+  ValueSlot key(*row.key, [&](void* to) { position->at.key(to); });
   return packed(*row.key, key.at(), true, row.name);
 }
 
@@ -190,13 +185,14 @@ void* GenericObject<Base>::attributeIterator_iterClone(const AttributeIteratorCo
   if (position == nullptr) {
     return Base::attributeIterator_iterClone(at);
   }
-  return newPosition(position->row, position->owner.ptr(), position->ops().clone(position->at));
+  return new Position(*position);
 }
 
 template <class Base>
 bool GenericObject<Base>::attributeIterator_nonNull(const AttributeIteratorConst& at) const {
   const Position* const position = positionOf(at);
-  return position != nullptr ? position->nonNull() : Base::attributeIterator_nonNull(at);
+  return position != nullptr ? static_cast<bool>(position->at)
+                             : Base::attributeIterator_nonNull(at);
 }
 
 template <class Base>
@@ -205,7 +201,6 @@ void* GenericObject<Base>::attributeIterator_iterDel(const AttributeIteratorCons
   if (position == nullptr) {
     return Base::attributeIterator_iterDel(at);
   }
-  position->ops().discard(position->at);
   delete position;
   return nullptr;
 }

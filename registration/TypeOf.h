@@ -11,7 +11,16 @@ public:
   /// A new entity, where its name is all that it takes, anybody may make one, and no collection
   /// asks for its key: the roots of a program's trees.
   Ptr<Entity> newEntity(const Name& name, Dir* dir) const override;
+  /// An entity, outside of any directory, from the constructor arguments in a record of a root.
+  /// Throws `RangeException`.
+  Ptr<Entity> newEntity(const Ptr<NboAttrLog::In>& in,
+                        PtrInterface::NotifieeConst::Zel_BitSet flags, unsigned option,
+                        PtrInterface* owner) const override;
   using ZelType::newEntity;
+  /// Announces a member of the directory's collection `attr` to the connection of `out`, as far as
+  /// the directory is mirrored over it.
+  void childAttrLogIs(const Ptr<const ZelAttr>& attr, const Ptr<PtrInterface>& child,
+                      const Ptr<NboAttrLog::Out>& out) const override;
 
 protected:
   explicit TableType(const TypeTable& table);

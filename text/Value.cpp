@@ -1,6 +1,6 @@
 #include <text/Value.h>
 
-#include <text/ValueBuilder.h>
+#include <Zel/ValueBuilder>
 
 #include <cstring>
 #include <ostream>

@@ -19,7 +19,7 @@ constexpr Zel::TypeTable table = Zel::tableOf<Config, ProfileKey>(rows, {.hasFac
 
 const Zel::TypeTable& Config::zelTable() { return table; }
 
-Config::Config(const ProfileKey& key) : Entity(Zel::Name()), key_(key) {}
+Config::Config(const ProfileKey& key) : AttrLogEntity(Zel::Name()), key_(key) {}
 Config::~Config() = default;
 
 void Config::zeroReferencesIs(bool /*zero*/) { Zel::notifyZeroReferences(*this); }

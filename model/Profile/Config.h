@@ -2,13 +2,14 @@
 
 #include <model/Profile/ProfileKey.h>
 
+#include <Zel/AttrLogEntity>
 #include <Zel/Attribute>
 
 namespace Maintenance::Profile {
 
 /// One configured profile: an entity that marks the existence of its key. It lives in a `ConfigDir`
 /// and is made by it; its entity name is empty.
-class ZEL_API Config : public Zel::Entity {
+class ZEL_API Config : public Zel::AttrLogEntity<Config> {
 public:
   static constexpr std::string_view zelTypeName = "Maintenance::Profile::Config";
   static const Zel::TypeTable& zelTable();
@@ -16,6 +17,7 @@ public:
   const Zel::ZelType* fwkType() const override { return _fwkType(); }
   using _Type = Zel::TypeOf<Config>;
   class GenericIf_;
+  class ZelNboAttrLogSa;
 
   class NotifieeConst;
   class Notifiee;

@@ -22,7 +22,7 @@ constexpr Zel::TypeTable table = Zel::tableOf<ConfigDir, Zel::Name>(rows);
 
 const Zel::TypeTable& ConfigDir::zelTable() { return table; }
 
-ConfigDir::ConfigDir(Zel::Name name) : Entity(std::move(name)) {}
+ConfigDir::ConfigDir(Zel::Name name) : AttrLogEntity(std::move(name)) {}
 
 ConfigDir::~ConfigDir() {
   Zel::directoryTearDown(notifiees_, [this] { configDelAll(); });

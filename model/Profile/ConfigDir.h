@@ -11,7 +11,7 @@ namespace Maintenance::Profile {
 ///
 /// It owns its members. A handle on a member keeps it alive beyond its removal, with its parent
 /// null.
-class ZEL_API ConfigDir : public Zel::Entity {
+class ZEL_API ConfigDir : public Zel::AttrLogEntity<ConfigDir> {
 public:
   static constexpr std::string_view zelTypeName = "Maintenance::Profile::ConfigDir";
   static const Zel::TypeTable& zelTable();
@@ -19,6 +19,7 @@ public:
   const Zel::ZelType* fwkType() const override { return _fwkType(); }
   using _Type = Zel::TypeOf<ConfigDir>;
   class GenericIf_;
+  class ZelNboAttrLogSa;
 
   class NotifieeConst;
   class Notifiee;

@@ -24,7 +24,7 @@ constexpr Zel::TypeTable table = Zel::tableOf<DefaultProfile, Zel::Name>(rows);
 
 const Zel::TypeTable& DefaultProfile::zelTable() { return table; }
 
-DefaultProfile::DefaultProfile(Zel::Name name) : Entity(std::move(name)) {}
+DefaultProfile::DefaultProfile(Zel::Name name) : AttrLogEntity(std::move(name)) {}
 DefaultProfile::~DefaultProfile() = default;
 
 void DefaultProfile::zeroReferencesIs(bool /*zero*/) { Zel::notifyZeroReferences(*this); }

@@ -1,12 +1,13 @@
 #pragma once
 
+#include <Zel/AttrLogEntity>
 #include <Zel/Attribute>
 #include <Zel/Layers>
 
 namespace Maintenance::Profile {
 
 /// Says which profile is the default.
-class ZEL_API DefaultProfile : public Zel::Entity {
+class ZEL_API DefaultProfile : public Zel::AttrLogEntity<DefaultProfile> {
 public:
   static constexpr std::string_view zelTypeName = "Maintenance::Profile::DefaultProfile";
   static const Zel::TypeTable& zelTable();
@@ -14,6 +15,7 @@ public:
   const Zel::ZelType* fwkType() const override { return _fwkType(); }
   using _Type = Zel::TypeOf<DefaultProfile>;
   class GenericIf_;
+  class ZelNboAttrLogSa;
 
   class NotifieeConst;
   class Notifiee;

@@ -24,6 +24,9 @@ public:
   /// Reads the text form. Throws `Zel::RangeException`.
   ProfileKey(Zel::String8::IteratorConst& first, const Zel::String8::IteratorConst& last);
 
+  /// Reads the fields from the attribute log. Throws `Zel::RangeException`.
+  ProfileKey(Zel::NboAttrLog::In* in, Zel::StreamBogon stream);
+
   ProfileKey() noexcept = default;
   ProfileKey(ProfileType type, Zel::String8 name) noexcept : type_(type), name_(std::move(name)) {}
 
@@ -52,5 +55,6 @@ private:
 
 ZEL_API Zel::String8 valueToStrep(const ProfileKey& value);
 ZEL_API std::ostream& operator<<(std::ostream& out, const ProfileKey& value);
+ZEL_API void operator<<(const Zel::Ptr<Zel::NboAttrLog::Out>& out, const ProfileKey& value);
 
 } // namespace Maintenance::Profile

@@ -23,6 +23,9 @@ public:
   /// Reads the text form, an empty frame. Throws `Zel::RangeException`.
   BuiltinUnitName(Zel::String8::IteratorConst& first, const Zel::String8::IteratorConst& last);
 
+  /// Reads the fields from the attribute log. Throws `Zel::RangeException`.
+  BuiltinUnitName(Zel::NboAttrLog::In* in, Zel::StreamBogon stream);
+
   Zel::Name system() const { return "System"; }
   Zel::Name linecard() const { return "Linecard"; }
 
@@ -31,6 +34,7 @@ public:
 
 ZEL_API Zel::String8 valueToStrep(const BuiltinUnitName& value);
 ZEL_API std::ostream& operator<<(std::ostream& out, const BuiltinUnitName& value);
+ZEL_API void operator<<(const Zel::Ptr<Zel::NboAttrLog::Out>& out, const BuiltinUnitName& value);
 
 /// The two classes of maintenance stages, one for entering and one for leaving maintenance.
 class ZEL_API MaintenanceStageClasses {
@@ -51,6 +55,9 @@ public:
   MaintenanceStageClasses(Zel::String8::IteratorConst& first,
                           const Zel::String8::IteratorConst& last);
 
+  /// Reads the fields from the attribute log. Throws `Zel::RangeException`.
+  MaintenanceStageClasses(Zel::NboAttrLog::In* in, Zel::StreamBogon stream);
+
   Zel::Name maintEnterClass() const { return "maintEnter"; }
   Zel::Name maintExitClass() const { return "maintExit"; }
 
@@ -61,6 +68,8 @@ public:
 
 ZEL_API Zel::String8 valueToStrep(const MaintenanceStageClasses& value);
 ZEL_API std::ostream& operator<<(std::ostream& out, const MaintenanceStageClasses& value);
+ZEL_API void operator<<(const Zel::Ptr<Zel::NboAttrLog::Out>& out,
+                        const MaintenanceStageClasses& value);
 
 /// The stages known here: the BGP stage and the traffic rate monitor stage.
 class ZEL_API MaintenanceStageList {
@@ -80,6 +89,9 @@ public:
   /// Reads the text form, an empty frame. Throws `Zel::RangeException`.
   MaintenanceStageList(Zel::String8::IteratorConst& first, const Zel::String8::IteratorConst& last);
 
+  /// Reads the fields from the attribute log. Throws `Zel::RangeException`.
+  MaintenanceStageList(Zel::NboAttrLog::In* in, Zel::StreamBogon stream);
+
   Zel::String8 bgpStage() const { return "bgp"; }
   Zel::String8 rateMonStage() const { return "ratemon"; }
 
@@ -90,5 +102,7 @@ public:
 
 ZEL_API Zel::String8 valueToStrep(const MaintenanceStageList& value);
 ZEL_API std::ostream& operator<<(std::ostream& out, const MaintenanceStageList& value);
+ZEL_API void operator<<(const Zel::Ptr<Zel::NboAttrLog::Out>& out,
+                        const MaintenanceStageList& value);
 
 } // namespace Maintenance::Unit

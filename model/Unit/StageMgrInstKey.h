@@ -24,6 +24,9 @@ public:
   /// Reads the text form. Throws `Zel::RangeException`.
   StageMgrInstKey(Zel::String8::IteratorConst& first, const Zel::String8::IteratorConst& last);
 
+  /// Reads the fields from the attribute log. Throws `Zel::RangeException`.
+  StageMgrInstKey(Zel::NboAttrLog::In* in, Zel::StreamBogon stream);
+
   StageMgrInstKey() noexcept = default;
   /// As `instanceNameIs` on a default key.
   explicit StageMgrInstKey(Zel::String8 instanceName);
@@ -58,5 +61,6 @@ private:
 
 ZEL_API Zel::String8 valueToStrep(const StageMgrInstKey& value);
 ZEL_API std::ostream& operator<<(std::ostream& out, const StageMgrInstKey& value);
+ZEL_API void operator<<(const Zel::Ptr<Zel::NboAttrLog::Out>& out, const StageMgrInstKey& value);
 
 } // namespace Maintenance::Unit

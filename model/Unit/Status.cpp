@@ -66,7 +66,7 @@ constexpr Zel::TypeTable table = Zel::tableOf<Status, Zel::Name>(rows);
 
 const Zel::TypeTable& Status::zelTable() { return table; }
 
-Status::Status(Zel::Name name) : Entity(std::move(name)) {}
+Status::Status(Zel::Name name) : AttrLogEntity(std::move(name)) {}
 Status::~Status() = default;
 
 void Status::zeroReferencesIs(bool /*zero*/) { Zel::notifyZeroReferences(*this); }

@@ -2,6 +2,7 @@
 
 #include <Group/GroupKey>
 #include <Vexil/IntfId>
+#include <Zel/AttrLogEntity>
 #include <Zel/Attribute>
 #include <Zel/Layers>
 #include <model/Unit/Enumerations.h>
@@ -14,7 +15,7 @@ namespace Maintenance::Unit {
 /// stored state with notification: the library records what the agent writes and decides nothing.
 ///
 /// No mutator touches another attribute, and no limit that is declared here is enforced.
-class ZEL_API Status : public Zel::Entity {
+class ZEL_API Status : public Zel::AttrLogEntity<Status> {
 public:
   static constexpr std::string_view zelTypeName = "Maintenance::Unit::Status";
   static const Zel::TypeTable& zelTable();
@@ -22,6 +23,7 @@ public:
   const Zel::ZelType* fwkType() const override { return _fwkType(); }
   using _Type = Zel::TypeOf<Status>;
   class GenericIf_;
+  class ZelNboAttrLogSa;
 
   class NotifieeConst;
   class Notifiee;

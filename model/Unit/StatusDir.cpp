@@ -22,7 +22,7 @@ constexpr Zel::TypeTable table = Zel::tableOf<StatusDir, Zel::Name>(rows);
 
 const Zel::TypeTable& StatusDir::zelTable() { return table; }
 
-StatusDir::StatusDir(Zel::Name name) : Entity(std::move(name)) {}
+StatusDir::StatusDir(Zel::Name name) : AttrLogEntity(std::move(name)) {}
 
 StatusDir::~StatusDir() {
   Zel::directoryTearDown(notifiees_, [this] { statusDelAll(); });

@@ -24,6 +24,9 @@ public:
   /// Reads the text form. Throws `Zel::RangeException`.
   TrafficRates(Zel::String8::IteratorConst& first, const Zel::String8::IteratorConst& last);
 
+  /// Reads the fields from the attribute log. Throws `Zel::RangeException`.
+  TrafficRates(Zel::NboAttrLog::In* in, Zel::StreamBogon stream);
+
   /// Outgoing rate in bits per second.
   unsigned long long outBitsRate() const noexcept { return outBitsRate_; }
   void outBitsRateIs(unsigned long long rate) noexcept { outBitsRate_ = rate; }
@@ -47,5 +50,6 @@ private:
 
 ZEL_API Zel::String8 valueToStrep(const TrafficRates& value);
 ZEL_API std::ostream& operator<<(std::ostream& out, const TrafficRates& value);
+ZEL_API void operator<<(const Zel::Ptr<Zel::NboAttrLog::Out>& out, const TrafficRates& value);
 
 } // namespace Maintenance::Unit

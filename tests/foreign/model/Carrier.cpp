@@ -30,7 +30,7 @@ constexpr Zel::TypeTable table = Zel::tableOf<Carrier, Zel::Name>(rows);
 
 const Zel::TypeTable& Carrier::zelTable() { return table; }
 
-Carrier::Carrier(Zel::Name name) : Entity(std::move(name)) {}
+Carrier::Carrier(Zel::Name name) : AttrLogEntity(std::move(name)) {}
 Carrier::~Carrier() = default;
 
 void Carrier::zeroReferencesIs(bool /*zero*/) { Zel::notifyZeroReferences(*this); }

@@ -2,13 +2,14 @@
 
 #include "Values.h"
 
+#include <Zel/AttrLogEntity>
 #include <Zel/Attribute>
 #include <Zel/Layers>
 
 namespace Foreign {
 
 /// A vehicle. Its mutators are virtual, so that a derived class may intercept them.
-class Carrier : public Zel::Entity {
+class Carrier : public Zel::AttrLogEntity<Carrier> {
 public:
   static constexpr std::string_view zelTypeName = "Foreign::Carrier";
   static const Zel::TypeTable& zelTable();
@@ -16,6 +17,7 @@ public:
   const Zel::ZelType* fwkType() const override { return _fwkType(); }
   using _Type = Zel::TypeOf<Carrier>;
   class GenericIf_;
+  class ZelNboAttrLogSa;
 
   class NotifieeConst;
   class Notifiee;

@@ -26,7 +26,7 @@ constexpr Zel::TypeTable table = Zel::tableOf<Depot, Zel::Name>(rows);
 
 const Zel::TypeTable& Depot::zelTable() { return table; }
 
-Depot::Depot(Zel::Name name) : Entity(std::move(name)) {}
+Depot::Depot(Zel::Name name) : AttrLogEntity(std::move(name)) {}
 Depot::~Depot() = default;
 
 void Depot::zeroReferencesIs(bool /*zero*/) { Zel::notifyZeroReferences(*this); }

@@ -2,13 +2,14 @@
 
 #include "Values.h"
 
+#include <Zel/AttrLogEntity>
 #include <Zel/Attribute>
 #include <Zel/Layers>
 
 namespace Foreign {
 
 /// The warehouse's control process.
-class Depot : public Zel::Entity {
+class Depot : public Zel::AttrLogEntity<Depot> {
 public:
   static constexpr std::string_view zelTypeName = "Foreign::Depot";
   static const Zel::TypeTable& zelTable();
@@ -16,6 +17,7 @@ public:
   const Zel::ZelType* fwkType() const override { return _fwkType(); }
   using _Type = Zel::TypeOf<Depot>;
   class GenericIf_;
+  class ZelNboAttrLogSa;
 
   class NotifieeConst;
   class Notifiee;

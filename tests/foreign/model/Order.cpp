@@ -38,7 +38,7 @@ constexpr Zel::TypeTable dirTable = Zel::tableOf<OrderDir, Zel::Name>(dirRows);
 
 const Zel::TypeTable& Order::zelTable() { return table; }
 
-Order::Order(Zel::Name name, Urgency urgency) : Entity(std::move(name)), urgency_(urgency) {}
+Order::Order(Zel::Name name, Urgency urgency) : AttrLogEntity(std::move(name)), urgency_(urgency) {}
 Order::~Order() = default;
 
 void Order::zeroReferencesIs(bool /*zero*/) { Zel::notifyZeroReferences(*this); }
@@ -96,7 +96,7 @@ Order::Notifiee::~Notifiee() = default;
 
 const Zel::TypeTable& OrderDir::zelTable() { return dirTable; }
 
-OrderDir::OrderDir(Zel::Name name) : Entity(std::move(name)) {}
+OrderDir::OrderDir(Zel::Name name) : AttrLogEntity(std::move(name)) {}
 
 OrderDir::~OrderDir() {
   Zel::directoryTearDown(notifiees_, [this] { orderDelAll(); });

@@ -2,13 +2,14 @@
 
 #include "Enumerations.h"
 
+#include <Zel/AttrLogEntity>
 #include <Zel/Attribute>
 #include <Zel/Layers>
 
 namespace Foreign {
 
 /// An order. Its urgency is a constructor argument that anybody may change afterwards.
-class Order : public Zel::Entity {
+class Order : public Zel::AttrLogEntity<Order> {
 public:
   static constexpr std::string_view zelTypeName = "Foreign::Order";
   static const Zel::TypeTable& zelTable();
@@ -16,6 +17,7 @@ public:
   const Zel::ZelType* fwkType() const override { return _fwkType(); }
   using _Type = Zel::TypeOf<Order>;
   class GenericIf_;
+  class ZelNboAttrLogSa;
 
   class NotifieeConst;
   class Notifiee;
@@ -86,7 +88,7 @@ protected:
 
 /// The directory of orders: an order is made with a name and an urgency, and asking for one that is
 /// there sets the urgency.
-class OrderDir : public Zel::Entity {
+class OrderDir : public Zel::AttrLogEntity<OrderDir> {
 public:
   static constexpr std::string_view zelTypeName = "Foreign::OrderDir";
   static const Zel::TypeTable& zelTable();
@@ -94,6 +96,7 @@ public:
   const Zel::ZelType* fwkType() const override { return _fwkType(); }
   using _Type = Zel::TypeOf<OrderDir>;
   class GenericIf_;
+  class ZelNboAttrLogSa;
 
   class NotifieeConst;
   class Notifiee;

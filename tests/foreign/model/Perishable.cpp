@@ -46,7 +46,8 @@ constexpr Zel::TypeTable table =
 
 const Zel::TypeTable& Perishable::zelTable() { return table; }
 
-Perishable::Perishable(Zel::String8 sku) : Product(SkuKey(chilled, sku)), sku_(std::move(sku)) {}
+Perishable::Perishable(Zel::String8 sku)
+    : AttrLogEntity(SkuKey(chilled, sku)), sku_(std::move(sku)) {}
 Perishable::~Perishable() = default;
 
 Zel::String8 Perishable::attributeString(Zel::AttributeId id) const {
@@ -116,7 +117,7 @@ Perishable::Notifiee::~Notifiee() = default;
 
 const Zel::TypeTable& PerishableDir::zelTable() { return dirTable; }
 
-PerishableDir::PerishableDir(Zel::Name name) : Entity(std::move(name)) {}
+PerishableDir::PerishableDir(Zel::Name name) : AttrLogEntity(std::move(name)) {}
 
 PerishableDir::~PerishableDir() {
   Zel::directoryTearDown(notifiees_, [this] { perishableDelAll(); });

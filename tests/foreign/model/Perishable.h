@@ -6,7 +6,7 @@ namespace Foreign {
 
 /// A product that does not keep: the one type here that is derived from another of the model. Both
 /// share one list of notifiees, that of `Product`.
-class Perishable : public Product {
+class Perishable : public Zel::AttrLogEntity<Perishable, Product> {
 public:
   static constexpr std::string_view zelTypeName = "Foreign::Perishable";
   static const Zel::TypeTable& zelTable();
@@ -14,6 +14,7 @@ public:
   const Zel::ZelType* fwkType() const override { return _fwkType(); }
   using _Type = Zel::TypeOf<Perishable>;
   class GenericIf_;
+  class ZelNboAttrLogSa;
 
   class NotifieeConst;
   class Notifiee;
@@ -98,7 +99,7 @@ protected:
 };
 
 /// The directory of perishables, by sku and not by key.
-class PerishableDir : public Zel::Entity {
+class PerishableDir : public Zel::AttrLogEntity<PerishableDir> {
 public:
   static constexpr std::string_view zelTypeName = "Foreign::PerishableDir";
   static const Zel::TypeTable& zelTable();
@@ -106,6 +107,7 @@ public:
   const Zel::ZelType* fwkType() const override { return _fwkType(); }
   using _Type = Zel::TypeOf<PerishableDir>;
   class GenericIf_;
+  class ZelNboAttrLogSa;
 
   class NotifieeConst;
   class Notifiee;

@@ -38,7 +38,7 @@ constexpr Zel::TypeTable dirTable = Zel::tableOf<ProductDir, Zel::Name>(dirRows)
 
 const Zel::TypeTable& Product::zelTable() { return table; }
 
-Product::Product(const SkuKey& key) : Entity(Zel::Name()), key_(key) {}
+Product::Product(const SkuKey& key) : AttrLogEntity(Zel::Name()), key_(key) {}
 Product::~Product() = default;
 
 void Product::zeroReferencesIs(bool /*zero*/) { Zel::notifyZeroReferences(*this); }
@@ -87,7 +87,7 @@ Product::Notifiee::~Notifiee() = default;
 
 const Zel::TypeTable& ProductDir::zelTable() { return dirTable; }
 
-ProductDir::ProductDir(Zel::Name name) : Entity(std::move(name)) {}
+ProductDir::ProductDir(Zel::Name name) : AttrLogEntity(std::move(name)) {}
 
 ProductDir::~ProductDir() {
   Zel::directoryTearDown(notifiees_, [this] { productDelAll(); });

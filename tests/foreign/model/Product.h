@@ -2,13 +2,14 @@
 
 #include "Values.h"
 
+#include <Zel/AttrLogEntity>
 #include <Zel/Attribute>
 #include <Zel/Layers>
 
 namespace Foreign {
 
 /// Something that is stored. An entity that is known by a key: its entity name is empty.
-class Product : public Zel::Entity {
+class Product : public Zel::AttrLogEntity<Product> {
 public:
   static constexpr std::string_view zelTypeName = "Foreign::Product";
   static const Zel::TypeTable& zelTable();
@@ -16,6 +17,7 @@ public:
   const Zel::ZelType* fwkType() const override { return _fwkType(); }
   using _Type = Zel::TypeOf<Product>;
   class GenericIf_;
+  class ZelNboAttrLogSa;
 
   class NotifieeConst;
   class Notifiee;
@@ -87,7 +89,7 @@ protected:
 };
 
 /// The directory of products by key.
-class ProductDir : public Zel::Entity {
+class ProductDir : public Zel::AttrLogEntity<ProductDir> {
 public:
   static constexpr std::string_view zelTypeName = "Foreign::ProductDir";
   static const Zel::TypeTable& zelTable();
@@ -95,6 +97,7 @@ public:
   const Zel::ZelType* fwkType() const override { return _fwkType(); }
   using _Type = Zel::TypeOf<ProductDir>;
   class GenericIf_;
+  class ZelNboAttrLogSa;
 
   class NotifieeConst;
   class Notifiee;

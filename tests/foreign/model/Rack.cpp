@@ -54,7 +54,7 @@ constexpr Zel::TypeTable table = Zel::tableOf<Rack, Zel::Name>(rows);
 
 const Zel::TypeTable& Rack::zelTable() { return table; }
 
-Rack::Rack(Zel::Name name) : Entity(std::move(name)) {}
+Rack::Rack(Zel::Name name) : AttrLogEntity(std::move(name)) {}
 Rack::~Rack() = default;
 
 void Rack::zeroReferencesIs(bool /*zero*/) { Zel::notifyZeroReferences(*this); }

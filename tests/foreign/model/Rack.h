@@ -2,13 +2,14 @@
 
 #include "Values.h"
 
+#include <Zel/AttrLogEntity>
 #include <Zel/Attribute>
 #include <Zel/Layers>
 
 namespace Foreign {
 
 /// One rack, with a collection of each shape.
-class Rack : public Zel::Entity {
+class Rack : public Zel::AttrLogEntity<Rack> {
 public:
   static constexpr std::string_view zelTypeName = "Foreign::Rack";
   static const Zel::TypeTable& zelTable();
@@ -16,6 +17,7 @@ public:
   const Zel::ZelType* fwkType() const override { return _fwkType(); }
   using _Type = Zel::TypeOf<Rack>;
   class GenericIf_;
+  class ZelNboAttrLogSa;
 
   class NotifieeConst;
   class Notifiee;

@@ -1,4 +1,4 @@
-#include <text/ValueBuilder.h>
+#include <Zel/ValueBuilder>
 
 #include <vector>
 

@@ -1,0 +1,418 @@
+#include <Zel/Demuxer>
+
+#include <Zel/Dir>
+#include <Zel/Exception>
+#include <Zel/ZelType>
+
+#include <new>
+#include <string>
+
+namespace Zel {
+
+NboAttrLogDemuxerManager& globalNboAttrLogDemuxerManager() {
+  static thread_local NboAttrLogDemuxerManager manager;
+  return manager;
+}
+
+namespace NboAttrLog {
+
+namespace {
+
+using Flags = PtrInterface::NotifieeConst::Zel_BitSet;
+
+/// What one run of one adapter writes, about. Small enough that a member's attributes follow the
+/// member soon, and that no adapter waits for long.
+constexpr std::size_t runBudget = 16384;
+
+Flags with(Flags flags, unsigned bits) {
+  flags.bitsIs(bits, true);
+  return flags;
+}
+
+} // namespace
+
+MountPolicy::~MountPolicy() = default;
+bool MountPolicy::mayWrite(const StreamAdapter& /*adapter*/) { return false; }
+void MountPolicy::synced(const Ptr<Entity>& /*entity*/) {}
+
+DirMounts::DirMounts(Ptr<Dir> dir, Flags flags, std::size_t most)
+    : dir_(std::move(dir)), flags_(flags), most_(most) {}
+DirMounts::~DirMounts() = default;
+
+MountPolicy::Mount DirMounts::mount(const Ptr<Entity>& fresh) {
+  Ptr<Entity> there = dir_->entity(fresh->name());
+  if (!there && dir_->entities().size() < most_) {
+    dir_->entityIs(fresh);
+    there = fresh;
+  } else if (there && there->fwkType() != fresh->fwkType()) {
+    there = nullptr;
+  }
+  return {there, flags_};
+}
+
+void DirMounts::synced(const Ptr<Entity>& entity) {
+  if (dir_->entity(entity->name()) == entity) {
+    dir_->statusIs(entity->name(), Dir::loaded);
+  }
+}
+
+Demuxer::Demuxer(Connection& connection, Ptr<MountPolicy> policy)
+    : connection_(&connection), policy_(std::move(policy)) {
+  globalNboAttrLogDemuxerManager().demuxerIs(this);
+}
+
+Demuxer::~Demuxer() { globalNboAttrLogDemuxerManager().demuxerDel(this); }
+
+void Demuxer::close() {
+  closed_ = true;
+  while (StreamAdapter* const adapter = adapters_.any()) {
+    const Ptr<StreamAdapter> kept(adapter);
+    reactorDel(adapter->entityId());
+    adapter->doRemountSelf(nullptr);
+  }
+  while (FlowIn* const flow = flowIns_.any()) {
+    flowInFree(*flow);
+  }
+}
+
+Ptr<Entity::ZelNboAttrLogSa> Demuxer::exportIs(const Ptr<Entity>& root, Flags flags) {
+  const EntityId id = newEntityId();
+  const Ptr<Entity::ZelNboAttrLogSa> adapter = root->zelNboAttrLogSaIs(
+      with(flags, StreamAdapter::flagWeakNotifiee), 1, connection_->out(), nullptr);
+  if (!adapter) {
+    throwRangeException("no attribute log: " + root->fullName());
+  }
+  adapterIs(adapter, id);
+  adapter->doSerializeOrphan();
+  return adapter;
+}
+
+void Demuxer::announcingIs(bool announcing) {
+  announcing_ = announcing;
+  while (announcing && parked_.head != nullptr) {
+    schedule(*parked_.head);
+  }
+}
+
+EntityId Demuxer::newEntityId() {
+  if (!announcing_ || closed_ || connection_ == nullptr) {
+    throw EntityIdUnavailableException(closed_ ? "connection closed" : "no entity ids yet");
+  }
+  ++lastId_;
+  const auto end = static_cast<std::uint32_t>(connection_->end() == Connection::End::second);
+  return {static_cast<std::uint32_t>(lastId_ << 1),
+          static_cast<std::uint32_t>(lastId_ >> 31) | end << 31};
+}
+
+bool Demuxer::isOwnId(EntityId id) const noexcept {
+  return (id.second >> 31 != 0) == (connection_->end() == Connection::End::second);
+}
+
+void Demuxer::adapterIs(const Ptr<StreamAdapter>& adapter, const EntityId& id) {
+  if (closed_) {
+    throwInternalException("connection closed");
+  }
+  if (adapters_.find(adapter->entityId_) == adapter.ptr()) {
+    flowInDel(adapter->entityId_);
+    adapters_.remove(*adapter);
+    adapter->entityId_ = id;
+    adapters_.insert(*adapter);
+    return;
+  }
+  adapter->entityId_ = id;
+  adapters_.insert(*adapter);
+  adapter->referencesInc();
+}
+
+Ptr<StreamAdapter> Demuxer::reactorDel(const EntityId& id) {
+  StreamAdapter* const found = adapters_.find(id);
+  if (found == nullptr) {
+    return nullptr;
+  }
+  adapters_.remove(*found);
+  flowInDel(id);
+  if (found->flowOut()) {
+    dequeue(*found->flowOut());
+    found->flowOutSet(nullptr);
+  }
+  return Ptr<StreamAdapter>::adopt(found);
+}
+
+Ptr<FlowIn> Demuxer::flowInIs(const EntityId& id) {
+  if (FlowIn* const there = flowIns_.find(id)) {
+    return Ptr<FlowIn>(there);
+  }
+  Ptr<FlowIn> flow = makeObject<FlowIn>(id);
+  flowIns_.insert(*flow);
+  flow->referencesInc();
+  if (StreamAdapter* const adapter = adapters_.find(id)) {
+    adapter->rawFlagsIs(StreamAdapter::flagFlowIn, true);
+  }
+  return flow;
+}
+
+void Demuxer::flowInDel(const EntityId& id) {
+  FlowIn* const flow = flowIns_.find(id);
+  if (flow == nullptr) {
+    return;
+  }
+  flowInFree(*flow);
+  StreamAdapter* const adapter = adapters_.find(id);
+  if (adapter == nullptr) {
+    return;
+  }
+  adapter->rawFlagsIs(StreamAdapter::flagFlowIn, false);
+  if (adapter->flowOut()) {
+    schedule(*adapter->flowOut()); // which may have waited for the end of the transaction
+  }
+}
+
+void Demuxer::flowInFree(FlowIn& flow) noexcept {
+  flowIns_.remove(flow);
+  partialText_ -= flow.partial_;
+  flow.partial_ = 0;
+  flow.referencesDec();
+}
+
+void Demuxer::partialTextIs(FlowIn& flow, std::size_t length) {
+  partialText_ += length - flow.partial_;
+  flow.partial_ = length;
+  if (connection_ != nullptr && partialText_ > connection_->limits().maxPartialText) {
+    throw AttrLogRecordException(
+        String8("unfinished texts of " + std::to_string(partialText_) + " bytes, at most " +
+                std::to_string(connection_->limits().maxPartialText) + " are kept"));
+  }
+}
+
+void Demuxer::createFlowOut(const Ptr<StreamAdapter>& adapter, const ConnectDesc& connect,
+                            bool flag, AttributeId start) {
+  if (closed_ || adapters_.find(adapter->entityId_) != adapter.ptr()) {
+    return; // nobody would work it off
+  }
+  const Ptr<FlowOut> flowOut = adapter->flowOutIs(adapter->out_, connect, flag, start);
+  if (const Ptr<FlowOut> former = adapter->flowOut()) {
+    flowOut->pendingAbort_ = former->pendingAbort_;
+    if (former->valueIter() != nullptr) {
+      flowOut->pendingAbortIs(former->attrId(), true);
+    }
+    flowOut->dataBitIs(FlowOut::dataBitResyncOwed, former->hasDataBit(FlowOut::dataBitResyncOwed));
+    dequeue(*former);
+  } else if (start != attrIdFlowEnd && !flowOut->hasDirtyAttributes()) {
+    return;
+  }
+  adapter->flowOutSet(flowOut);
+  schedule(*flowOut);
+}
+
+void Demuxer::enqueue(Queue& queue, FlowOut& flowOut) noexcept {
+  flowOut.previous_ = queue.tail;
+  flowOut.next_ = nullptr;
+  (queue.tail != nullptr ? queue.tail->next_ : queue.head) = &flowOut;
+  queue.tail = &flowOut;
+  ++queue.count;
+}
+
+void Demuxer::dequeue(FlowOut& flowOut) noexcept {
+  if (!flowOut.isScheduled_ && !flowOut.isParked_) {
+    return;
+  }
+  Queue& queue = flowOut.isScheduled_ ? scheduled_ : parked_;
+  (flowOut.previous_ != nullptr ? flowOut.previous_->next_ : queue.head) = flowOut.next_;
+  (flowOut.next_ != nullptr ? flowOut.next_->previous_ : queue.tail) = flowOut.previous_;
+  --queue.count;
+  flowOut.isScheduled_ = flowOut.isParked_ = false;
+}
+
+void Demuxer::schedule(FlowOut& flowOut) noexcept {
+  if (flowOut.isScheduled_ || flowOut.isRunning_) {
+    return;
+  }
+  dequeue(flowOut);
+  flowOut.isScheduled_ = true;
+  enqueue(scheduled_, flowOut);
+}
+
+bool Demuxer::continueRun(const FlowOut* flowOut) noexcept {
+  const Out& out = *connection_->out();
+  const bool goesOn = !runIsOver_ && out.hasSufficientBuffer() && out.bytesWritten() < runEnd_ &&
+                      (flowOut == nullptr || flowOut->valueIter() == nullptr);
+  runIsOver_ = !goesOn && flowOut != nullptr && flowOut->isRunning_;
+  return goesOn;
+}
+
+bool Demuxer::outputWrite(std::size_t budget) {
+  const Out& out = *connection_->out();
+  const std::uint64_t end = out.bytesWritten() + budget;
+  while (scheduled_.head != nullptr && out.hasSufficientBuffer() && out.bytesWritten() < end) {
+    run(*scheduled_.head);
+  }
+  return scheduled_.head != nullptr && out.hasSufficientBuffer();
+}
+
+void Demuxer::run(FlowOut& flowOut) {
+  const Ptr<FlowOut> kept(&flowOut);
+  const Ptr<StreamAdapter> adapter(flowOut.streamAdapter());
+  const Out& out = *connection_->out();
+  dequeue(flowOut);
+  const std::uint64_t before = out.bytesWritten();
+  const AttributeId start = flowOut.resumeAt_;
+  AttributeId next = 0;
+  runEnd_ = before + runBudget;
+  runIsOver_ = false;
+  flowOut.isRunning_ = true;
+  try {
+    next = adapter->handleAttrFlowOut(start);
+  } catch (const std::exception& failure) {
+    connection_->fail(String8("flow of an entity's attributes ended: ") + failure.what());
+  }
+  flowOut.isRunning_ = false;
+  runIsOver_ = false;
+  runEnd_ = ~std::uint64_t{0};
+  if (adapter->flowOut() != kept) {
+    return; // replaced, or gone with the entity
+  }
+  flowOut.resumeAt_ = next;
+  if (next == 0 && !flowOut.hasDirtyAttributes()) {
+    adapter->flowOutSet(nullptr);
+    return;
+  }
+  // One that could do nothing waits until something happens to it, or it would be run for ever.
+  const bool isIdle = out.bytesWritten() == before && (next == 0 ? start == 0 : next == start);
+  flowOut.isParked_ = isIdle;
+  flowOut.isScheduled_ = !isIdle;
+  enqueue(isIdle ? parked_ : scheduled_, flowOut);
+}
+
+bool Demuxer::checkEphemeralEntityDeletion(Entity* child, const EntityId& id, bool /*announced*/) {
+  const Ptr<Entity::ZelNboAttrLogSa> adapter = child->zelNboAttrLogSa(connection_->out());
+  // An entity that this end has announced as well is the same one, under two ids. Otherwise a new
+  // id from the peer is a new entity of the peer's.
+  return adapter && !(adapter->entityId() == id) && !adapter->hasUnifiedEntityId() &&
+         adapters_.find(adapter->entityId()) == adapter.ptr() && !isOwnId(adapter->entityId());
+}
+
+bool Demuxer::inputApply(std::size_t budget) {
+  In& in = *connection_->in();
+  Record record;
+  std::size_t applied = 0;
+  try {
+    while (connection_->isUp() && applied < budget && in.recordIs(record)) {
+      struct Done {
+        In& in;
+        ~Done() { in.recordDone(); }
+      } const done{in};
+      applied += record.payload + recordOverhead;
+      ++counts_.records;
+      try {
+        recordApply(record);
+      } catch (const AttrLogRecordException&) {
+        throw;
+      } catch (const RangeException&) {
+        ++counts_.badValues;
+      } catch (const InternalException&) {
+        ++counts_.refused;
+      }
+    }
+  } catch (const AttrLogRecordException& failure) {
+    connection_->fail(failure.message());
+  } catch (const std::bad_alloc&) {
+    connection_->fail("no memory for what the peer sends");
+  }
+  return connection_->isUp() && applied >= budget;
+}
+
+void Demuxer::recordApply(const Record& record) {
+  const MsgHeader& header = record.header;
+  if (header.attrId == attrIdOrphan || header.entityId == orphanEntityId) [[unlikely]] {
+    orphanApply(record);
+    return;
+  }
+  StreamAdapter* const found = adapters_.find(header.entityId);
+  if (found == nullptr) [[unlikely]] {
+    ++counts_.unknownEntities;
+    return;
+  }
+  const Ptr<StreamAdapter> adapter(found);
+  if (adapter->hasFlag(StreamAdapter::flagMember) && !adapter->rawEntity()->zelHasParent()) {
+    // Taken out of its directory here, where the peer does not know it yet.
+    adapter->doRemountSelf(nullptr);
+    ++counts_.unknownEntities;
+    return;
+  }
+  if (header.attrId == attrIdTransaction) {
+    transactionApply(*adapter);
+  } else {
+    adapter->handleAttrDeserialization(header.attrId, {}, static_cast<unsigned>(record.payload),
+                                       nullptr);
+  }
+}
+
+void Demuxer::transactionApply(StreamAdapter& adapter) {
+  auto& mirror = static_cast<Entity::ZelNboAttrLogSa&>(adapter);
+  if (mirror.hasFlag(StreamAdapter::flagRemoteReadOnly) && !mirror.convertedToWritable(false)) {
+    ++counts_.refused;
+    return;
+  }
+  In& in = *connection_->in();
+  const AttributeId attr = in.nextint();
+  const unsigned type = in.nextU32();
+  const unsigned n = in.nextU32();
+  if (type > StreamAdapter::attrTransactionEnd) {
+    throwRangeException("AttrTransactionType");
+  }
+  mirror.handleAttrTransaction(attr, static_cast<StreamAdapter::AttrTransactionType>(type), n);
+}
+
+void Demuxer::orphanApply(const Record& record) {
+  const auto malformed = [](const char* why) {
+    throw AttrLogRecordException(String8("malformed record: ") + why);
+  };
+  if (record.header.attrId != attrIdOrphan || !(record.header.entityId == orphanEntityId)) {
+    malformed("a root under an id");
+  }
+  In& in = *connection_->in();
+  const auto section = [&](PayloadSection wanted) {
+    if (in.next8() != wanted) {
+      malformed("a root's sections");
+    }
+  };
+  section(payloadSectionType);
+  const String8 name = in.nextString();
+  while (in.left() != 0 && *in.position() == 0) {
+    in.nextString(); // a base's name: its length begins with 0, which numbers no section
+  }
+  const ZelType* const type = ZelType::type(name.view());
+  if (type == nullptr || !type->isEntity()) {
+    ++counts_.unknownTypes;
+    return;
+  }
+  section(payloadSectionArgs);
+  const Ptr<Entity> fresh = type->newEntity(Ptr<In>(&in), {}, 1, nullptr);
+  if (!fresh) {
+    ++counts_.unknownTypes;
+    return;
+  }
+  section(payloadSectionEntityId);
+  const EntityId id = in.nextEntityId();
+  if (id.value() == 0 || id == orphanEntityId || (isOwnId(id) && !id.isUnified())) {
+    malformed("a root's id");
+  }
+  if (adapters_.count() >= connection_->limits().maxEntities) {
+    throw AttrLogRecordException("more entities than are kept for a peer");
+  }
+  const MountPolicy::Mount mount = policy_ ? policy_->mount(fresh) : MountPolicy::Mount{};
+  if (!mount.entity) {
+    ++counts_.refused;
+    return;
+  }
+  const Ptr<Entity::ZelNboAttrLogSa> adapter = mount.entity->zelNboAttrLogSaIs(
+      with(mount.flags, StreamAdapter::flagWeakNotifiee | StreamAdapter::flagImported), 1,
+      connection_->out(), nullptr);
+  if (adapter) {
+    adapter->doEntityIdIs(id, this, true);
+  }
+}
+
+} // namespace NboAttrLog
+
+} // namespace Zel

@@ -1,0 +1,131 @@
+#include <Zel/NboAttrLog>
+
+#include <Zel/Exception>
+
+#include <algorithm>
+#include <limits>
+#include <string>
+
+namespace Zel::NboAttrLog {
+
+namespace {
+
+[[noreturn]] void malformed(const std::string& why) {
+  throw AttrLogRecordException(String8("malformed record: " + why));
+}
+
+} // namespace
+
+Out::~Out() = default;
+
+std::size_t Out::maxMessageSize() const { return maxRecordSize; }
+
+void Out::nextHeaderIs(const MsgHeader& header) {
+  recordStart();
+  put32(0); // the length, which `recordEnd` fills in
+  putEntityId(header.entityId);
+  put32(static_cast<std::uint32_t>(header.attrId));
+  put8(header.variableSize);
+  put32(header.fixedSize);
+  put32(header.recordTag);
+  put8(header.reservedFlag);
+}
+
+In* Out::rawReverseLog() const noexcept {
+  const Connection* const own = connection();
+  return own != nullptr ? own->in().ptr() : nullptr;
+}
+
+Ptr<In> Out::reverseLog() const { return ptrCast<In>(reverse()); }
+
+void operator<<(const Ptr<Out>& out, TypeId type) { out->putString(String8(type.name)); }
+
+In::In(Connection* connection, std::size_t capacity)
+    : Connection::In(connection), ring_(std::make_unique<std::uint8_t[]>(capacity)) {
+  ringIs(ring_.get(), capacity);
+}
+
+In::~In() = default;
+
+std::span<std::uint8_t> In::space() noexcept {
+  // One byte stays free, so that a full ring does not look like an empty one.
+  const std::size_t end = (start_ + size_) % capacity();
+  const std::size_t room = capacity() - 1 - size_;
+  return {ring_.get() + end, std::min(room, capacity() - end)};
+}
+
+bool In::recordIs(Record& record) {
+  if (size_ < headerSize) {
+    return false;
+  }
+  positionIs(begin() + start_);
+  limitIs(advanced(position(), size_));
+  const std::uint32_t word = nextU32();
+  const std::size_t length = word & ~chunkFollowsBit;
+  if (length < recordOverhead || length >= Connection::Out::maxRecordSize) {
+    malformed("length " + std::to_string(length));
+  }
+  if (size_ < length) {
+    return false;
+  }
+  record.chunkFollows = chunkFollows_ = (word & chunkFollowsBit) != 0;
+  record.payload = length - recordOverhead;
+  recordSize_ = length;
+  record.header.entityId = nextEntityId();
+  record.header.attrId = nextint();
+  record.header.variableSize = next8();
+  record.header.fixedSize = nextU32();
+  record.header.recordTag = nextU32();
+  record.header.reservedFlag = next8();
+  const std::uint8_t opening = next8();
+  const std::uint8_t* const payload = position();
+  const std::uint8_t* const closing = advanced(payload, record.payload);
+  if (opening != transactBegin || *closing != transactEnd) {
+    malformed("its tokens are " + std::to_string(opening) + " and " + std::to_string(*closing));
+  }
+  const MsgHeader& header = record.header;
+  if (header.variableSize > 1 ||
+      header.fixedSize != (header.variableSize == 1 ? 0 : record.payload)) {
+    malformed("a payload of " + std::to_string(record.payload) + " bytes that is told as " +
+              std::to_string(header.variableSize) + ", " + std::to_string(header.fixedSize));
+  }
+  if (header.recordTag != 0 && header.recordTag != childRecordTag) {
+    malformed("tag " + std::to_string(header.recordTag));
+  }
+  if (header.reservedFlag != 0) {
+    malformed("reserved flag " + std::to_string(header.reservedFlag));
+  }
+  if (header.attrId == std::numeric_limits<AttributeId>::min()) {
+    malformed("attribute id " + std::to_string(header.attrId));
+  }
+  limitIs(closing);
+  return true;
+}
+
+void In::recordDone() noexcept {
+  start_ = (start_ + recordSize_) % capacity();
+  size_ -= recordSize_;
+  recordSize_ = 0;
+}
+
+void In::chunkRead(String8::Iterator& text) {
+  const std::size_t count = nextU32();
+  if (count != left()) {
+    malformed("a chunk of " + std::to_string(count) + " bytes in " + std::to_string(left()));
+  }
+  if (count == 0 && chunkFollows_) {
+    malformed("an empty chunk of a longer text");
+  }
+  while (left() != 0) {
+    const std::size_t piece = std::min(left(), static_cast<std::size_t>(end() - position()));
+    text.append({reinterpret_cast<const char*>(position()), piece});
+    nextBytes(piece);
+  }
+  text.positionIs(chunkFollows_ ? static_cast<int>(text.data().length()) : 0);
+}
+
+Demuxer* demuxFor(const In* in) noexcept {
+  return in != nullptr && in->connection() != nullptr ? in->connection()->demuxer().ptr() : nullptr;
+}
+
+} // namespace Zel::NboAttrLog

@@ -1,0 +1,190 @@
+#include <attrlog/Adapter.h>
+
+#include <Zel/Demuxer>
+#include <Zel/Exception>
+#include <Zel/ZelType>
+
+namespace Zel {
+
+using NboAttrLog::Demuxer;
+using NboAttrLog::MsgHeader;
+
+AttrLogAdapter::AttrLogAdapter(const FlowPlan& plan, Zel_BitSet flags, unsigned option,
+                               const Ptr<NboAttrLog::Out>& out, PtrInterface* owner)
+    : ZelNboAttrLogSa(plan, flags, option, out, owner) {}
+
+AttrLogAdapter::~AttrLogAdapter() = default;
+
+void AttrLogAdapter::attach(const Ptr<PtrInterface::NotifieeConst>& notifiee,
+                            const Ptr<const Entity>& entity) {
+  PtrInterface::hasNotificationActiveIs(false); // until whoever makes the adapter turns it on
+  notifiee_ = notifiee;
+  if (hasFlag(flagWeakNotifiee)) {
+    isWeakReferenceIs(true);
+  }
+  notifiee_->hasNotificationActiveIs(false);
+  AttrLogAdapter::notifierIs(Ptr<const PtrInterface>(entity));
+  if (streamDemuxer() != nullptr) {
+    AttrLogAdapter::syncModeIs(syncMode());
+  }
+}
+
+void AttrLogAdapter::detach() noexcept {
+  isWeakReferenceIs(false);
+  if (notifiee_) {
+    notifiee_->isRegisteredNotifieeIs(false);
+    notifiee_->notifierIs(nullptr);
+    notifiee_ = nullptr;
+  }
+}
+
+void AttrLogAdapter::hasNotificationActiveIs(bool active) {
+  if (active == hasNotificationActive()) {
+    return;
+  }
+  ZelNboAttrLogSa::hasNotificationActiveIs(active);
+  if (notifiee_) {
+    notifiee_->hasNotificationActiveIs(active);
+  }
+}
+
+void AttrLogAdapter::notifierIs(const Ptr<const PtrInterface>& wanted) {
+  if (wanted == notifier()) {
+    isRegisteredNotifieeIs(false);
+    return;
+  }
+  if (notifiee_) {
+    notifiee_->notifierIs(wanted);
+  }
+  const Ptr<const PtrInterface> former = notifier();
+  ZelNboAttrLogSa::notifierIs(wanted);
+  weakCountsBalance(former.ptr(), wanted.ptr());
+}
+
+void AttrLogAdapter::zelDoZombieReactors(bool zombie) {
+  if (zombie == zelMarkedForDeletion()) {
+    return;
+  }
+  if (notifiee_) {
+    if (notifiee_->notifier()) {
+      notifiee_->hasNotificationActiveIs(!zombie);
+    }
+    notifiee_->zelMarkedForDeletionIs(zombie);
+  }
+  ZelNboAttrLogSa::zelDoZombieReactors(zombie);
+}
+
+AttrLogAdapter::Gate AttrLogAdapter::gateSlow(const FlowStep& step) {
+  if (hasFlag(flagSyncFanOut)) {
+    return Gate::notDone;
+  }
+  if (!hasFlag(flagReactorActive) && handlingFlowInFor(step.row->id)) {
+    return Gate::notDone;
+  }
+  const bool isMute = hasFlag(flagChildPending | flagMuted | flagReactorActive);
+  reactorActiveIs(false);
+  if (isMute || !hasFlag(flagStreaming) || !nboAttrLogOut()) {
+    return Gate::done;
+  }
+  if (hasFlag(flagMember) && !rawEntity()->zelHasParent()) {
+    // Taken out of its directory: the peer has been told, or will be, and knows it no more.
+    doRemountSelf(nullptr);
+    return Gate::done;
+  }
+  readOnlyCheck(step);
+  return Gate::pass;
+}
+
+void AttrLogAdapter::readOnlyCheck(const FlowStep& step) {
+  if (hasFlag(flagReadOnly) && !convertedToWritable(false)) {
+    const ZelType* const type = rawEntity()->fwkType();
+    doThrowReadOnly(type != nullptr ? type->attr(step.row->id) : nullptr);
+  }
+}
+
+EntityFlowOut* AttrLogAdapter::absorb(AttributeId attr) {
+  if (Demuxer* const demuxer = streamDemuxer()) {
+    demuxer->createFlowOut(Ptr<StreamAdapter>(this), {}, false, attrIdFlowEnd);
+  }
+  EntityFlowOut* const made = owed();
+  if (made != nullptr) {
+    made->attrIdIs(attr);
+  }
+  return made;
+}
+
+std::size_t AttrLogAdapter::freeSpace() const noexcept {
+  const NboAttrLog::Out& out = *nboAttrLogOut();
+  return out.isUp() ? out.freeSpace() : 0;
+}
+
+void AttrLogAdapter::recordFailed(const FlowStep& step, const String8& why) {
+  if (Connection* const connection = nboAttrLogOut()->connection()) {
+    connection->fail(String8(step.row->name) + " of " + rawEntity()->fullName() + ": " + why);
+  }
+}
+
+void AttrLogAdapter::doNotification(AttributeId attr, void* key) {
+  const FlowStep* const wanted = plan().step(attr < 0 ? -attr : attr);
+  if (wanted == nullptr || !notifiee_) {
+    return;
+  }
+  if (isCollection(wanted->kind)) {
+    wanted->row->collection->tellKey(*notifiee_, key);
+  } else if (attr > 0) {
+    wanted->row->tell(*notifiee_);
+  }
+}
+
+void AttrLogAdapter::syncModeIs(SyncMode mode) {
+  ZelNboAttrLogSa::syncModeIs(mode);
+  const Demuxer* const demuxer = streamDemuxer();
+  if (demuxer == nullptr || demuxer->stage() >= 2 || !hasFlag(flagReactorActive)) {
+    return;
+  }
+  for (const FlowStep& collection : plan().steps) {
+    if (isCollection(collection.kind)) {
+      handleAttrTransaction(collection.row->id,
+                            mode == syncModeResync ? attrTransactionBegin : attrTransactionEnd, 0);
+    }
+  }
+}
+
+void AttrLogAdapter::zelInstantiateSerialize() {
+  ZelNboAttrLogSa::zelInstantiateSerialize();
+  for (const FlowStep& collection : plan().steps) {
+    if (collection.kind == FlowKind::child) {
+      zelSerializeColl(collection.row->id);
+    }
+  }
+}
+
+void AttrLogAdapter::doSerializeOrphan() {
+  const Ptr<NboAttrLog::Out>& out = nboAttrLogOut();
+  const Entity* const entity = rawEntity();
+  const TypeTable& table = plan().table;
+  out->nextHeaderIs(MsgHeader::variable(orphanEntityId, NboAttrLog::attrIdOrphan));
+  out << NboAttrLog::transactBegin;
+  out->currentPayloadSectionIs(NboAttrLog::payloadSectionType);
+  out << NboAttrLog::TypeId{table.name};
+  for (const TypeTable* base = &table; base->base != nullptr;) {
+    base = &base->base();
+    out << NboAttrLog::TypeId{base->name};
+  }
+  out->currentPayloadSectionIs(NboAttrLog::payloadSectionArgs);
+  if (table.named) {
+    out << String8(entity->name());
+  }
+  for (const AttrRow& row : table.rows) {
+    if (isConstructorArgument(row)) {
+      ValueSlot argument(*row.value, [&](void* at) { row.read(entity, at); });
+      encodeValue(*row.value, argument.at(), *out);
+    }
+  }
+  out->currentPayloadSectionIs(NboAttrLog::payloadSectionEntityId);
+  out << entityId();
+  out << NboAttrLog::transactEnd;
+  doThis();
+}
+
+} // namespace Zel

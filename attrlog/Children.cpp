@@ -1,0 +1,210 @@
+#include <attrlog/Write.h>
+
+#include <Zel/Demuxer>
+#include <Zel/Expect>
+
+namespace Zel {
+
+using NboAttrLog::Demuxer;
+using NboAttrLog::FlowOut;
+using NboAttrLog::MsgHeader;
+
+namespace {
+
+using Flags = PtrInterface::NotifieeConst::Zel_BitSet;
+
+/// What a member's adapter takes over from its directory's.
+Flags memberFlags(const StreamAdapter& parent) {
+  return Flags(parent.zel_bitSet().word() & Flags::notificationBitMask() &
+               ~StreamAdapter::flagsOfOne);
+}
+
+/// The last rows of constructor arguments, as many as a member is made with behind its key.
+template <class Visit>
+void forArguments(const CollectionOps& ops, Visit&& visit) {
+  if (ops.arguments.empty()) {
+    return;
+  }
+  const TypeTable& members = ops.memberTable();
+  std::size_t place = members.named ? 1 : 0;
+  for (const AttrRow& row : members.rows) {
+    if (isConstructorArgument(row) &&
+        place++ >= members.constructor.arguments.size() - ops.arguments.size()) {
+      visit(row);
+    }
+  }
+}
+
+} // namespace
+
+void AttrLogAdapter::zelSerializeChild(AttributeId attr, const void* key, Entity* child) {
+  const FlowStep& collection = step(attr);
+  bool active = hasFlag(flagReactorActive);
+  if (!active) {
+    if (hasFlag(flagSyncFanOut) || handlingFlowInFor(attr)) {
+      return;
+    }
+    active = hasFlag(flagReactorActive);
+    if (!active && (hasFlag(flagChildPending | flagMuted) || !hasFlag(flagStreaming))) {
+      return;
+    }
+  }
+  reactorActiveIs(false);
+  if (!nboAttrLogOut()) {
+    return;
+  }
+  const Ptr<Entity> kept(child);
+  if (active) {
+    if (child != nullptr) {
+      childAttach(*child);
+    }
+    return;
+  }
+  if (hasFlag(flagMember) && !rawEntity()->zelHasParent()) {
+    doRemountSelf(nullptr);
+    return;
+  }
+  readOnlyCheck(collection);
+  const bool sufficient = nboAttrLogOut()->hasSufficientBuffer();
+  if (hasFlag(flagNoFlowOut)) {
+    if (!isScheduled() && (!sufficient || hasFlag(flagForceFlowOut))) {
+      if (EntityFlowOut* const flow = absorb(attr)) {
+        flow->dirtyKeys(attr).mark(key, true);
+      }
+      return;
+    }
+  } else if (prepareImmediateTransmission(attr, false) && sufficient) {
+    owed()->dirtyKeys(attr).del(key);
+  } else {
+    owed()->dirtyKeys(attr).mark(key, true);
+    return;
+  }
+  if (child == nullptr) {
+    writeDeletion(collection, key);
+  } else {
+    childAnnounce(collection, key, *child);
+  }
+}
+
+void AttrLogAdapter::childAnnounce(const FlowStep& step, const void* key, Entity& child) {
+  const Expect unavailable(EntityIdUnavailableException::id);
+  for (;;) {
+    try {
+      const Ptr<ZelNboAttrLogSa> adapter =
+          childIs(*this, step, memberFlags(*this), child, 1, channelEntry());
+      if (!adapter) {
+        return; // the type has no attribute log
+      }
+      doFixChildFlags(Ptr<StreamAdapter>(adapter));
+      if (syncMode() == syncModeResync || isScheduled()) {
+        adapter->doThis();
+      }
+      return;
+    } catch (const EntityIdUnavailableException&) {
+      EntityFlowOut* flow = owed();
+      flow = flow != nullptr ? flow : absorb(step.row->id);
+      if (flow != nullptr) {
+        flow->dirtyKeys(step.row->id).mark(key, true);
+        flow->dataBitIs(FlowOut::dataBitSuspended, true);
+      }
+      return;
+    } catch (const AttrLogRecordException&) {
+      continue; // the same child once more
+    }
+  }
+}
+
+Ptr<Entity::ZelNboAttrLogSa> AttrLogAdapter::childIs(Entity::ZelNboAttrLogSa& parent,
+                                                     const FlowStep& step, Zel_BitSet flags,
+                                                     Entity& child, unsigned option,
+                                                     PtrInterface* owner) {
+  auto& own = static_cast<AttrLogAdapter&>(parent);
+  const Ptr<ZelNboAttrLogSa> adapter =
+      child.zelNboAttrLogSaIs(flags, option, own.nboAttrLogOut(), owner);
+  if (!adapter) {
+    return nullptr;
+  }
+  if (adapter->entityId() == EntityId{}) {
+    adapter->zelOnInit();
+    adapter->doAssignEntityId();
+  } else if (adapter->hasFlag(flagAnnounced)) {
+    return adapter;
+  }
+  const CollectionOps& ops = *step.row->collection;
+  ValueSlot key(*step.row->key, [&](void* at) { ops.memberKey(&child, at); });
+  own.write(step, MsgHeader::variable(own.entityId(), step.row->id, NboAttrLog::childRecordTag),
+            [&](WireWriter& out) {
+              encodeValue(*step.row->key, key.at(), out);
+              forArguments(ops, [&](const AttrRow& row) {
+                ValueSlot argument(*row.value, [&](void* at) { row.read(&child, at); });
+                encodeValue(*row.value, argument.at(), out);
+              });
+              out.putEntityId(adapter->entityId());
+            });
+  return adapter;
+}
+
+void AttrLogAdapter::childAttach(Entity& child) {
+  NboAttrLog::In* const in = nboAttrLogOut()->rawReverseLog();
+  Demuxer* const demuxer = NboAttrLog::demuxFor(in);
+  if (demuxer == nullptr) {
+    return;
+  }
+  const Ptr<ZelNboAttrLogSa> adapter =
+      child.zelNboAttrLogSaIs(memberFlags(*this), 1, nboAttrLogOut(), channelEntry());
+  const std::uint8_t* const place = in->position();
+  const EntityId id = in->nextEntityId();
+  if (!adapter) {
+    return;
+  }
+  const bool isKnown = demuxer->adapter(adapter->entityId()) == adapter.ptr();
+  if (id.value() == 0 || id == orphanEntityId ||
+      (demuxer->isOwnId(id) && !id.isUnified() && !(isKnown && adapter->entityId() == id))) {
+    throw AttrLogRecordException("malformed record: a member's id");
+  }
+  if (!isKnown && demuxer->adapters() >= demuxer->connection()->limits().maxEntities) {
+    throw AttrLogRecordException("more entities than are kept for a peer");
+  }
+  // Where both ends have announced the same member, the id of the end that exports the tree wins.
+  if (!isKnown || hasFlag(flagImported) || !demuxer->isOwnId(adapter->entityId())) {
+    adapter->doEntityIdIs(id, demuxer, true);
+  }
+  if (!hasUnifiedEntityId()) {
+    // Later readers of this record see the directory's id in the place of the member's.
+    in->overwrite(place, &entityId(), sizeof(EntityId));
+  }
+  adapter->flagsIs(flagMember, true);
+  adapter->flagsIs(flagChildPending, false);
+}
+
+/// A member has been taken out of its directory on the peer's word: whoever holds it still, it is
+/// not mirrored any more.
+void AttrLogAdapter::childGone(const Ptr<PtrInterface>& child) const {
+  if (!child) {
+    return;
+  }
+  if (const Ptr<ZelNboAttrLogSa> adapter = zelChildAdapter(static_cast<Entity*>(child.ptr()))) {
+    adapter->doRemountSelf(nullptr);
+  }
+}
+
+Ptr<Entity::ZelNboAttrLogSa> AttrLogAdapter::zelChildAdapterIs(AttributeId attr, Zel_BitSet flags,
+                                                               Entity* child, unsigned option,
+                                                               PtrInterface* owner) {
+  return childIs(*this, step(attr), flags, *child, option, owner);
+}
+
+Ptr<Entity::ZelNboAttrLogSa> AttrLogAdapter::zelChildAdapter(Entity* child) const {
+  return child != nullptr ? child->zelNboAttrLogSa(Ptr<const NboAttrLog::Out>(nboAttrLogOut()))
+                          : nullptr;
+}
+
+Ptr<Entity::ZelNboAttrLogSa> AttrLogAdapter::zelChildAdapterDel(Entity* child) {
+  Ptr<ZelNboAttrLogSa> adapter = zelChildAdapter(child);
+  if (adapter) {
+    adapter->doRemountSelf(nullptr);
+  }
+  return adapter;
+}
+
+} // namespace Zel

@@ -1,0 +1,343 @@
+#include <attrlog/Adapter.h>
+
+#include <Zel/Demuxer>
+#include <Zel/Exception>
+#include <Zel/MsgChannel>
+#include <Zel/NboAttrLogFlow>
+
+#include <array>
+#include <optional>
+
+namespace Zel {
+
+using NboAttrLog::attrIdCompound;
+using NboAttrLog::attrIdSyncMode;
+using NboAttrLog::Demuxer;
+using NboAttrLog::FlowIn;
+using NboAttrLog::In;
+using Entry = MsgChannel::Constrainer::ZelEntry;
+
+void AttrLogAdapter::handleAttrDeserialization(AttributeId attr, DeserializationOptions options,
+                                               unsigned size, const Ptr<In>& in) {
+  In* const source = in ? in.ptr() : nboAttrLogOut() ? nboAttrLogOut()->rawReverseLog() : nullptr;
+  if (source == nullptr) {
+    return;
+  }
+  const bool apply = !in;
+  IsActiveAnchor active;
+  if (apply) {
+    if (hasFlag(flagReactorActive)) {
+      throwInternalException("entity reactor is already active");
+    }
+    active.telIs(this);
+    if (hasFlag(flagRemoteReadOnly) && !readOnlyRemoteOk(attr) && !convertedToWritable(false)) {
+      const Connection* const connection = nboAttrLogOut()->connection();
+      throwInternalException(
+          "write-update from readonly proxy: " + rawEntity()->fullName() +
+          " peerName: " + (connection != nullptr ? connection->peerName() : String8()));
+    }
+  }
+  const std::size_t payload = source->left();
+  std::size_t entityIdAt = 0; // in the payload of a compound record; 0 if it follows at once
+  if ((attr == attrIdCompound || attr == -attrIdCompound) && !plan().steps.empty() &&
+      plan().steps.front().kind == FlowKind::child) {
+    attr = compoundRead(attr, *source, entityIdAt);
+  }
+  if (attr == attrIdSyncMode) {
+    syncModeRead(*source);
+    return;
+  }
+  const FlowStep* const at = plan().step(attr < 0 ? -attr : attr);
+  if (at == nullptr || (attr < 0 && !isCollection(at->kind))) {
+    ZelNboAttrLogSa::doBaseZelNboAttrLogSaMsg(attr, options, size, in);
+  } else if (attr < 0) {
+    deletionRead(*at, *source, apply);
+  } else {
+    switch (at->kind) {
+    case FlowKind::plain:
+      singularRead(*at, *source, apply);
+      break;
+    case FlowKind::text:
+      textRead(*at, *source, size, apply);
+      break;
+    case FlowKind::keyed:
+      keyedRead(*at, *source, apply);
+      break;
+    case FlowKind::keyedText:
+      textEntryRead(*at, *source, size, apply);
+      break;
+    case FlowKind::child:
+      childRead(*at, *source, payload, entityIdAt, apply);
+    }
+  }
+}
+
+void AttrLogAdapter::channelModeIs(unsigned mode) const {
+  if (channelEntry() != nullptr) {
+    static_cast<Entry*>(channelEntry())->modeIs(static_cast<Entry::Mode>(mode));
+  }
+}
+
+/// Reads an enumerator; a number that none has goes through, and is counted.
+void AttrLogAdapter::enumRead(const ValueRecord& record, void* to, In& in) {
+  const int number = in.nextint();
+  if (record.enumeration->row(number) == nullptr) {
+    streamDemuxer()->unknownEnumsInc(1);
+  }
+  std::memcpy(to, &number, sizeof number);
+}
+
+void AttrLogAdapter::singularRead(const FlowStep& step, In& in, bool apply) {
+  const AttrRow& row = *step.row;
+  ValueSlot value(*row.value);
+  if (row.value->enumeration != nullptr) {
+    enumRead(*row.value, value.at(), in);
+  } else {
+    decodeValue(*row.value, value.at(), in);
+  }
+  if (apply) {
+    row.write(rawEntity(), value.at());
+  } else {
+    row.tell(*notifiee());
+  }
+}
+
+void AttrLogAdapter::keyLimit(const FlowStep& step, const void* key) const {
+  const CollectionOps& ops = *step.row->collection;
+  const Connection* const connection = nboAttrLogOut()->connection();
+  if (connection != nullptr && ops.count(rawEntity()) >= connection->limits().maxKeys &&
+      ops.entry(rawEntity(), key) == nullptr) {
+    throw AttrLogRecordException(String8(step.row->name) + " of " + rawEntity()->fullName() +
+                                 ": more keys than are kept for a peer");
+  }
+}
+
+/// An entry that has been sent survives the sweep.
+void AttrLogAdapter::entryUnmark(const FlowStep& step, const void* key) const {
+  if (PtrInterface* const entry = step.row->collection->entry(rawEntity(), key)) {
+    entry->zelMarkedForDeletionIs(false);
+  }
+}
+
+void AttrLogAdapter::keyedRead(const FlowStep& step, In& in, bool apply) {
+  const AttrRow& row = *step.row;
+  ValueSlot key(*row.key);
+  decodeValue(*row.key, key.at(), in);
+  ValueSlot value(*row.value);
+  decodeValue(*row.value, value.at(), in);
+  if (!apply) {
+    row.collection->tellKey(*notifiee(), key.at());
+    return;
+  }
+  keyLimit(step, key.at());
+  row.collection->write(rawEntity(), key.at(), value.at());
+  entryUnmark(step, key.at());
+}
+
+void AttrLogAdapter::deletionRead(const FlowStep& step, In& in, bool apply) {
+  const AttrRow& row = *step.row;
+  ValueSlot key(*row.key);
+  decodeValue(*row.key, key.at(), in);
+  if (!apply) {
+    row.collection->tellKey(*notifiee(), key.at());
+  } else if (step.kind == FlowKind::child) {
+    childGone(row.collection->takeMember(rawEntity(), key.at()));
+  } else {
+    row.collection->erase(rawEntity(), key.at());
+  }
+}
+
+namespace {
+
+[[noreturn]] void brokenText(const FlowStep& step) {
+  throw AttrLogRecordException("malformed record: " + String8(step.row->name) +
+                               " goes on where another text is under way");
+}
+
+} // namespace
+
+void AttrLogAdapter::textRead(const FlowStep& step, In& in, unsigned size, bool apply) {
+  const AttrRow& row = *step.row;
+  channelModeIs(Entry::receiving);
+  if (!apply) {
+    row.tell(*notifiee());
+    return;
+  }
+  Demuxer& demuxer = *streamDemuxer();
+  const Ptr<FlowIn> flow(demuxer.flowIn(entityId()));
+  if (flow && flow->iter() != nullptr && (flow->aid() != row.id || flow->idx() != nullptr)) {
+    brokenText(step);
+  }
+  String8::Iterator local;
+  String8::Iterator* const text =
+      flow ? zelFlowInIterator<String8::Iterator>(flow.ptr(), row.id, false) : &local;
+  if (size != 0) {
+    const ConnectionInSizeAnchor bounds(in, size);
+    in.chunkRead(*text);
+  }
+  if (text->position() != 0) {
+    const Ptr<FlowIn> kept = demuxer.flowInIs(entityId());
+    if (!flow) {
+      zelFlowInIteratorIs(kept.ptr(), row.id, local);
+    }
+    demuxer.partialTextIs(*kept, text->data().length());
+    return;
+  }
+  const String8 whole(*text);
+  if (flow) {
+    zelFlowInIteratorDel<String8::Iterator>(flow.ptr(), row.id);
+    demuxer.flowInDel(entityId());
+  }
+  row.write(rawEntity(), &whole);
+}
+
+void AttrLogAdapter::textEntryRead(const FlowStep& step, In& in, unsigned size, bool apply) {
+  const AttrRow& row = *step.row;
+  const ConnectionInSizeAnchor bounds(in, size);
+  ValueSlot key(*row.key);
+  decodeValue(*row.key, key.at(), in);
+  channelModeIs(Entry::receiving);
+  if (!apply) {
+    row.collection->tellKey(*notifiee(), key.at());
+    return;
+  }
+  Demuxer& demuxer = *streamDemuxer();
+  const Ptr<FlowIn> flow(demuxer.flowIn(entityId()));
+  const bool goesOn = flow && flow->idx() != nullptr && flow->aid() == row.id &&
+                      row.key->equal(flow->idx(), key.at());
+  if (!goesOn && in.chunkFollows() && flow && flow->iter() != nullptr) {
+    brokenText(step);
+  }
+  String8::Iterator local;
+  String8::Iterator* const text =
+      goesOn ? zelFlowInIterator<String8::Iterator>(flow.ptr(), row.id, false) : &local;
+  in.chunkRead(*text);
+  if (text->position() != 0) {
+    const Ptr<FlowIn> kept = demuxer.flowInIs(entityId());
+    if (!goesOn) {
+      keyLimit(step, key.at());
+      void* const idx = ::operator new(row.key->size);
+      row.key->copy(idx, key.at());
+      kept->idxIs(idx, row.key);
+      zelFlowInIteratorIs(kept.ptr(), row.id, local);
+    }
+    demuxer.partialTextIs(*kept, text->data().length());
+    return;
+  }
+  const String8 whole(*text);
+  if (goesOn) {
+    demuxer.flowInDel(entityId()); // with the text and the key
+  }
+  keyLimit(step, key.at());
+  row.collection->write(rawEntity(), key.at(), &whole);
+  entryUnmark(step, key.at());
+}
+
+AttributeId AttrLogAdapter::compoundRead(AttributeId attr, In& in, std::size_t& entityIdAt) {
+  const AttributeId collection = plan().steps.front().row->id;
+  const std::size_t size = in.left();
+  const std::uint8_t* const start = in.position();
+  const std::size_t valueOffset = in.nextU16();
+  entityIdAt = in.nextU16();
+  while (size - in.left() < valueOffset) {
+    const AttributeId id = in.nextint();
+    if (id == collection || id == -collection) {
+      if (valueOffset > size) {
+        throwRangeException("record too short");
+      }
+      in.positionIs(in.advanced(start, valueOffset));
+      attr = id;
+      break;
+    }
+  }
+  if (attr > 0) {
+    in.nextU32();
+  }
+  return attr;
+}
+
+void AttrLogAdapter::childRead(const FlowStep& step, In& in, std::size_t payload,
+                               std::size_t entityIdAt, bool apply) {
+  const AttrRow& row = *step.row;
+  const CollectionOps& ops = *row.collection;
+  ValueSlot key(*row.key);
+  decodeValue(*row.key, key.at(), in);
+  std::array<std::optional<ValueSlot>, 4> values;
+  std::array<const void*, 4> arguments{};
+  for (std::size_t i = 0; i < ops.arguments.size(); ++i) {
+    const ValueRecord& type = *ops.arguments[i];
+    values.at(i).emplace(type);
+    if (type.enumeration != nullptr) {
+      enumRead(type, values[i]->at(), in);
+    } else {
+      decodeValue(type, values[i]->at(), in);
+    }
+    arguments[i] = values[i]->at();
+  }
+  if (entityIdAt != 0) {
+    const std::size_t consumed = payload - in.left();
+    if (entityIdAt < consumed) {
+      throwRangeException("member's id inside its key");
+    }
+    in.nextBytes(entityIdAt - consumed);
+  }
+  const Expect expected(NameInUseException::id);
+  if (!apply) {
+    ops.tellKey(*notifiee(), key.at());
+    return;
+  }
+  const std::uint8_t* const idPlace = in.position();
+  const EntityId id = in.nextEntityId();
+  in.positionIs(idPlace); // the id stays to be read where the member is attached
+  keyLimit(step, key.at());
+  Entity* const entity = rawEntity();
+  const Ptr<Entity> keptEntity(entity);
+  const auto remove = [&] {
+    childGone(ops.takeMember(entity, key.at()));
+    reactorActiveIs(true); // the deletion was the echo
+  };
+  Ptr<Entity> child(static_cast<Entity*>(ops.entry(entity, key.at())));
+  if (child && streamDemuxer()->checkEphemeralEntityDeletion(child.ptr(), id, true)) {
+    remove();
+  }
+  {
+    const DeserializingEidAnchor anchor(id, entity);
+    try {
+      child = ptrCast<Entity>(ops.create(entity, key.at(), arguments.data()));
+    } catch (const NameInUseException&) {
+      remove();
+      child = ptrCast<Entity>(ops.create(entity, key.at(), arguments.data()));
+    }
+  }
+  if (hasFlag(flagReactorActive)) {
+    ops.tellKey(*notifiee(), key.at()); // nobody was told, for the member was there
+  }
+  child->zelMarkedForDeletionIs(false);
+  channelModeIs(Entry::receiving);
+}
+
+void AttrLogAdapter::syncModeRead(In& in) {
+  const SyncMode mode = SyncModeInstance(in.nextU32());
+  if (hasUnifiedEntityId()) {
+    const NboAttrLogDemuxerManager::Demuxers demuxers =
+        globalNboAttrLogDemuxerManager().nboDemuxerIterator();
+    for (Demuxer* const demuxer : demuxers) {
+      StreamAdapter* const same = demuxer->adapter(entityId());
+      if (same != nullptr && same->zelNotifierEntity() == rawEntity()) {
+        same->flagsIs(flagSyncFanOut, true);
+        same->syncModeIs(mode);
+        same->flagsIs(flagSyncFanOut, false);
+      }
+    }
+  }
+  channelModeIs(Entry::settled);
+  if (mode == syncModeSynced) {
+    reactorActiveIs(false);
+    Demuxer* const demuxer = streamDemuxer();
+    if (demuxer->policy() != nullptr) {
+      demuxer->policy()->synced(Ptr<Entity>(rawEntity()));
+    }
+  }
+}
+
+} // namespace Zel

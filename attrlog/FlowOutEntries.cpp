@@ -1,0 +1,187 @@
+#include <attrlog/Write.h>
+
+#include <Zel/NboAttrLogFlow>
+
+namespace Zel {
+
+using NboAttrLog::MsgHeader;
+using TextPosition = String8::IteratorConst;
+
+namespace {
+
+/// What has to be free beside a record for the record to be written outside of the schedule.
+constexpr std::size_t spare = 49152;
+
+/// Bytes of a record that carries a key, at most.
+std::size_t sizeWithKey(const ValueRecord& type, const void* key) {
+  std::uint8_t bytes[NboAttrLog::Out::maxRecordSize];
+  WireWriter writer(bytes, sizeof bytes);
+  encodeValue(type, key, writer);
+  return static_cast<std::size_t>(writer.at() - bytes) + NboAttrLog::recordOverhead + 1;
+}
+
+/// A copy on the heap, to be freed through the record.
+void* heapCopy(const ValueRecord& type, const void* value) {
+  void* const at = ::operator new(type.size);
+  type.copy(at, value);
+  return at;
+}
+
+} // namespace
+
+void AttrLogAdapter::zelOnKey(AttributeId attr, const void* key) {
+  const FlowStep& keyed = step(attr);
+  const CollectionOps& ops = *keyed.row->collection;
+  PtrInterface* const entry = ops.entry(rawEntity(), key);
+  if (keyed.kind == FlowKind::child) {
+    zelSerializeChild(attr, key, static_cast<Entity*>(entry));
+  } else {
+    entrySerialize(keyed, key, entry);
+  }
+}
+
+/// Writes or marks what is under a key; null if the key has gone.
+void AttrLogAdapter::entrySerialize(const FlowStep& step, const void* key, PtrInterface* entry) {
+  if (entry == nullptr) {
+    const ValueSlot none(*step.row->value);
+    zelSerializeSing(step.row->id, key, const_cast<ValueSlot&>(none).at(), true);
+    return;
+  }
+  const Ptr<PtrInterface> kept(entry);
+  zelSerializeSing(step.row->id, key, step.row->collection->entryValue(entry), false);
+}
+
+bool AttrLogAdapter::zelSerializeSing(AttributeId attr, const void* key, const void* value,
+                                      bool deleted) {
+  const FlowStep& keyed = step(attr);
+  if (keyed.kind == FlowKind::keyedText) {
+    return serializeTextEntry(keyed, key, *static_cast<const String8*>(value), deleted);
+  }
+  serializeKeyed(keyed, key, value, deleted);
+  return true;
+}
+
+void AttrLogAdapter::serializeKeyed(const FlowStep& step, const void* key, const void* value,
+                                    bool deleted) {
+  if (gate(step) != Gate::pass) {
+    return;
+  }
+  const AttributeId attr = step.row->id;
+  const bool sufficient = nboAttrLogOut()->hasSufficientBuffer();
+  if (hasFlag(flagNoFlowOut)) {
+    if (!isScheduled() && (!sufficient || hasFlag(flagForceFlowOut))) {
+      if (EntityFlowOut* const flow = absorb(attr)) {
+        flow->dirtyKeys(attr).mark(key, true);
+      }
+      return;
+    }
+  } else if (prepareImmediateTransmission(attr, false) && sufficient) {
+    owed()->dirtyKeys(attr).del(key);
+  } else {
+    owed()->dirtyKeys(attr).mark(key, true);
+    return;
+  }
+  if (deleted) {
+    writeDeletion(step, key);
+    return;
+  }
+  write(step, MsgHeader::variable(entityId(), attr), [&](WireWriter& out) {
+    encodeValue(*step.row->key, key, out);
+    encodeValue(*step.row->value, value, out);
+  });
+}
+
+void AttrLogAdapter::writeDeletion(const FlowStep& step, const void* key) {
+  write(step, MsgHeader::variable(entityId(), -step.row->id),
+        [&](WireWriter& out) { encodeValue(*step.row->key, key, out); });
+}
+
+void AttrLogAdapter::valueEnq(const FlowStep& step, const TextPosition& position, const void* key) {
+  zelFlowOutValueEnq(flowOut(), position);
+  flowOut()->valueIterKeyIs(heapCopy(*step.row->key, key));
+}
+
+bool AttrLogAdapter::serializeTextEntry(const FlowStep& step, const void* key, const String8& text,
+                                        bool deleted) {
+  if (const Gate open = gate(step); open != Gate::pass) {
+    return open == Gate::done;
+  }
+  const AttributeId attr = step.row->id;
+  const NboAttrLog::Out& out = *nboAttrLogOut();
+  const std::size_t bare = sizeWithKey(*step.row->key, key);
+  const std::size_t needed = deleted ? bare : bare + sizeof(std::uint32_t) + text.length();
+  const bool enough = freeSpace() >= needed + spare;
+  EntityFlowOut* const flow = hasFlag(flagNoFlowOut) ? nullptr : owed();
+  TextPosition at(text);
+  if (flow != nullptr && isScheduled()) {
+    if (!deleted && flow->valueIter() != nullptr) {
+      at = zelFlowOutValueDeq<TextPosition>(flowOut());
+    }
+  } else if (flow != nullptr) {
+    if (flow->attrId() == attr && flow->valueIterKey() != nullptr &&
+        step.row->key->equal(flow->valueIterKey(), key)) {
+      // The text that is under way belongs to this entry: the peer drops what it has of it, and
+      // gets the new one from the start, or hears that the entry has gone.
+      prepareImmediateTransmission(attr, true);
+      flow->pendingAbortIs(attr, true);
+      zelFlowOutValueDeq<TextPosition>(flowOut());
+      if (deleted) {
+        step.row->key->destroy(flow->valueIterKey());
+        ::operator delete(flow->valueIterKey());
+        flow->valueIterKeyIs(nullptr);
+        flow->dirtyKeys(attr).mark(key, true);
+      } else {
+        zelFlowOutValueEnq(flowOut(), at);
+      }
+      return false;
+    }
+    if (!prepareImmediateTransmission(attr, false) || needed > NboAttrLog::Out::maxRecordSize ||
+        !enough) {
+      flow->dirtyKeys(attr).mark(key, true);
+      return false;
+    }
+    flow->dirtyKeys(attr).del(key);
+  } else if (deleted && !enough && !isScheduled()) {
+    if (EntityFlowOut* const made = absorb(attr)) {
+      made->dirtyKeys(attr).mark(key, true);
+    }
+    return false;
+  }
+  if (deleted) {
+    writeDeletion(step, key);
+    return true;
+  }
+  for (bool continuing = at.position() != 0;; continuing = true) {
+    if (continuing && at.eot()) {
+      return true;
+    }
+    if (flow != nullptr) {
+      if ((isScheduled() && !continueFlowOut()) ||
+          freeSpace() < std::min(needed, out.maxMessageSize())) {
+        valueEnq(step, at, key);
+        if (!isScheduled()) {
+          flow->dirtyKeys(attr).mark(key, true);
+        }
+        return false;
+      }
+    } else if (continuing || (!enough && freeSpace() < spare)) {
+      return textEntryAbsorbed(step, key, at);
+    }
+    writeText(step, key, at);
+    if (at.eot()) {
+      return true;
+    }
+  }
+}
+
+bool AttrLogAdapter::textEntryAbsorbed(const FlowStep& step, const void* key,
+                                       const TextPosition& position) {
+  if (EntityFlowOut* const made = absorb(step.row->id)) {
+    made->dirtyKeys(step.row->id).mark(key, true);
+    made->outstandingKeysIs(1);
+    valueEnq(step, position, key);
+  }
+  return false;
+}
+
+} // namespace Zel

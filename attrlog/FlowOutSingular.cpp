@@ -1,0 +1,203 @@
+#include <attrlog/Write.h>
+
+#include <Zel/Demuxer>
+#include <Zel/NboAttrLogFlow>
+
+namespace Zel {
+
+using NboAttrLog::FlowOut;
+using NboAttrLog::MsgHeader;
+using TextPosition = String8::IteratorConst;
+
+namespace {
+
+/// Free space in which a text is begun outside of the schedule: a good deal more than one message.
+constexpr std::size_t textBeginSpace = 49152;
+
+bool isAtEnd(const TextPosition& at) { return at.position() < 0 || at.eot(); }
+
+} // namespace
+
+void AttrLogAdapter::zelOnSingular(AttributeId attr) {
+  const FlowStep& plain = step(attr);
+  if (gate(plain) != Gate::pass) {
+    return;
+  }
+  const bool sufficient = nboAttrLogOut()->hasSufficientBuffer();
+  if (hasFlag(flagNoFlowOut)) {
+    if (!isScheduled() && (!sufficient || hasFlag(flagForceFlowOut))) {
+      if (EntityFlowOut* const flow = absorb(attr)) {
+        flow->bitIs(plain, true);
+      }
+      return;
+    }
+  } else {
+    const bool now = prepareImmediateTransmission(attr, !sufficient);
+    owed()->bitIs(plain, !now);
+    if (!now) {
+      return;
+    }
+  }
+  write(plain, MsgHeader{entityId(), attr, plain.variableSize, plain.fixedSize, 0, 0},
+        [&](WireWriter& out) {
+          ValueSlot value(*plain.row->value, [&](void* at) { plain.row->read(rawEntity(), at); });
+          encodeValue(*plain.row->value, value.at(), out);
+        });
+}
+
+bool AttrLogAdapter::zelSerializeText(AttributeId attr) {
+  const FlowStep& text = step(attr);
+  if (const Gate open = gate(text); open != Gate::pass) {
+    return open == Gate::done;
+  }
+  EntityFlowOut* flow = hasFlag(flagNoFlowOut) ? nullptr : owed();
+  const NboAttrLog::Out& out = *nboAttrLogOut();
+  TextPosition at;
+  if (flow != nullptr && !isScheduled()) {
+    prepareImmediateTransmission(attr, true);
+    flow->bitIs(text, true);
+    return false;
+  }
+  if (flow != nullptr && flow->valueIter() != nullptr) {
+    at = zelFlowOutValueDeq<TextPosition>(flowOut());
+  } else {
+    ValueSlot value(*text.row->value, [&](void* to) { text.row->read(rawEntity(), to); });
+    at = TextPosition(*static_cast<const String8*>(value.at()));
+  }
+  for (bool continuing = at.position() != 0;; continuing = true) {
+    if (continuing && isAtEnd(at)) {
+      return true;
+    }
+    if (flow == nullptr) {
+      if (continuing || freeSpace() < textBeginSpace) {
+        break;
+      }
+    } else if ((isScheduled() && !continueFlowOut()) || freeSpace() < out.maxMessageSize()) {
+      zelFlowOutValueEnq(flowOut(), at);
+      return false;
+    }
+    writeText(text, nullptr, at);
+    if (isAtEnd(at)) {
+      return true;
+    }
+  }
+  flow = absorb(attr);
+  if (flow != nullptr) {
+    flow->bitIs(text, true);
+    flow->outstandingKeysIs(1);
+    zelFlowOutValueEnq(flowOut(), at);
+  }
+  return false;
+}
+
+/// Writes one chunk, behind the key of its entry if there is one.
+void AttrLogAdapter::writeText(const FlowStep& step, const void* key, TextPosition& position) {
+  write(step, MsgHeader::variable(entityId(), step.row->id), [&](NboAttrLog::Out& to) {
+    if (key != nullptr) {
+      encodeValue(*step.row->key, key, to);
+    }
+    // Header, key and chunk stay below the size of a message.
+    struct Limit {
+      NboAttrLog::Out& out;
+      const std::size_t saved = out.chunkLimit();
+      ~Limit() { out.chunkLimitIs(saved); }
+    } const limit{to};
+    const std::size_t written = NboAttrLog::Out::maxRecordSize - 1 - to.room();
+    to.chunkLimitIs(to.maxMessageSize() - written - 2);
+    to.putChunk(position);
+  });
+}
+
+AttributeId AttrLogAdapter::handleAttrFlowOut(AttributeId start) {
+  const Ptr<FlowOut> kept = flowOut();
+  EntityFlowOut* const flow = owed();
+  const HandlingScheduledFlowOutAnchor anchor(*this, flow != nullptr);
+  if (flow != nullptr) {
+    flow->dataBitIs(FlowOut::dataBitSuspended, false);
+    while (!flow->pendingAbort().empty()) {
+      const AttributeId attr = flow->pendingAbort().begin()->first;
+      sendTransactionMarker(attr, attrTransactionAbort, 0);
+      flow->pendingAbortDel(attr);
+    }
+  }
+  const std::vector<FlowStep>& steps = plan().steps;
+  std::size_t place = 0;
+  if (start < plan().first()) {
+    const AttributeId base = ZelNboAttrLogSa::handleAttrFlowOut(start);
+    if (base != 0 || steps.empty()) {
+      return base;
+    }
+    if (!continueFlowOut()) {
+      return plan().first();
+    }
+  } else if (const FlowStep* const first = plan().step(start)) {
+    place = static_cast<std::size_t>(first - steps.data());
+  } else {
+    return 0;
+  }
+  for (;; ++place) {
+    const FlowStep& at = steps[place];
+    const AttributeId attr = at.row->id;
+    const bool isLast = place + 1 == steps.size();
+    const AttributeId next = isLast ? 0 : steps[place + 1].row->id;
+    bool done = true;
+    if (flow != nullptr) {
+      flow->attrIdIs(attr);
+    }
+    if (at.kind == FlowKind::plain) {
+      if (flow != nullptr && flow->hasBit(at)) {
+        at.row->tell(*notifiee());
+      }
+    } else if (at.kind == FlowKind::text) {
+      if (flow != nullptr && (flow->valueIter() != nullptr || flow->hasBit(at))) {
+        done = zelSerializeText(attr);
+        flow->bitIs(at, !done);
+      }
+    } else {
+      done = zelSerializeColl(attr);
+    }
+    if (flow != nullptr && flow->hasDataBit(FlowOut::dataBitSuspended)) {
+      return attr;
+    }
+    if (isLast) {
+      return 0;
+    }
+    if (continueFlowOut()) {
+      continue;
+    }
+    if (at.kind == FlowKind::plain) {
+      return next;
+    }
+    if (!done) {
+      return attr;
+    }
+    return flow != nullptr && flow->hasDirtyAttributes() ? next : 0;
+  }
+}
+
+void AttrLogAdapter::freeResyncState(const Ptr<FlowOut>& flow) {
+  const FlowStep* const at = plan().step(flow->attrId());
+  if (at == nullptr || at->kind == FlowKind::plain) {
+    return;
+  }
+  const auto freeKey = [&](void* key) {
+    if (key != nullptr) {
+      at->row->key->destroy(key);
+      ::operator delete(key);
+    }
+  };
+  if (isCollection(at->kind)) {
+    freeKey(flow->bookmark());
+    flow->bookmarkIs(nullptr);
+  }
+  if (at->kind == FlowKind::text || at->kind == FlowKind::keyedText) {
+    delete static_cast<TextPosition*>(flow->valueIter());
+    flow->valueIterIs(nullptr);
+  }
+  if (at->kind == FlowKind::keyedText) {
+    freeKey(flow->valueIterKey());
+    flow->valueIterKeyIs(nullptr);
+  }
+}
+
+} // namespace Zel

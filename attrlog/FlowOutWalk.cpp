@@ -1,0 +1,176 @@
+#include <attrlog/Adapter.h>
+
+#include <Zel/NboAttrLogFlow>
+
+namespace Zel {
+
+using NboAttrLog::FlowOut;
+
+bool AttrLogAdapter::zelSerializeColl(AttributeId attr) {
+  const FlowStep& collection = step(attr);
+  if (hasFlag(flagSyncFanOut) || (!hasFlag(flagReactorActive) && handlingFlowInFor(attr))) {
+    return false;
+  }
+  if (hasFlag(flagChildPending | flagMuted | flagReactorActive) || !hasFlag(flagStreaming) ||
+      !nboAttrLogOut()) {
+    return true;
+  }
+  readOnlyCheck(collection);
+  const Ptr<FlowOut> kept = flowOut();
+  EntityFlowOut* const flow = owed();
+  if (flow == nullptr) {
+    walk(collection, nullptr);
+    return true;
+  }
+  if (!textResume(collection, *flow)) {
+    return false;
+  }
+  if (!flow->hasBit(collection) && !flow->hasDataBit(FlowOut::dataBitEndDeferred)) {
+    switch (walk(collection, flow)) {
+    case Walked::suspended:
+      return false;
+    case Walked::stoppedAtLast:
+      return walkEnd(collection, *flow);
+    case Walked::ranOut:
+      if (!flow->hasDataBit(FlowOut::dataBitEndDeferred)) {
+        flow->bitIs(collection, true);
+        sendTransactionMarker(attr, attrTransactionEnd, 0);
+      }
+    }
+  }
+  return keysWork(collection, *flow);
+}
+
+/// Goes on with the text of an entry that is under way; whether none is any more.
+bool AttrLogAdapter::textResume(const FlowStep& step, EntityFlowOut& flow) {
+  if (step.kind != FlowKind::keyedText || flow.attrId() != step.row->id ||
+      flow.valueIterKey() == nullptr) {
+    return true;
+  }
+  void* const heap = flow.valueIterKey();
+  ValueSlot key(*step.row->key, [&](void* at) { step.row->key->copy(at, heap); });
+  step.row->key->destroy(heap);
+  ::operator delete(heap);
+  flow.valueIterKeyIs(nullptr);
+  if (!serializeTextEntry(step, key.at(), String8(), false)) {
+    flow.dirtyKeys(step.row->id).mark(key.at(), true);
+    return false;
+  }
+  flow.dirtyKeys(step.row->id).del(key.at());
+  return true;
+}
+
+/// Marks every key as owed, but those that equal nothing, which no search finds again.
+void AttrLogAdapter::allMark(const FlowStep& step, EntityFlowOut& flow) {
+  const AttrRow& row = *step.row;
+  CollectionPosition at(row.collection->iteration,
+                        [&](void* to) { row.collection->iteration.first(to, rawEntity()); });
+  for (; at; at.advance()) {
+    ValueSlot key(*row.key, [&](void* to) { at.key(to); });
+    if (row.key->equal(key.at(), key.at())) {
+      flow.dirtyKeys(row.id).mark(key.at(), true);
+    }
+  }
+}
+
+/// Sends the entries from the bookmark on, or all of them, as far as the run goes.
+AttrLogAdapter::Walked AttrLogAdapter::walk(const FlowStep& step, EntityFlowOut* flow) {
+  const AttrRow& row = *step.row;
+  const CollectionOps& ops = *row.collection;
+  if (flow != nullptr && flow->bookmark() == nullptr) {
+    sendTransactionMarker(row.id, attrTransactionBegin, 0);
+  }
+  if (flow != nullptr && ops.hasUnorderedKey != nullptr && ops.hasUnorderedKey(rawEntity())) {
+    // Among such keys no bookmark can be found again. Each key is marked instead, and the end is
+    // told when the last of them has been sent.
+    freeResyncState(flowOut());
+    allMark(step, *flow);
+    flow->dataBitIs(FlowOut::dataBitEndDeferred, true);
+    return Walked::ranOut;
+  }
+  CollectionPosition at(ops.iteration, [&](void* to) {
+    void* const bookmark = flow != nullptr ? flow->bookmark() : nullptr;
+    if (bookmark == nullptr) {
+      ops.iteration.first(to, rawEntity());
+      return;
+    }
+    ops.iteration.fromKey(to, rawEntity(), bookmark);
+    row.key->destroy(bookmark);
+    ::operator delete(bookmark);
+    flow->bookmarkIs(nullptr);
+  });
+  for (; at; at.advance()) {
+    ValueSlot key(*row.key, [&](void* to) { at.key(to); });
+    const Ptr<PtrInterface> entry(at.entry());
+    if (step.kind == FlowKind::child) {
+      zelSerializeChild(row.id, key.at(), static_cast<Entity*>(entry.ptr()));
+    } else {
+      entrySerialize(step, key.at(), entry.ptr());
+    }
+    if (flow == nullptr) {
+      continue;
+    }
+    const bool suspended = flow->hasDataBit(FlowOut::dataBitSuspended);
+    if (!suspended) {
+      flow->dirtyKeys(row.id).del(key.at());
+    }
+    if (!suspended && continueFlowOut()) {
+      continue;
+    }
+    if (!suspended) {
+      at.advance();
+    }
+    if (!at) {
+      return Walked::stoppedAtLast;
+    }
+    ValueSlot next(*row.key, [&](void* to) { at.key(to); });
+    void* const bookmark = ::operator new(row.key->size);
+    row.key->copy(bookmark, next.at());
+    flow->bookmarkIs(bookmark);
+    return Walked::suspended;
+  }
+  return Walked::ranOut;
+}
+
+/// The walk has stopped at the last entry.
+bool AttrLogAdapter::walkEnd(const FlowStep& step, EntityFlowOut& flow) {
+  DirtyKeysGeneric& keys = flow.dirtyKeys(step.row->id);
+  if (flow.valueIterKey() != nullptr) {
+    // Its text is not out: the peer is not to sweep before.
+    keys.mark(flow.valueIterKey(), true);
+    flow.dataBitIs(FlowOut::dataBitEndDeferred, true);
+    return false;
+  }
+  sendTransactionMarker(step.row->id, attrTransactionEnd, 0);
+  flow.bitIs(step, true);
+  return keys.empty();
+}
+
+/// Sends what is under the keys that are marked, as far as the run goes.
+bool AttrLogAdapter::keysWork(const FlowStep& step, EntityFlowOut& flow) {
+  const AttrRow& row = *step.row;
+  if (flow.attrId() != row.id) {
+    return true;
+  }
+  DirtyKeysGeneric& keys = flow.dirtyKeys(row.id);
+  while (!keys.empty()) {
+    if (!continueFlowOut()) {
+      return false;
+    }
+    ValueSlot key(*row.key, [&](void* to) { keys.takeFirst(to); });
+    zelOnKey(row.id, key.at());
+    if (flow.hasDataBit(FlowOut::dataBitSuspended) || flow.valueIterKey() != nullptr) {
+      keys.mark(key.at(), true);
+      return false;
+    }
+    keys.del(key.at()); // which the attempt may have marked again
+  }
+  if (flow.hasDataBit(FlowOut::dataBitEndDeferred) && !flow.hasBit(step)) {
+    flow.dataBitIs(FlowOut::dataBitEndDeferred, false);
+    sendTransactionMarker(row.id, attrTransactionEnd, 0);
+    flow.bitIs(step, true);
+  }
+  return true;
+}
+
+} // namespace Zel
