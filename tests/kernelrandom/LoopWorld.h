@@ -2,7 +2,7 @@
 
 #include "LoopScript.h"
 
-#include <Zel/StreamAdapter>
+#include <attrlog/AdapterOf.h>
 #include <model/Profile/DefaultProfile.h>
 #include <model/Unit/Status.h>
 
@@ -28,7 +28,11 @@ public:
   std::vector<Event> events;
 
 private:
-  struct StreamAdapterDouble : Zel::Entity::ZelNboAttrLogSa {};
+  struct StreamAdapterDouble : Zel::Entity::ZelNboAttrLogSa {
+    StreamAdapterDouble()
+        : ZelNboAttrLogSa(Zel::planOf<Maintenance::Profile::DefaultProfile>(), {}, 1, nullptr,
+                          nullptr) {}
+  };
   struct Unit;
   struct Profile;
   template <class Base>

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Zel/StreamAdapter>
+#include <attrlog/AdapterOf.h>
 #include <model/Profile/DefaultProfile.h>
 
 #include <functional>
@@ -52,7 +53,12 @@ inline Zel::Ptr<Recorder> listen(const Zel::Ptr<Maintenance::Profile::DefaultPro
 }
 
 /// A stand-in for a stream adapter.
-class Mirror : public Zel::Entity::ZelNboAttrLogSa {};
+class Mirror : public Zel::Entity::ZelNboAttrLogSa {
+public:
+  Mirror()
+      : ZelNboAttrLogSa(Zel::planOf<Maintenance::Profile::DefaultProfile>(), {}, 1, nullptr,
+                        nullptr) {}
+};
 
 /// A notifiee that reacts for a stream adapter.
 class MirrorRecorder : public Recorder {

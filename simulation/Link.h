@@ -1,0 +1,128 @@
+#pragma once
+
+#include <simulation/Pipe.h>
+
+#include <Zel/Demuxer>
+
+#include <array>
+#include <functional>
+#include <optional>
+
+namespace Simulation {
+
+/// Virtual time, in steps of a `World`. It means nothing but order and duration.
+using Time = std::uint64_t;
+
+/// A link between two ends of a connection, with the troubles that links have: it moves bytes in
+/// pieces of any size, stalls, loses bytes in flight when it is cut, and can be made anew.
+///
+///     Simulation::World world(seed);
+///     Simulation::Link& link = world.linkIs({}, [&](Zel::Connection::End end) {
+///       auto made = Zel::makeObject<Zel::Connection>(end, "peer", limits, policyOf(end));
+///       if (end == Zel::Connection::End::first) {
+///         made->demuxer()->exportIs(root);
+///       }
+///       return made;
+///     });
+///     root->stateIs(active);
+///     world.run(10);                                 // some of the bytes may have arrived
+///     link.stall(Zel::Connection::End::second, 500); // what it is sent waits
+///     link.cut();
+///     link.reconnect();                              // both ends anew, by the same function
+///     ASSERT_TRUE(world.settle());
+///
+/// Belongs to the thread of its connections, as they do to the thread that made them.
+class Link {
+public:
+  using End = Zel::Connection::End;
+  /// Makes a new connection for an end, with its exports.
+  using MakeEnd = std::function<Zel::Ptr<Zel::Connection>(End)>;
+
+  /// What the link is like.
+  struct Traits {
+    /// Most bytes that one read or write moves, and that one call of `service` is given. Each moves
+    /// between one and this, in any order of size.
+    std::size_t pieces = 1 << 16;
+    /// Bytes in flight in one direction, at most.
+    std::size_t inFlight = 1 << 16;
+    /// How many steps out of 8 each of the six things that can happen in a step is tried: a write,
+    /// a read and a service at either end.
+    unsigned haste = 6;
+  };
+
+  Link(Traits traits, MakeEnd make);
+  Link(const Link&) = delete;
+  Link& operator=(const Link&) = delete;
+  ~Link();
+
+  /// The connection of an end: up, or down since the link was cut and until it is made anew.
+  const Zel::Ptr<Zel::Connection>& connection(End end) const { return side(end).connection; }
+  /// Whether the link carries bytes.
+  bool isUp() const noexcept { return isUp_; }
+  /// Whether both ends have heard that it does not.
+  bool isDown() const;
+  /// Why an end took its connection down by itself; empty if none did since the link was made.
+  const Zel::String8& failure() const noexcept { return failure_; }
+
+  /// What is on its way to `to` waits for a duration, and so does what is sent to it then.
+  void stall(End to, Time duration);
+  /// Cuts the link now: of the bytes in flight, some first ones still arrive, the rest is lost.
+  /// Each end hears of it within `hears` steps, and what it sends until then is lost.
+  void cut(Time hears = 0);
+  /// Cuts the link once `bytes` more have been sent to `to`, right behind the last of these.
+  void cutAfter(End to, std::uint64_t bytes, Time hears = 0);
+  /// Makes both ends anew and connects them. Both have to be down.
+  void reconnect();
+
+  /// Bytes that have arrived, and how often the link was cut.
+  std::uint64_t bytesCarried() const noexcept { return bytesCarried_; }
+  std::uint64_t cuts() const noexcept { return cuts_; }
+
+private:
+  friend class World;
+
+  /// One end, and what is on its way to it.
+  struct Side {
+    explicit Side(std::size_t capacity) : incoming(capacity) {}
+
+    Zel::Ptr<Zel::Connection> connection;
+    Pipe incoming;
+    bool mayDoMore = true; ///< whether a service might find something to do
+    Time stalledUntil = 0;
+    Time hearsAt = 0;
+    std::optional<std::uint64_t> cutAfter; ///< bytes sent to this end, yet to go
+  };
+
+  static constexpr End ends[] = {End::first, End::second};
+  static End other(End end) { return end == End::first ? End::second : End::first; }
+  Side& side(End end) { return sides_[end == End::second ? 1 : 0]; }
+  const Side& side(End end) const { return sides_[end == End::second ? 1 : 0]; }
+
+  // What a `World` drives, at its time and with its random numbers.
+  void step(Random& random, Time now);
+  /// Whether nothing is on its way and nobody has anything to do.
+  bool isQuiet() const;
+  /// The next time at which a stall or a wait is over; none if there is none.
+  std::optional<Time> wakes() const;
+
+  bool tries(Random& random) const;
+  void send(Random& random, End from);
+  void receive(Random& random, End to);
+  void service(Random& random, End end);
+  void cutNow(Random& random, Time hears);
+  void close(End end, const Zel::String8& why);
+  void madeIs();
+
+  const Traits traits_;
+  const MakeEnd make_;
+  std::array<Side, 2> sides_;
+  bool isUp_ = true;
+  Time now_ = 0;
+  std::optional<Time> cutHears_; // a cut that has been asked for
+  Time armedHears_ = 0;
+  Zel::String8 failure_;
+  std::uint64_t bytesCarried_ = 0;
+  std::uint64_t cuts_ = 0;
+};
+
+} // namespace Simulation
