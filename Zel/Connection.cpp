@@ -62,6 +62,10 @@ void Connection::inputReceived(std::size_t count) noexcept { in_->received(count
 
 bool Connection::service(std::size_t budget) {
   const Ptr<Connection> kept(this);
+  if (!isUp_) {
+    close();
+    return false;
+  }
   const bool moreInput = isUp_ && demuxer_->inputApply(budget);
   const bool moreOutput = isUp_ && demuxer_->outputWrite(budget);
   return isUp_ && (moreInput || moreOutput);
@@ -124,7 +128,7 @@ void Connection::Out::recordEnd() {
 }
 
 void Connection::Out::grow(std::size_t wanted) {
-  const std::size_t larger = std::max(wanted, 2 * capacity_);
+  const std::size_t larger = wanted + maxRecordSize;
   auto ring = std::make_unique_for_overwrite<std::uint8_t[]>(larger + maxRecordSize);
   const std::size_t first = std::min(size_, capacity_ - begin_);
   std::memcpy(ring.get(), ring_.get() + begin_, first);
@@ -138,7 +142,9 @@ void Connection::Out::grow(std::size_t wanted) {
 void Connection::Out::putChunk(String8::IteratorConst& text) {
   const std::string_view rest = text.rest();
   // The record's closing token is still to come.
-  const std::size_t most = std::min(chunkLimit_, room() - 1) - sizeof(std::uint32_t);
+  constexpr std::size_t least = sizeof(std::uint32_t) + 1;
+  const std::size_t most =
+      std::max(std::min(chunkLimit_, room() - 1), least) - sizeof(std::uint32_t);
   const std::size_t count = std::min(rest.size(), most);
   put32(static_cast<std::uint32_t>(count));
   putBytes(rest.data(), count);

@@ -24,6 +24,13 @@ using Flags = PtrInterface::NotifieeConst::Zel_BitSet;
 /// member soon, and that no adapter waits for long.
 constexpr std::size_t runBudget = 16384;
 
+/// Room for the markers that one step of a run may write beside a record, all of them of 40 bytes.
+constexpr std::size_t markerRoom = 4096;
+
+bool hasRoomForStep(const Out& out) {
+  return out.isUp() && out.freeSpace() >= Out::maxRecordSize + markerRoom;
+}
+
 Flags with(Flags flags, unsigned bits) {
   flags.bitsIs(bits, true);
   return flags;
@@ -83,7 +90,12 @@ Ptr<Entity::ZelNboAttrLogSa> Demuxer::exportIs(const Ptr<Entity>& root, Flags fl
     throwRangeException("no attribute log: " + root->fullName());
   }
   adapterIs(adapter, id);
-  adapter->doSerializeOrphan();
+  try {
+    adapter->doSerializeOrphan();
+  } catch (...) {
+    adapter->doRemountSelf(nullptr); // the peer knows nothing of it
+    throw;
+  }
   return adapter;
 }
 
@@ -196,6 +208,11 @@ void Demuxer::createFlowOut(const Ptr<StreamAdapter>& adapter, const ConnectDesc
       flowOut->pendingAbortIs(former->attrId(), true);
     }
     flowOut->dataBitIs(FlowOut::dataBitResyncOwed, former->hasDataBit(FlowOut::dataBitResyncOwed));
+    for (const FlowStep& step : static_cast<Entity::ZelNboAttrLogSa&>(*adapter).plan().steps) {
+      if (step.startsClean && former->hasBit(step)) {
+        flowOut->bitIs(step, true);
+      }
+    }
     dequeue(*former);
   } else if (start != attrIdFlowEnd && !flowOut->hasDirtyAttributes()) {
     return;
@@ -234,19 +251,39 @@ void Demuxer::schedule(FlowOut& flowOut) noexcept {
 
 bool Demuxer::continueRun(const FlowOut* flowOut) noexcept {
   const Out& out = *connection_->out();
-  const bool goesOn = !runIsOver_ && out.hasSufficientBuffer() && out.bytesWritten() < runEnd_ &&
+  const bool goesOn = !runIsOver_ && hasRoomForStep(out) && out.bytesWritten() < runEnd_ &&
                       (flowOut == nullptr || flowOut->valueIter() == nullptr);
-  runIsOver_ = !goesOn && flowOut != nullptr && flowOut->isRunning_;
+  runIsOver_ = runIsOver_ || (!goesOn && flowOut != nullptr && flowOut->isRunning_);
   return goesOn;
 }
 
+namespace {
+
+/// Says for its scope that records are being applied or written.
+class Serving {
+public:
+  explicit Serving(bool& flag) noexcept : flag_(flag) { flag_ = true; }
+  ~Serving() { flag_ = false; }
+  Serving(const Serving&) = delete;
+  Serving& operator=(const Serving&) = delete;
+
+private:
+  bool& flag_;
+};
+
+} // namespace
+
 bool Demuxer::outputWrite(std::size_t budget) {
+  if (isServing_) {
+    return false;
+  }
+  const Serving serving(isServing_);
   const Out& out = *connection_->out();
   const std::uint64_t end = out.bytesWritten() + budget;
-  while (scheduled_.head != nullptr && out.hasSufficientBuffer() && out.bytesWritten() < end) {
+  while (scheduled_.head != nullptr && hasRoomForStep(out) && out.bytesWritten() < end) {
     run(*scheduled_.head);
   }
-  return scheduled_.head != nullptr && out.hasSufficientBuffer();
+  return scheduled_.head != nullptr && hasRoomForStep(out);
 }
 
 void Demuxer::run(FlowOut& flowOut) {
@@ -254,12 +291,17 @@ void Demuxer::run(FlowOut& flowOut) {
   const Ptr<StreamAdapter> adapter(flowOut.streamAdapter());
   const Out& out = *connection_->out();
   dequeue(flowOut);
+  if (adapter->hasFlag(StreamAdapter::flagMember) && !adapter->rawEntity()->zelHasParent()) {
+    adapter->doRemountSelf(nullptr); // taken out of its directory: nothing of it is owed any more
+    return;
+  }
   const std::uint64_t before = out.bytesWritten();
   const AttributeId start = flowOut.resumeAt_;
   AttributeId next = 0;
   runEnd_ = before + runBudget;
   runIsOver_ = false;
   flowOut.isRunning_ = true;
+  flowOut.isFresh_ = false;
   try {
     next = adapter->handleAttrFlowOut(start);
   } catch (const std::exception& failure) {
@@ -277,7 +319,11 @@ void Demuxer::run(FlowOut& flowOut) {
     return;
   }
   // One that could do nothing waits until something happens to it, or it would be run for ever.
-  const bool isIdle = out.bytesWritten() == before && (next == 0 ? start == 0 : next == start);
+  constexpr unsigned char manyRuns = 2 * maxFlowingAttributes;
+  const bool wrote = out.bytesWritten() != before;
+  flowOut.idleRuns_ = static_cast<unsigned char>(wrote ? 0 : flowOut.idleRuns_ + 1);
+  const bool isIdle =
+      !wrote && (next == start || flowOut.valueIter() != nullptr || flowOut.idleRuns_ > manyRuns);
   flowOut.isParked_ = isIdle;
   flowOut.isScheduled_ = !isIdle;
   enqueue(isIdle ? parked_ : scheduled_, flowOut);
@@ -292,9 +338,15 @@ bool Demuxer::checkEphemeralEntityDeletion(Entity* child, const EntityId& id, bo
 }
 
 bool Demuxer::inputApply(std::size_t budget) {
-  In& in = *connection_->in();
+  if (isServing_) {
+    return false;
+  }
+  const Serving serving(isServing_);
+  const Ptr<In> kept = connection_->in();
+  In& in = *kept;
   Record record;
   std::size_t applied = 0;
+  budget = std::max<std::size_t>(budget, 1);
   try {
     while (connection_->isUp() && applied < budget && in.recordIs(record)) {
       struct Done {
@@ -317,6 +369,8 @@ bool Demuxer::inputApply(std::size_t budget) {
     connection_->fail(failure.message());
   } catch (const std::bad_alloc&) {
     connection_->fail("no memory for what the peer sends");
+  } catch (const std::exception& failure) {
+    connection_->fail(String8("a record could not be applied: ") + failure.what());
   }
   return connection_->isUp() && applied >= budget;
 }
@@ -397,13 +451,27 @@ void Demuxer::orphanApply(const Record& record) {
   if (id.value() == 0 || id == orphanEntityId || (isOwnId(id) && !id.isUnified())) {
     malformed("a root's id");
   }
+  if (adapters_.find(id) != nullptr) {
+    malformed("a root under an id in use");
+  }
   if (adapters_.count() >= connection_->limits().maxEntities) {
     throw AttrLogRecordException("more entities than are kept for a peer");
   }
   const MountPolicy::Mount mount = policy_ ? policy_->mount(fresh) : MountPolicy::Mount{};
-  if (!mount.entity) {
-    ++counts_.refused;
+  const Ptr<Entity::ZelNboAttrLogSa> former =
+      mount.entity ? mount.entity->zelNboAttrLogSa(Ptr<const Out>(connection_->out())) : nullptr;
+  if (!mount.entity || (former && !former->hasFlag(StreamAdapter::flagImported))) {
+    ++counts_.refused; // what this end exports over the connection is not the peer's to mount
     return;
+  }
+  if (!(mount.entity == fresh) && type->table() != nullptr) {
+    // What the record has made the entity with holds for one from an earlier connection too.
+    for (const AttrRow& row : type->table()->rows) {
+      if ((row.options & constructorArgument) != 0 && row.write != nullptr) {
+        ValueSlot value(*row.value, [&](void* to) { row.read(fresh.ptr(), to); });
+        row.write(mount.entity.ptr(), value.at());
+      }
+    }
   }
   const Ptr<Entity::ZelNboAttrLogSa> adapter = mount.entity->zelNboAttrLogSaIs(
       with(mount.flags, StreamAdapter::flagWeakNotifiee | StreamAdapter::flagImported), 1,

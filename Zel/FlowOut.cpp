@@ -6,9 +6,9 @@ namespace Zel::NboAttrLog {
 
 FlowOut::FlowOut(const Ptr<Out>& /*out*/, const Ptr<StreamAdapter>& adapter,
                  const ConnectDesc& /*connect*/, bool /*flag*/, AttributeId start)
-    : resumeAt_(start), adapter_(adapter.ptr()) {}
+    : isFresh_(start == 0), resumeAt_(start), adapter_(adapter.ptr()) {}
 
-FlowOut::~FlowOut() = default;
+FlowOut::~FlowOut() { delete static_cast<String8::IteratorConst*>(valueIter_); }
 
 bool FlowOut::hasDirtyAttributes() const {
   return !pendingAbort_.empty() || valueIter_ != nullptr || hasDataBit(dataBitResyncOwed) ||
@@ -78,10 +78,15 @@ void FlowOut::streamAdapterIs(const Ptr<StreamAdapter>& adapter) { adapter_ = ad
 
 FlowIn::~FlowIn() {
   delete static_cast<String8::Iterator*>(iter_);
+  idxDel();
+}
+
+void FlowIn::idxDel() noexcept {
   if (idx_ != nullptr && idxType_ != nullptr) {
     idxType_->destroy(idx_);
     ::operator delete(idx_);
   }
+  idx_ = nullptr;
 }
 
 } // namespace Zel::NboAttrLog

@@ -52,8 +52,8 @@ unsigned FlowPlan::add(const TypeTable& type) {
   // The lowest bit of the first word is not given out.
   std::uint32_t bit = word == 0 ? 2 : 1;
   for (const AttrRow& row : type.rows) {
-    if (!row.flows()) {
-      continue;
+    if (!row.flows() || (row.options & silent) != 0) {
+      continue; // nobody is told of changes of a silent one
     }
     const auto place = static_cast<std::size_t>(row.id - firstEntityAttributeId);
     places.resize(std::max(places.size(), place + 1), none);

@@ -116,6 +116,9 @@ void In::chunkRead(String8::Iterator& text) {
   if (count == 0 && chunkFollows_) {
     malformed("an empty chunk of a longer text");
   }
+  if (count > static_cast<std::size_t>(std::numeric_limits<int>::max()) - text.data().length()) {
+    malformed("a text of 2 GiB or more");
+  }
   while (left() != 0) {
     const std::size_t piece = std::min(left(), static_cast<std::size_t>(end() - position()));
     text.append({reinterpret_cast<const char*>(position()), piece});

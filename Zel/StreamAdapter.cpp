@@ -104,8 +104,15 @@ void StreamAdapter::setFilter(const Ptr<MountFilter>& /*filter*/) {}
 void StreamAdapter::flagsIs(unsigned bits, bool set) {
   rawFlagsIs(bits, set);
   // What was held back by a flag may go on.
-  if (flowOut_ && (bits & (flagChildPending | flagMuted | flagStreaming | flagSyncFanOut)) != 0) {
-    streamDemuxer()->schedule(*flowOut_);
+  if ((bits & (flagChildPending | flagMuted | flagStreaming | flagSyncFanOut)) != 0) {
+    flowWake();
+  }
+}
+
+void StreamAdapter::flowWake() {
+  Demuxer* const demuxer = flowOut_ ? streamDemuxer() : nullptr;
+  if (demuxer != nullptr) {
+    demuxer->schedule(*flowOut_);
   }
 }
 
@@ -113,7 +120,7 @@ void StreamAdapter::notificationFlagsIs(Zel_BitSet flags) {
   Zel_BitSet own = zel_bitSet();
   own.notificationFlagsIs(flags);
   PtrInterface::NotifieeConst::zel_bitSetIs(own);
-  flagsIs(0, true);
+  flowWake();
 }
 
 bool StreamAdapter::continueFlowOut() const noexcept {
@@ -153,8 +160,9 @@ void StreamAdapter::doEntityIdIs(const EntityId& id, Demuxer* demuxer, bool take
     return;
   }
   if (other != nullptr) {
-    if (!takeOver) {
-      throwInternalException("entity id in use");
+    // Only from a member that has left its directory here, and that the peer has in it still.
+    if (!takeOver || !other->hasFlag(flagMember) || other->rawEntity()->zelHasParent()) {
+      throw AttrLogRecordException("entity id in use");
     }
     other->doRemountSelf(nullptr);
     demuxer->reactorDel(id);
@@ -175,21 +183,31 @@ bool StreamAdapter::readOnlyRemoteOk(AttributeId attr) const noexcept {
 
 void StreamAdapter::doBaseZelNboAttrLogSaMsg(AttributeId attr, DeserializationOptions /*options*/,
                                              unsigned /*size*/, const Ptr<NboAttrLog::In>& /*in*/) {
-  if (attr == NboAttrLog::attrIdResync) {
-    doThis();
-  } else if (Demuxer* const demuxer = streamDemuxer()) {
+  Demuxer* const demuxer = streamDemuxer();
+  if (demuxer == nullptr) {
+    return;
+  }
+  if (attr != NboAttrLog::attrIdResync) {
     demuxer->unknownAttributesInc();
+  } else if (hasFlag(flagImported | flagReadOnly)) {
+    demuxer->refusedInc(); // a mirror has nothing that the other end has not
+  } else if (!flowOut_ || !flowOut_->isFresh()) {
+    doThis();
+    static_cast<Entity::ZelNboAttrLogSa*>(this)->constructionOwe();
   }
 }
 
 void StreamAdapter::resyncAsk() {
   Demuxer* const demuxer = streamDemuxer();
-  if (demuxer == nullptr || !out_->isUp()) {
+  if (demuxer == nullptr || !out_->isUp() || demuxer->adapter(entityId_) != this) {
     return;
   }
   if (!out_->hasSufficientBuffer()) {
     if (!flowOut_) {
       demuxer->createFlowOut(Ptr<StreamAdapter>(this), {}, false, attrIdFlowEnd);
+    }
+    if (!flowOut_) {
+      return;
     }
     flowOut_->dataBitIs(FlowOut::dataBitResyncOwed, true);
     demuxer->schedule(*flowOut_);
@@ -259,12 +277,12 @@ void Entity::ZelNboAttrLogSa::handleAttrTransaction(AttributeId attr, AttrTransa
                                                     unsigned /*n*/) {
   Demuxer* const demuxer = streamDemuxer();
   NboAttrLog::FlowIn* const flow = demuxer != nullptr ? demuxer->flowIn(entityId()) : nullptr;
-  if (flow == nullptr || flow->aid() != attr) {
+  if (flow == nullptr) {
     return;
   }
-  if (type == attrTransactionBegin) {
-    flow->isTransactionIs(true);
-  } else if (type == attrTransactionEnd) {
+  if (type == attrTransactionBegin && flow->aid() == attr) {
+    flow->transactionIs(attr);
+  } else if (type == attrTransactionEnd && (flow->aid() == attr || flow->transaction() == attr)) {
     demuxer->flowInDel(entityId());
   }
 }
@@ -279,7 +297,7 @@ bool Entity::ZelNboAttrLogSa::isHandlingFlowIn(AttributeId attr) const {
   const Demuxer* const demuxer = streamDemuxer();
   const NboAttrLog::FlowIn* const flow =
       demuxer != nullptr && !hasFlag(flagReadOnly) ? demuxer->flowIn(entityId()) : nullptr;
-  return flow != nullptr && flow->isTransaction() && flow->aid() == attr;
+  return flow != nullptr && flow->transaction() == attr;
 }
 
 bool Entity::ZelNboAttrLogSa::prepareImmediateTransmission(AttributeId attr, bool noRoom) {
@@ -303,6 +321,14 @@ bool Entity::ZelNboAttrLogSa::prepareImmediateTransmission(AttributeId attr, boo
   return !noRoom && (step == nullptr || !isCollection(step->kind) || owed->hasBit(*step));
 }
 
+void Entity::ZelNboAttrLogSa::constructionOwe() {
+  for (const FlowStep& step : plan().steps) {
+    if (step.startsClean && flowOut()) {
+      flowOut()->bitIs(step, true);
+    }
+  }
+}
+
 void Entity::ZelNboAttrLogSa::sendTransactionMarker(AttributeId attr, AttrTransactionType type,
                                                     unsigned n) {
   const Ptr<NboAttrLog::Out>& out = nboAttrLogOut();
@@ -323,10 +349,13 @@ bool AdapterSearch::looksAt(const PtrInterface::NotifieeConst& notifiee) {
   if (reactor == nullptr || !reactor->isStreamAdapter()) {
     return false;
   }
+  // Every stream adapter is one of an entity.
   auto* const adapter = static_cast<Entity::ZelNboAttrLogSa*>(reactor);
   if (out_ == nullptr) {
-    // No connection here carries a channel of messages, which is what a search without one is for.
-    return false;
+    if (adapter->hasUnifiedEntityId() && adapter->nboAttrLogOut()->carriesChannel()) {
+      found_.ptrAssign(adapter);
+    }
+    return static_cast<bool>(found_);
   }
   if (adapter->nboAttrLogOut().ptr() == out_) {
     found_.ptrAssign(adapter);
@@ -346,10 +375,29 @@ bool AdapterSearch::looksAt(const PtrInterface::NotifieeConst& notifiee) {
   return false;
 }
 
-void zelAdapterDel(Entity::ZelNboAttrLogSa* adapter) {
-  Demuxer* const demuxer = adapter != nullptr ? adapter->streamDemuxer() : nullptr;
-  if (demuxer != nullptr && demuxer->adapter(adapter->entityId()) == adapter) {
-    demuxer->reactorDel(adapter->entityId());
+bool ChannelSearch::looksAt(const PtrInterface::NotifieeConst& notifiee) {
+  PtrInterface::NotifieeConst* const reactor = notifiee.zelRawReactor();
+  if (reactor == nullptr || !reactor->isStreamAdapter()) {
+    return false;
+  }
+  auto* const adapter = static_cast<Entity::ZelNboAttrLogSa*>(reactor);
+  const PtrInterface* const entry = other_ != nullptr ? other_->channelEntry() : nullptr;
+  if (adapter == other_ || !adapter->hasUnifiedEntityId() ||
+      !adapter->nboAttrLogOut()->carriesChannel() ||
+      (entry != nullptr && adapter->channelEntry() != entry)) {
+    return false;
+  }
+  found_.ptrAssign(adapter);
+  return true;
+}
+
+Demuxer* zelDemuxerOf(const NboAttrLog::Out* out) noexcept {
+  return out != nullptr ? NboAttrLog::demuxFor(out->rawReverseLog()) : nullptr;
+}
+
+void zelAdapterDel(Demuxer& demuxer, Entity::ZelNboAttrLogSa* adapter) {
+  if (adapter != nullptr && demuxer.adapter(adapter->entityId()) == adapter) {
+    demuxer.reactorDel(adapter->entityId());
   }
 }
 

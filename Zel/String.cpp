@@ -102,13 +102,15 @@ void StringN<unsigned char>::recordAppend(Ptr<const Data>& record, unsigned& cap
   if (length > capacity || record->references() != 1) {
     const std::size_t room = length > capacity ? std::max(length, 2 * old) : capacity;
     Data* const larger = Data::make(room);
-    std::memcpy(larger->text_, record->text(), old);
+    unsigned char* const copy = larger->text_;
+    std::memcpy(copy, record->text(), old);
     capacity = static_cast<unsigned>(room);
     record = Ptr<const Data>::adopt(larger);
   }
   auto* const own = const_cast<Data*>(record.ptr());
-  std::memcpy(own->text_ + old, tail.data(), tail.size());
-  own->text_[length] = 0;
+  unsigned char* const text = own->text_; // which runs on behind its array
+  std::memcpy(text + old, tail.data(), tail.size());
+  text[length] = 0;
   own->length_ = static_cast<unsigned>(length);
 }
 

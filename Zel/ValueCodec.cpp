@@ -10,7 +10,9 @@ void encodeValue(const ValueRecord& record, const void* value, WireWriter& out) 
     return;
   }
   if (record.enumeration != nullptr) {
-    out.put32(static_cast<std::uint32_t>(*static_cast<const int*>(value)));
+    std::uint32_t number;
+    std::memcpy(&number, value, sizeof number);
+    out.put32(number);
     return;
   }
   for (const AttrRow& row : record.table().rows) {

@@ -23,9 +23,14 @@ void AttrLogAdapter::attach(const Ptr<PtrInterface::NotifieeConst>& notifiee,
     isWeakReferenceIs(true);
   }
   notifiee_->hasNotificationActiveIs(false);
-  AttrLogAdapter::notifierIs(Ptr<const PtrInterface>(entity));
-  if (streamDemuxer() != nullptr) {
-    AttrLogAdapter::syncModeIs(syncMode());
+  try {
+    AttrLogAdapter::notifierIs(Ptr<const PtrInterface>(entity));
+    if (streamDemuxer() != nullptr) {
+      AttrLogAdapter::syncModeIs(syncMode());
+    }
+  } catch (...) {
+    detach();
+    throw;
   }
 }
 
@@ -61,17 +66,17 @@ void AttrLogAdapter::notifierIs(const Ptr<const PtrInterface>& wanted) {
   weakCountsBalance(former.ptr(), wanted.ptr());
 }
 
-void AttrLogAdapter::zelDoZombieReactors(bool zombie) {
-  if (zombie == zelMarkedForDeletion()) {
-    return;
+/// Whether there is nothing to mirror any more. A member that has been taken out of its directory
+/// is let go of here: the peer has been told, or will be, and knows it no more.
+bool AttrLogAdapter::isGone() {
+  if (rawEntity() == nullptr) {
+    return true;
   }
-  if (notifiee_) {
-    if (notifiee_->notifier()) {
-      notifiee_->hasNotificationActiveIs(!zombie);
-    }
-    notifiee_->zelMarkedForDeletionIs(zombie);
+  if (hasFlag(flagMember) && !rawEntity()->zelHasParent()) {
+    doRemountSelf(nullptr);
+    return true;
   }
-  ZelNboAttrLogSa::zelDoZombieReactors(zombie);
+  return false;
 }
 
 AttrLogAdapter::Gate AttrLogAdapter::gateSlow(const FlowStep& step) {
@@ -83,12 +88,7 @@ AttrLogAdapter::Gate AttrLogAdapter::gateSlow(const FlowStep& step) {
   }
   const bool isMute = hasFlag(flagChildPending | flagMuted | flagReactorActive);
   reactorActiveIs(false);
-  if (isMute || !hasFlag(flagStreaming) || !nboAttrLogOut()) {
-    return Gate::done;
-  }
-  if (hasFlag(flagMember) && !rawEntity()->zelHasParent()) {
-    // Taken out of its directory: the peer has been told, or will be, and knows it no more.
-    doRemountSelf(nullptr);
+  if (isMute || !hasFlag(flagStreaming) || !nboAttrLogOut() || isGone()) {
     return Gate::done;
   }
   readOnlyCheck(step);
@@ -153,7 +153,7 @@ void AttrLogAdapter::syncModeIs(SyncMode mode) {
 void AttrLogAdapter::zelInstantiateSerialize() {
   ZelNboAttrLogSa::zelInstantiateSerialize();
   for (const FlowStep& collection : plan().steps) {
-    if (collection.kind == FlowKind::child) {
+    if (collection.kind == FlowKind::child && !flowOut()) { // which sends what is owed by itself
       zelSerializeColl(collection.row->id);
     }
   }
@@ -161,15 +161,19 @@ void AttrLogAdapter::zelInstantiateSerialize() {
 
 void AttrLogAdapter::doSerializeOrphan() {
   const Ptr<NboAttrLog::Out>& out = nboAttrLogOut();
-  const Entity* const entity = rawEntity();
+  const Ptr<const Entity> kept(rawEntity());
+  const Entity* const entity = kept.ptr();
+  if (!out || entity == nullptr) {
+    return;
+  }
   const TypeTable& table = plan().table;
   out->nextHeaderIs(MsgHeader::variable(orphanEntityId, NboAttrLog::attrIdOrphan));
   out << NboAttrLog::transactBegin;
   out->currentPayloadSectionIs(NboAttrLog::payloadSectionType);
-  out << NboAttrLog::TypeId{table.name};
+  out << TypeId{table.name};
   for (const TypeTable* base = &table; base->base != nullptr;) {
     base = &base->base();
-    out << NboAttrLog::TypeId{base->name};
+    out << TypeId{base->name};
   }
   out->currentPayloadSectionIs(NboAttrLog::payloadSectionArgs);
   if (table.named) {

@@ -16,11 +16,13 @@ namespace Zel {
 ///
 /// Reading. `handleAttrDeserialization` applies a record through the entity's own mutators, marked
 /// as active meanwhile: the notification that comes back is the record's echo and ends here.
+///
+/// Any mutator runs callbacks of the program, which may take the entity, the adapter or the
+/// connection away. So every step behind one looks again.
 class ZEL_API AttrLogAdapter : public Entity::ZelNboAttrLogSa {
 public:
   void hasNotificationActiveIs(bool active) override;
   void notifierIs(const Ptr<const PtrInterface>& notifier) override;
-  void zelDoZombieReactors(bool zombie) override;
 
   AttributeId handleAttrFlowOut(AttributeId start) override;
   void freeResyncState(const Ptr<NboAttrLog::FlowOut>& flowOut) override;
@@ -84,6 +86,7 @@ private:
     return gateSlow(step);
   }
   Gate gateSlow(const FlowStep& step);
+  bool isGone();
   void readOnlyCheck(const FlowStep& step);
   bool isScheduled() const noexcept { return hasFlag(flagScheduledFlowOut); }
   EntityFlowOut* owed() const noexcept { return static_cast<EntityFlowOut*>(flowOut().ptr()); }
@@ -110,6 +113,7 @@ private:
   bool walkEnd(const FlowStep& step, EntityFlowOut& flowOut);
   bool keysWork(const FlowStep& step, EntityFlowOut& flowOut);
   void entrySerialize(const FlowStep& step, const void* key, PtrInterface* entry);
+  bool owes(const FlowStep& step, const EntityFlowOut& flow) const;
   bool textResume(const FlowStep& step, EntityFlowOut& flowOut);
   void allMark(const FlowStep& step, EntityFlowOut& flowOut);
 
@@ -128,10 +132,10 @@ private:
   void syncModeRead(NboAttrLog::In& in);
   void enumRead(const ValueRecord& record, void* to, NboAttrLog::In& in);
   void keyLimit(const FlowStep& step, const void* key) const;
-  void entryUnmark(const FlowStep& step, const void* key) const;
+  void entryApply(const FlowStep& step, const void* key, const void* value);
   void channelModeIs(unsigned mode) const;
 
-  void textDrop(const FlowStep& step, NboAttrLog::FlowIn& flow);
+  void textEnd(NboAttrLog::FlowIn& flow);
   void entriesSweep(const FlowStep& step, AttrTransactionType type);
   void childrenSweep(const FlowStep& step, AttrTransactionType type);
   void entryDelete(const FlowStep& step, const CollectionPosition& at);

@@ -42,6 +42,17 @@ public:
     this->attach(ZelNboAttrLogSaAdapter_Is(this), Ptr<const Entity>(entity));
   }
 
+  void zelDoZombieReactors(bool zombie) override {
+    if (zombie == this->zelMarkedForDeletion()) {
+      return;
+    }
+    if (PtrInterface::NotifieeConst* const heard = this->notifiee()) {
+      using Own = typename T::ZelNboAttrLogSa::ZelNboAttrLogSaAdapter_;
+      static_cast<Own*>(heard)->zelDoZombieReactors(zombie);
+    }
+    Base::zelDoZombieReactors(zombie);
+  }
+
   const T* zelNotifierEntity() const override { return static_cast<const T*>(this->rawEntity()); }
   T* zelNotifierEntity() override { return static_cast<T*>(this->rawEntity()); }
   /// The entity; null once it is gone.
@@ -95,11 +106,15 @@ public:
   Adapter* zelReactorAdapter() const noexcept { return static_cast<Adapter*>(adapter_); }
   void zelReactorAdapterIs(AttrLogAdapter* adapter) noexcept { adapter_ = adapter; }
 
+  /// Outside of the list nobody would tell of the entity's end: while notification is off, the
+  /// entity is held by a count.
   void hasNotificationActiveIs(bool active) override {
     if (active == this->hasNotificationActive()) {
       return;
     }
+    this->isWeakReferenceIs(false);
     T::Notifiee::hasNotificationActiveIs(active);
+    this->isWeakReferenceIs(active);
     if (adapter_ != nullptr && !this->zelMarkedForDeletion()) {
       adapter_->hasNotificationActiveIs(active);
     }
@@ -126,6 +141,9 @@ public:
   }
 
   void zelDoZombieReactors(bool zombie) {
+    if (zombie == this->zelMarkedForDeletion()) {
+      return;
+    }
     if (this->notifier()) {
       this->hasNotificationActiveIs(!zombie);
     }

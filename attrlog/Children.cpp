@@ -40,8 +40,11 @@ void forArguments(const CollectionOps& ops, Visit&& visit) {
 void AttrLogAdapter::zelSerializeChild(AttributeId attr, const void* key, Entity* child) {
   const FlowStep& collection = step(attr);
   bool active = hasFlag(flagReactorActive);
+  if (hasFlag(flagSyncFanOut)) {
+    return;
+  }
   if (!active) {
-    if (hasFlag(flagSyncFanOut) || handlingFlowInFor(attr)) {
+    if (handlingFlowInFor(attr)) {
       return;
     }
     active = hasFlag(flagReactorActive);
@@ -60,8 +63,7 @@ void AttrLogAdapter::zelSerializeChild(AttributeId attr, const void* key, Entity
     }
     return;
   }
-  if (hasFlag(flagMember) && !rawEntity()->zelHasParent()) {
-    doRemountSelf(nullptr);
+  if (isGone()) {
     return;
   }
   readOnlyCheck(collection);
@@ -69,14 +71,15 @@ void AttrLogAdapter::zelSerializeChild(AttributeId attr, const void* key, Entity
   if (hasFlag(flagNoFlowOut)) {
     if (!isScheduled() && (!sufficient || hasFlag(flagForceFlowOut))) {
       if (EntityFlowOut* const flow = absorb(attr)) {
-        flow->dirtyKeys(attr).mark(key, true);
+        flow->dirtyKeys(attr).mark(key, child != nullptr);
       }
       return;
     }
-  } else if (prepareImmediateTransmission(attr, false) && sufficient) {
+  } else if (prepareImmediateTransmission(attr, false) && sufficient &&
+             (child == nullptr || !owed()->dirtyKeys(attr).isFalse(key))) {
     owed()->dirtyKeys(attr).del(key);
   } else {
-    owed()->dirtyKeys(attr).mark(key, true);
+    owed()->dirtyKeys(attr).mark(key, child != nullptr);
     return;
   }
   if (child == nullptr) {
@@ -124,7 +127,8 @@ Ptr<Entity::ZelNboAttrLogSa> AttrLogAdapter::childIs(Entity::ZelNboAttrLogSa& pa
   if (!adapter) {
     return nullptr;
   }
-  if (adapter->entityId() == EntityId{}) {
+  const Demuxer* const demuxer = own.streamDemuxer();
+  if (demuxer == nullptr || demuxer->adapter(adapter->entityId()) != adapter.ptr()) {
     adapter->zelOnInit();
     adapter->doAssignEntityId();
   } else if (adapter->hasFlag(flagAnnounced)) {
@@ -166,8 +170,12 @@ void AttrLogAdapter::childAttach(Entity& child) {
     throw AttrLogRecordException("more entities than are kept for a peer");
   }
   // Where both ends have announced the same member, the id of the end that exports the tree wins.
-  if (!isKnown || hasFlag(flagImported) || !demuxer->isOwnId(adapter->entityId())) {
+  const bool isOurs = isKnown && demuxer->isOwnId(adapter->entityId());
+  if (!isOurs || hasFlag(flagImported)) {
     adapter->doEntityIdIs(id, demuxer, true);
+    if (isOurs && !hasFlag(flagReadOnly)) {
+      adapter->doThis(); // what went out under the other id has reached nobody
+    }
   }
   if (!hasUnifiedEntityId()) {
     // Later readers of this record see the directory's id in the place of the member's.

@@ -5,8 +5,11 @@
 #include <Zel/MsgChannel>
 #include <Zel/NboAttrLogFlow>
 
+#include <attrlog/Finally.h>
+
 #include <array>
 #include <optional>
+#include <vector>
 
 namespace Zel {
 
@@ -24,6 +27,10 @@ void AttrLogAdapter::handleAttrDeserialization(AttributeId attr, Deserialization
     return;
   }
   const bool apply = !in;
+  const Ptr<Entity> kept(rawEntity());
+  if (!kept) {
+    return;
+  }
   IsActiveAnchor active;
   if (apply) {
     if (hasFlag(flagReactorActive)) {
@@ -81,8 +88,9 @@ void AttrLogAdapter::channelModeIs(unsigned mode) const {
 /// Reads an enumerator; a number that none has goes through, and is counted.
 void AttrLogAdapter::enumRead(const ValueRecord& record, void* to, In& in) {
   const int number = in.nextint();
-  if (record.enumeration->row(number) == nullptr) {
-    streamDemuxer()->unknownEnumsInc(1);
+  Demuxer* const demuxer = streamDemuxer();
+  if (demuxer != nullptr && record.enumeration->row(number) == nullptr) {
+    demuxer->unknownEnumsInc(1);
   }
   std::memcpy(to, &number, sizeof number);
 }
@@ -112,11 +120,17 @@ void AttrLogAdapter::keyLimit(const FlowStep& step, const void* key) const {
   }
 }
 
-/// An entry that has been sent survives the sweep.
-void AttrLogAdapter::entryUnmark(const FlowStep& step, const void* key) const {
-  if (PtrInterface* const entry = step.row->collection->entry(rawEntity(), key)) {
-    entry->zelMarkedForDeletionIs(false);
-  }
+/// Writes an entry, which then survives the sweep, whatever its notifiees do.
+void AttrLogAdapter::entryApply(const FlowStep& step, const void* key, const void* value) {
+  keyLimit(step, key);
+  const CollectionOps& ops = *step.row->collection;
+  const Ptr<Entity> kept(rawEntity());
+  const Finally unmark([&] {
+    if (PtrInterface* const entry = ops.entry(kept.ptr(), key)) {
+      entry->zelMarkedForDeletionIs(false);
+    }
+  });
+  ops.write(kept.ptr(), key, value);
 }
 
 void AttrLogAdapter::keyedRead(const FlowStep& step, In& in, bool apply) {
@@ -129,9 +143,7 @@ void AttrLogAdapter::keyedRead(const FlowStep& step, In& in, bool apply) {
     row.collection->tellKey(*notifiee(), key.at());
     return;
   }
-  keyLimit(step, key.at());
-  row.collection->write(rawEntity(), key.at(), value.at());
-  entryUnmark(step, key.at());
+  entryApply(step, key.at(), value.at());
 }
 
 void AttrLogAdapter::deletionRead(const FlowStep& step, In& in, bool apply) {
@@ -185,8 +197,7 @@ void AttrLogAdapter::textRead(const FlowStep& step, In& in, unsigned size, bool 
   }
   const String8 whole(*text);
   if (flow) {
-    zelFlowInIteratorDel<String8::Iterator>(flow.ptr(), row.id);
-    demuxer.flowInDel(entityId());
+    textEnd(*flow);
   }
   row.write(rawEntity(), &whole);
 }
@@ -204,7 +215,7 @@ void AttrLogAdapter::textEntryRead(const FlowStep& step, In& in, unsigned size, 
   Demuxer& demuxer = *streamDemuxer();
   const Ptr<FlowIn> flow(demuxer.flowIn(entityId()));
   const bool goesOn = flow && flow->idx() != nullptr && flow->aid() == row.id &&
-                      row.key->equal(flow->idx(), key.at());
+                      isSameKey(*row.key, flow->idx(), key.at());
   if (!goesOn && in.chunkFollows() && flow && flow->iter() != nullptr) {
     brokenText(step);
   }
@@ -216,9 +227,7 @@ void AttrLogAdapter::textEntryRead(const FlowStep& step, In& in, unsigned size, 
     const Ptr<FlowIn> kept = demuxer.flowInIs(entityId());
     if (!goesOn) {
       keyLimit(step, key.at());
-      void* const idx = ::operator new(row.key->size);
-      row.key->copy(idx, key.at());
-      kept->idxIs(idx, row.key);
+      kept->idxIs(zelHeapCopy(*row.key, key.at()), row.key);
       zelFlowInIteratorIs(kept.ptr(), row.id, local);
     }
     demuxer.partialTextIs(*kept, text->data().length());
@@ -226,11 +235,9 @@ void AttrLogAdapter::textEntryRead(const FlowStep& step, In& in, unsigned size, 
   }
   const String8 whole(*text);
   if (goesOn) {
-    demuxer.flowInDel(entityId()); // with the text and the key
+    textEnd(*flow);
   }
-  keyLimit(step, key.at());
-  row.collection->write(rawEntity(), key.at(), &whole);
-  entryUnmark(step, key.at());
+  entryApply(step, key.at(), &whole);
 }
 
 AttributeId AttrLogAdapter::compoundRead(AttributeId attr, In& in, std::size_t& entityIdAt) {
@@ -297,11 +304,17 @@ void AttrLogAdapter::childRead(const FlowStep& step, In& in, std::size_t payload
     reactorActiveIs(true); // the deletion was the echo
   };
   Ptr<Entity> child(static_cast<Entity*>(ops.entry(entity, key.at())));
-  if (child && streamDemuxer()->checkEphemeralEntityDeletion(child.ptr(), id, true)) {
+  Demuxer* const demuxer = streamDemuxer();
+  if (child && demuxer != nullptr && demuxer->checkEphemeralEntityDeletion(child.ptr(), id, true)) {
     remove();
+    child = nullptr;
   }
+  // Arguments may change a member that is there, which is this record's doing too.
+  const Ptr<ZelNboAttrLogSa> memberAdapter = zelChildAdapter(child.ptr());
+  IsActiveAnchor memberActive;
   {
     const DeserializingEidAnchor anchor(id, entity);
+    memberActive.telIs(memberAdapter.ptr());
     try {
       child = ptrCast<Entity>(ops.create(entity, key.at(), arguments.data()));
     } catch (const NameInUseException&) {
@@ -309,7 +322,8 @@ void AttrLogAdapter::childRead(const FlowStep& step, In& in, std::size_t payload
       child = ptrCast<Entity>(ops.create(entity, key.at(), arguments.data()));
     }
   }
-  if (hasFlag(flagReactorActive)) {
+  memberActive.telIs(nullptr);
+  if (hasFlag(flagReactorActive) && rawEntity() != nullptr) {
     ops.tellKey(*notifiee(), key.at()); // nobody was told, for the member was there
   }
   child->zelMarkedForDeletionIs(false);
@@ -319,22 +333,24 @@ void AttrLogAdapter::childRead(const FlowStep& step, In& in, std::size_t payload
 void AttrLogAdapter::syncModeRead(In& in) {
   const SyncMode mode = SyncModeInstance(in.nextU32());
   if (hasUnifiedEntityId()) {
-    const NboAttrLogDemuxerManager::Demuxers demuxers =
-        globalNboAttrLogDemuxerManager().nboDemuxerIterator();
-    for (Demuxer* const demuxer : demuxers) {
-      StreamAdapter* const same = demuxer->adapter(entityId());
-      if (same != nullptr && same->zelNotifierEntity() == rawEntity()) {
+    std::vector<Ptr<Demuxer>> demuxers;
+    for (Demuxer* const demuxer : globalNboAttrLogDemuxerManager().nboDemuxerIterator()) {
+      demuxers.emplace_back(demuxer);
+    }
+    for (const Ptr<Demuxer>& demuxer : demuxers) {
+      const Ptr<StreamAdapter> same(demuxer->adapter(entityId()));
+      if (same && same->zelNotifierEntity() == rawEntity()) {
         same->flagsIs(flagSyncFanOut, true);
+        const Finally done([&] { same->flagsIs(flagSyncFanOut, false); });
         same->syncModeIs(mode);
-        same->flagsIs(flagSyncFanOut, false);
       }
     }
   }
   channelModeIs(Entry::settled);
   if (mode == syncModeSynced) {
     reactorActiveIs(false);
-    Demuxer* const demuxer = streamDemuxer();
-    if (demuxer->policy() != nullptr) {
+    const Demuxer* const demuxer = streamDemuxer();
+    if (demuxer != nullptr && demuxer->policy() != nullptr && rawEntity() != nullptr) {
       demuxer->policy()->synced(Ptr<Entity>(rawEntity()));
     }
   }

@@ -4,11 +4,15 @@
 #include <Zel/HashMap>
 #include <Zel/RbTreeMap>
 
+#include <optional>
+
 namespace Zel {
 
 class EntityFlowOut;
 
-/// The keys of one collection that a `FlowOut` owes, untyped. Presence counts, the bool does not.
+/// The keys of one collection that a `FlowOut` owes, untyped. Presence counts; the bool is false
+/// for a member that the peer has to hear the deletion of, even if there is another under the key
+/// since.
 class ZEL_API DirtyKeysGeneric {
 public:
   DirtyKeysGeneric(const DirtyKeysGeneric&) = delete;
@@ -17,11 +21,15 @@ public:
   AttributeId attr() const noexcept { return attr_; }
   DirtyKeysGeneric* next() const noexcept { return next_; }
 
+  /// The key is owed; with false, a deletion is, which stays so until the key is taken out: a
+  /// member that is made again meanwhile is another one.
   virtual void mark(const void* key, bool dirty) = 0;
+  /// Whether a key is marked with a false.
+  virtual bool isFalse(const void* key) const = 0;
   virtual bool del(const void* key) = 0;
   virtual bool empty() const = 0;
-  /// Takes the first key out: constructs it at `to`. There must be one.
-  virtual void takeFirst(void* to) = 0;
+  /// Takes the first key out: constructs it at `to`, and yields its bool. There must be one.
+  virtual bool takeFirst(void* to) = 0;
 
 protected:
   DirtyKeysGeneric(EntityFlowOut& flowOut, AttributeId attr) noexcept;
@@ -45,6 +53,15 @@ public:
   /// The table of a collection.
   DirtyKeysGeneric& dirtyKeys(AttributeId attr) const noexcept;
 
+  /// The collection whose walk is over and whose end marker is owed; 0 if there is none.
+  AttributeId endDeferred() const noexcept {
+    return hasDataBit(dataBitEndDeferred) ? endDeferred_ : 0;
+  }
+  void endDeferredIs(AttributeId attr) {
+    endDeferred_ = attr;
+    dataBitIs(dataBitEndDeferred, attr != 0);
+  }
+
 protected:
   ~EntityFlowOut() override;
 
@@ -67,6 +84,7 @@ private:
   friend class DirtyKeysGeneric;
 
   const FlowPlan& plan_;
+  AttributeId endDeferred_ = 0;
   DirtyKeysGeneric* dirtyKeys_ = nullptr;
 };
 
@@ -75,7 +93,7 @@ inline DirtyKeysGeneric::DirtyKeysGeneric(EntityFlowOut& flowOut, AttributeId at
   flowOut.dirtyKeys_ = this;
 }
 
-/// The keys of one collection, in a map of entries `Entry`. A key that equals nothing is kept once.
+/// The keys of one collection, in a map. Of keys that equal nothing the last is kept, beside it.
 template <class Map>
 class DirtyKeys final : public DirtyKeysGeneric {
   using Entry = typename Map::EntryType;
@@ -88,15 +106,12 @@ public:
 
   void is(const Key& key, bool dirty) {
     if (!(key == key)) {
-      if (hasUnordered_) {
-        return;
-      }
-      hasUnordered_ = true;
+      unordered_ = key;
     } else if (Entry* const entry = map_[key]) {
       entry->zelValueIs(dirty);
-      return;
+    } else {
+      add(key, dirty);
     }
-    add(key, dirty);
   }
 
   Ptr<Entry> add(const Key& key, bool dirty) {
@@ -109,28 +124,44 @@ public:
     return entry;
   }
 
-  bool del(const Key& key) { return static_cast<bool>(map_.deleteKey(key)); }
+  bool del(const Key& key) {
+    if (!(key == key)) {
+      const bool was = unordered_.has_value();
+      unordered_.reset();
+      return was;
+    }
+    return static_cast<bool>(map_.deleteKey(key));
+  }
   /// The key under the iterator; nothing happens at its end.
   bool del(const typename Map::Iterator& at) {
     const auto entry = at.ptr();
     return entry && del(entry->zelKey());
   }
 
-  void mark(const void* key, bool dirty) override { is(*static_cast<const Key*>(key), dirty); }
+  void mark(const void* at, bool dirty) override {
+    is(*static_cast<const Key*>(at), dirty && !isFalse(at));
+  }
+  bool isFalse(const void* key) const override {
+    const Entry* const entry = map_[*static_cast<const Key*>(key)];
+    return entry != nullptr && !entry->zelValue();
+  }
   bool del(const void* key) override { return del(*static_cast<const Key*>(key)); }
-  bool empty() const override { return map_.count() == 0; }
-  void takeFirst(void* to) override {
+  bool empty() const override { return map_.count() == 0 && !unordered_; }
+  bool takeFirst(void* to) override {
+    if (unordered_) {
+      new (to) Key(*unordered_);
+      unordered_.reset();
+      return true;
+    }
     const Ptr<Entry> entry = typename Map::Iterator(map_).ptr();
     map_.deleteMember(entry);
-    if (!(entry->zelKey() == entry->zelKey())) {
-      hasUnordered_ = false;
-    }
     new (to) Key(entry->zelKey());
+    return entry->zelValue();
   }
 
 private:
   Map map_;
-  bool hasUnordered_ = false;
+  std::optional<Key> unordered_;
 };
 
 } // namespace Zel

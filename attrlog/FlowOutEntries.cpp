@@ -1,6 +1,7 @@
 #include <attrlog/Write.h>
 
 #include <Zel/NboAttrLogFlow>
+#include <attrlog/Finally.h>
 
 namespace Zel {
 
@@ -18,13 +19,6 @@ std::size_t sizeWithKey(const ValueRecord& type, const void* key) {
   WireWriter writer(bytes, sizeof bytes);
   encodeValue(type, key, writer);
   return static_cast<std::size_t>(writer.at() - bytes) + NboAttrLog::recordOverhead + 1;
-}
-
-/// A copy on the heap, to be freed through the record.
-void* heapCopy(const ValueRecord& type, const void* value) {
-  void* const at = ::operator new(type.size);
-  type.copy(at, value);
-  return at;
 }
 
 } // namespace
@@ -98,7 +92,7 @@ void AttrLogAdapter::writeDeletion(const FlowStep& step, const void* key) {
 
 void AttrLogAdapter::valueEnq(const FlowStep& step, const TextPosition& position, const void* key) {
   zelFlowOutValueEnq(flowOut(), position);
-  flowOut()->valueIterKeyIs(heapCopy(*step.row->key, key));
+  zelFlowOutValueKeyEnq(flowOut(), *step.row->key, key);
 }
 
 bool AttrLogAdapter::serializeTextEntry(const FlowStep& step, const void* key, const String8& text,
@@ -119,15 +113,14 @@ bool AttrLogAdapter::serializeTextEntry(const FlowStep& step, const void* key, c
     }
   } else if (flow != nullptr) {
     if (flow->attrId() == attr && flow->valueIterKey() != nullptr &&
-        step.row->key->equal(flow->valueIterKey(), key)) {
+        isSameKey(*step.row->key, flow->valueIterKey(), key)) {
       // The text that is under way belongs to this entry: the peer drops what it has of it, and
       // gets the new one from the start, or hears that the entry has gone.
       prepareImmediateTransmission(attr, true);
       flow->pendingAbortIs(attr, true);
       zelFlowOutValueDeq<TextPosition>(flowOut());
       if (deleted) {
-        step.row->key->destroy(flow->valueIterKey());
-        ::operator delete(flow->valueIterKey());
+        zelHeapFree(*step.row->key, flow->valueIterKey());
         flow->valueIterKeyIs(nullptr);
         flow->dirtyKeys(attr).mark(key, true);
       } else {

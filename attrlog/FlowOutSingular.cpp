@@ -48,7 +48,8 @@ void AttrLogAdapter::zelOnSingular(AttributeId attr) {
 bool AttrLogAdapter::zelSerializeText(AttributeId attr) {
   const FlowStep& text = step(attr);
   if (const Gate open = gate(text); open != Gate::pass) {
-    return open == Gate::done;
+    // A text that is under way stays so until the gate opens again.
+    return open == Gate::done && (!flowOut() || flowOut()->valueIter() == nullptr);
   }
   EntityFlowOut* flow = hasFlag(flagNoFlowOut) ? nullptr : owed();
   const NboAttrLog::Out& out = *nboAttrLogOut();
@@ -109,6 +110,7 @@ void AttrLogAdapter::writeText(const FlowStep& step, const void* key, TextPositi
 }
 
 AttributeId AttrLogAdapter::handleAttrFlowOut(AttributeId start) {
+  const Ptr<StreamAdapter> keptAdapter(this);
   const Ptr<FlowOut> kept = flowOut();
   EntityFlowOut* const flow = owed();
   const HandlingScheduledFlowOutAnchor anchor(*this, flow != nullptr);
@@ -121,10 +123,13 @@ AttributeId AttrLogAdapter::handleAttrFlowOut(AttributeId start) {
     }
   }
   const std::vector<FlowStep>& steps = plan().steps;
+  if (flow != nullptr && (flow->valueIter() != nullptr || flow->bookmark() != nullptr)) {
+    start = flow->attrId(); // which a position in a text or a collection belongs to
+  }
   std::size_t place = 0;
   if (start < plan().first()) {
     const AttributeId base = ZelNboAttrLogSa::handleAttrFlowOut(start);
-    if (base != 0 || steps.empty()) {
+    if (base != 0 || steps.empty() || (flow != nullptr && !flow->hasDirtyAttributes())) {
       return base;
     }
     if (!continueFlowOut()) {
@@ -136,6 +141,9 @@ AttributeId AttrLogAdapter::handleAttrFlowOut(AttributeId start) {
     return 0;
   }
   for (;; ++place) {
+    if (isGone()) {
+      return 0;
+    }
     const FlowStep& at = steps[place];
     const AttributeId attr = at.row->id;
     const bool isLast = place + 1 == steps.size();
@@ -155,6 +163,9 @@ AttributeId AttrLogAdapter::handleAttrFlowOut(AttributeId start) {
       }
     } else {
       done = zelSerializeColl(attr);
+    }
+    if (flowOut() != kept) {
+      return 0; // given up within the step
     }
     if (flow != nullptr && flow->hasDataBit(FlowOut::dataBitSuspended)) {
       return attr;
@@ -180,14 +191,8 @@ void AttrLogAdapter::freeResyncState(const Ptr<FlowOut>& flow) {
   if (at == nullptr || at->kind == FlowKind::plain) {
     return;
   }
-  const auto freeKey = [&](void* key) {
-    if (key != nullptr) {
-      at->row->key->destroy(key);
-      ::operator delete(key);
-    }
-  };
   if (isCollection(at->kind)) {
-    freeKey(flow->bookmark());
+    zelHeapFree(*at->row->key, flow->bookmark());
     flow->bookmarkIs(nullptr);
   }
   if (at->kind == FlowKind::text || at->kind == FlowKind::keyedText) {
@@ -195,7 +200,7 @@ void AttrLogAdapter::freeResyncState(const Ptr<FlowOut>& flow) {
     flow->valueIterIs(nullptr);
   }
   if (at->kind == FlowKind::keyedText) {
-    freeKey(flow->valueIterKey());
+    zelHeapFree(*at->row->key, flow->valueIterKey());
     flow->valueIterKeyIs(nullptr);
   }
 }

@@ -12,12 +12,14 @@ bool AttrLogAdapter::zelSerializeColl(AttributeId attr) {
     return false;
   }
   if (hasFlag(flagChildPending | flagMuted | flagReactorActive) || !hasFlag(flagStreaming) ||
-      !nboAttrLogOut()) {
+      !nboAttrLogOut() || isGone()) {
     return true;
   }
-  readOnlyCheck(collection);
   const Ptr<FlowOut> kept = flowOut();
   EntityFlowOut* const flow = owed();
+  if (flow == nullptr || owes(collection, *flow)) {
+    readOnlyCheck(collection);
+  }
   if (flow == nullptr) {
     walk(collection, nullptr);
     return true;
@@ -25,20 +27,26 @@ bool AttrLogAdapter::zelSerializeColl(AttributeId attr) {
   if (!textResume(collection, *flow)) {
     return false;
   }
-  if (!flow->hasBit(collection) && !flow->hasDataBit(FlowOut::dataBitEndDeferred)) {
+  if (!flow->hasBit(collection) && flow->endDeferred() != attr) {
+    if (flow->endDeferred() != 0) {
+      return false; // one collection's end at a time
+    }
     switch (walk(collection, flow)) {
     case Walked::suspended:
       return false;
     case Walked::stoppedAtLast:
       return walkEnd(collection, *flow);
     case Walked::ranOut:
-      if (!flow->hasDataBit(FlowOut::dataBitEndDeferred)) {
-        flow->bitIs(collection, true);
-        sendTransactionMarker(attr, attrTransactionEnd, 0);
-      }
+      break;
     }
   }
   return keysWork(collection, *flow);
+}
+
+/// Whether anything of a collection is owed.
+bool AttrLogAdapter::owes(const FlowStep& step, const EntityFlowOut& flow) const {
+  return !flow.hasBit(step) || !flow.dirtyKeys(step.row->id).empty() ||
+         (flow.attrId() == step.row->id && flow.valueIterKey() != nullptr);
 }
 
 /// Goes on with the text of an entry that is under way; whether none is any more.
@@ -49,8 +57,7 @@ bool AttrLogAdapter::textResume(const FlowStep& step, EntityFlowOut& flow) {
   }
   void* const heap = flow.valueIterKey();
   ValueSlot key(*step.row->key, [&](void* at) { step.row->key->copy(at, heap); });
-  step.row->key->destroy(heap);
-  ::operator delete(heap);
+  zelHeapFree(*step.row->key, heap);
   flow.valueIterKeyIs(nullptr);
   if (!serializeTextEntry(step, key.at(), String8(), false)) {
     flow.dirtyKeys(step.row->id).mark(key.at(), true);
@@ -77,6 +84,7 @@ void AttrLogAdapter::allMark(const FlowStep& step, EntityFlowOut& flow) {
 AttrLogAdapter::Walked AttrLogAdapter::walk(const FlowStep& step, EntityFlowOut* flow) {
   const AttrRow& row = *step.row;
   const CollectionOps& ops = *row.collection;
+  const Ptr<Entity> kept(rawEntity());
   if (flow != nullptr && flow->bookmark() == nullptr) {
     sendTransactionMarker(row.id, attrTransactionBegin, 0);
   }
@@ -85,21 +93,28 @@ AttrLogAdapter::Walked AttrLogAdapter::walk(const FlowStep& step, EntityFlowOut*
     // told when the last of them has been sent.
     freeResyncState(flowOut());
     allMark(step, *flow);
-    flow->dataBitIs(FlowOut::dataBitEndDeferred, true);
+    flow->endDeferredIs(row.id);
     return Walked::ranOut;
   }
   CollectionPosition at(ops.iteration, [&](void* to) {
-    void* const bookmark = flow != nullptr ? flow->bookmark() : nullptr;
-    if (bookmark == nullptr) {
+    void* const from = flow != nullptr ? flow->bookmark() : nullptr;
+    if (from == nullptr) {
       ops.iteration.first(to, rawEntity());
       return;
     }
-    ops.iteration.fromKey(to, rawEntity(), bookmark);
-    row.key->destroy(bookmark);
-    ::operator delete(bookmark);
+    ops.iteration.fromKey(to, rawEntity(), from);
+    zelHeapFree(*row.key, from);
     flow->bookmarkIs(nullptr);
   });
+  const auto bookmark = [&] {
+    ValueSlot next(*row.key, [&](void* to) { at.key(to); });
+    flow->bookmarkIs(zelHeapCopy(*row.key, next.at()));
+  };
   for (; at; at.advance()) {
+    if (flow != nullptr && !nboAttrLogOut()->hasSufficientBuffer()) {
+      bookmark(); // the marker has taken the room
+      return Walked::suspended;
+    }
     ValueSlot key(*row.key, [&](void* to) { at.key(to); });
     const Ptr<PtrInterface> entry(at.entry());
     if (step.kind == FlowKind::child) {
@@ -107,11 +122,14 @@ AttrLogAdapter::Walked AttrLogAdapter::walk(const FlowStep& step, EntityFlowOut*
     } else {
       entrySerialize(step, key.at(), entry.ptr());
     }
+    if (rawEntity() == nullptr || (flow != nullptr && owed() != flow)) {
+      return Walked::suspended;
+    }
     if (flow == nullptr) {
       continue;
     }
     const bool suspended = flow->hasDataBit(FlowOut::dataBitSuspended);
-    if (!suspended) {
+    if (!suspended && !flow->dirtyKeys(row.id).isFalse(key.at())) { // whose turn is after the walk
       flow->dirtyKeys(row.id).del(key.at());
     }
     if (!suspended && continueFlowOut()) {
@@ -123,10 +141,7 @@ AttrLogAdapter::Walked AttrLogAdapter::walk(const FlowStep& step, EntityFlowOut*
     if (!at) {
       return Walked::stoppedAtLast;
     }
-    ValueSlot next(*row.key, [&](void* to) { at.key(to); });
-    void* const bookmark = ::operator new(row.key->size);
-    row.key->copy(bookmark, next.at());
-    flow->bookmarkIs(bookmark);
+    bookmark();
     return Walked::suspended;
   }
   return Walked::ranOut;
@@ -138,7 +153,7 @@ bool AttrLogAdapter::walkEnd(const FlowStep& step, EntityFlowOut& flow) {
   if (flow.valueIterKey() != nullptr) {
     // Its text is not out: the peer is not to sweep before.
     keys.mark(flow.valueIterKey(), true);
-    flow.dataBitIs(FlowOut::dataBitEndDeferred, true);
+    flow.endDeferredIs(step.row->id);
     return false;
   }
   sendTransactionMarker(step.row->id, attrTransactionEnd, 0);
@@ -152,21 +167,36 @@ bool AttrLogAdapter::keysWork(const FlowStep& step, EntityFlowOut& flow) {
   if (flow.attrId() != row.id) {
     return true;
   }
+  if (!flow.hasBit(step) && flow.endDeferred() != row.id) {
+    flow.bitIs(step, true); // the walk has ended by itself
+    sendTransactionMarker(row.id, attrTransactionEnd, 0);
+  }
   DirtyKeysGeneric& keys = flow.dirtyKeys(row.id);
   while (!keys.empty()) {
     if (!continueFlowOut()) {
       return false;
     }
-    ValueSlot key(*row.key, [&](void* to) { keys.takeFirst(to); });
+    bool isSame = true;
+    ValueSlot key(*row.key, [&](void* to) { isSame = keys.takeFirst(to); });
+    if (!isSame && row.collection->entry(rawEntity(), key.at()) != nullptr) {
+      // Deleted and made again meanwhile. The peer would take the new member for the old one, if
+      // that has an id of the peer's own.
+      writeDeletion(step, key.at());
+      keys.mark(key.at(), true);
+      continue;
+    }
     zelOnKey(row.id, key.at());
+    if (rawEntity() == nullptr || owed() != &flow) {
+      return false;
+    }
     if (flow.hasDataBit(FlowOut::dataBitSuspended) || flow.valueIterKey() != nullptr) {
       keys.mark(key.at(), true);
       return false;
     }
     keys.del(key.at()); // which the attempt may have marked again
   }
-  if (flow.hasDataBit(FlowOut::dataBitEndDeferred) && !flow.hasBit(step)) {
-    flow.dataBitIs(FlowOut::dataBitEndDeferred, false);
+  if (flow.endDeferred() == row.id && !flow.hasBit(step)) {
+    flow.endDeferredIs(0);
     sendTransactionMarker(row.id, attrTransactionEnd, 0);
     flow.bitIs(step, true);
   }

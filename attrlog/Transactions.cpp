@@ -2,6 +2,9 @@
 
 #include <Zel/Demuxer>
 #include <Zel/NboAttrLogFlow>
+#include <attrlog/Finally.h>
+
+#include <vector>
 
 namespace Zel {
 
@@ -9,9 +12,11 @@ using NboAttrLog::Demuxer;
 using NboAttrLog::FlowIn;
 
 void AttrLogAdapter::handleAttrTransaction(AttributeId attr, AttrTransactionType type, unsigned n) {
+  const Ptr<StreamAdapter> kept(this);
   Demuxer* const demuxer = streamDemuxer();
   const FlowStep* const at = plan().step(attr);
-  if (demuxer == nullptr || at == nullptr || at->kind == FlowKind::plain) {
+  if (demuxer == nullptr || rawEntity() == nullptr || at == nullptr ||
+      at->kind == FlowKind::plain) {
     ZelNboAttrLogSa::handleAttrTransaction(attr, type, n);
     return;
   }
@@ -21,7 +26,9 @@ void AttrLogAdapter::handleAttrTransaction(AttributeId attr, AttrTransactionType
   }
   if (!flow && !hasFlag(flagSyncFanOut) && type == attrTransactionBegin) {
     flow = demuxer->flowInIs(entityId());
-    flow->aidIs(attr);
+  }
+  if (flow && flow->iter() == nullptr && type == attrTransactionBegin) {
+    flow->aidIs(attr); // also in the place of a transaction that has not come to its end
   }
   switch (at->kind) {
   case FlowKind::text:
@@ -29,8 +36,7 @@ void AttrLogAdapter::handleAttrTransaction(AttributeId attr, AttrTransactionType
       return;
     }
     if (type != attrTransactionBegin) {
-      zelFlowInIteratorDel<String8::Iterator>(flow.ptr(), attr);
-      demuxer->flowInDel(entityId());
+      textEnd(*flow);
     }
     break;
   case FlowKind::child:
@@ -38,7 +44,12 @@ void AttrLogAdapter::handleAttrTransaction(AttributeId attr, AttrTransactionType
     break;
   case FlowKind::keyedText:
     if (type == attrTransactionAbort && flow) {
-      textDrop(*at, *flow);
+      if (flow->iter() != nullptr && flow->aid() == attr) {
+        zelFlowInIteratorDel<String8::Iterator>(flow.ptr(), attr);
+        flow->idxDel();
+        flow->aidIs(flow->transaction());
+        demuxer->partialTextIs(*flow, 0);
+      }
       break;
     }
     [[fallthrough]];
@@ -48,21 +59,16 @@ void AttrLogAdapter::handleAttrTransaction(AttributeId attr, AttrTransactionType
   ZelNboAttrLogSa::handleAttrTransaction(attr, type, n);
 }
 
-/// Drops the text of an entry that is under way; what else the `FlowIn` stands for stays.
-void AttrLogAdapter::textDrop(const FlowStep& step, FlowIn& flow) {
-  const bool isOfThis = flow.idx() != nullptr || flow.aid() == step.row->id;
-  if (!isOfThis) {
+/// Lets go of the text that is under way, and of its key. The `FlowIn` stays for the transaction
+/// that it stands for.
+void AttrLogAdapter::textEnd(FlowIn& flow) {
+  if (!flow.isTransaction()) {
+    streamDemuxer()->flowInDel(entityId());
     return;
   }
-  zelFlowInIteratorDel<String8::Iterator>(&flow, step.row->id);
-  if (flow.idx() != nullptr) {
-    step.row->key->destroy(flow.idx());
-    ::operator delete(flow.idx());
-    flow.idxIs(nullptr);
-  }
-  if (flow.isTransaction()) {
-    flow.aidIs(step.row->id);
-  }
+  zelFlowInIteratorDel<String8::Iterator>(&flow, flow.aid());
+  flow.idxDel();
+  flow.aidIs(flow.transaction());
   streamDemuxer()->partialTextIs(flow, 0);
 }
 
@@ -78,7 +84,7 @@ void AttrLogAdapter::entriesSweep(const FlowStep& step, AttrTransactionType type
   do {
     version = ops.version(kept.ptr());
     CollectionPosition at(ops.iteration, [&](void* to) { ops.iteration.first(to, kept.ptr()); });
-    for (; at; at.advance()) {
+    for (; at && rawEntity() == kept.ptr(); at.advance()) {
       if (type == attrTransactionBegin) {
         at.entry()->zelMarkedForDeletionIs(true);
       } else if (at.entry()->zelMarkedForDeletion()) {
@@ -92,39 +98,46 @@ void AttrLogAdapter::entryDelete(const FlowStep& step, const CollectionPosition&
   const CollectionOps& ops = *step.row->collection;
   ValueSlot key(*step.row->key, [&](void* to) { at.key(to); });
   reactorActiveIs(true);
-  if (step.kind == FlowKind::child) {
-    childGone(ops.takeMember(rawEntity(), key.at()));
-  } else if (ops.eraseEntry != nullptr && !step.row->key->equal(key.at(), key.at())) {
+  const Finally done([this] { reactorActiveIs(false); });
+  if (ops.eraseEntry != nullptr && !step.row->key->equal(key.at(), key.at())) {
     ops.eraseEntry(rawEntity(), at.entry()); // no search finds such a key
   } else {
     ops.erase(rawEntity(), key.at());
   }
-  reactorActiveIs(false);
 }
 
 /// The same for members, whose mark is on their adapters. A member that this connection does not
-/// know was not in the walk.
+/// know was not in the walk. Those that a notifiee makes in answer to the deletions stay.
 void AttrLogAdapter::childrenSweep(const FlowStep& step, AttrTransactionType type) {
   if (type == attrTransactionAbort) {
     return;
   }
   const CollectionOps& ops = *step.row->collection;
   const Ptr<Entity> kept(rawEntity());
-  unsigned version;
-  do {
-    version = ops.version(kept.ptr());
-    CollectionPosition at(ops.iteration, [&](void* to) { ops.iteration.first(to, kept.ptr()); });
-    for (; at; at.advance()) {
-      const Ptr<ZelNboAttrLogSa> adapter = zelChildAdapter(static_cast<Entity*>(at.member()));
-      if (type == attrTransactionEnd) {
-        if (!adapter || adapter->hasFlag(flagChildPending)) {
-          entryDelete(step, at);
-        }
-      } else if (adapter) {
-        adapter->flagsIs(flagChildPending, true);
+  std::vector<Ptr<Entity>> swept;
+  CollectionPosition at(ops.iteration, [&](void* to) { ops.iteration.first(to, kept.ptr()); });
+  for (; at; at.advance()) {
+    auto* const child = static_cast<Entity*>(at.member());
+    const Ptr<ZelNboAttrLogSa> adapter = zelChildAdapter(child);
+    if (type == attrTransactionEnd) {
+      if (!adapter || adapter->hasFlag(flagChildPending)) {
+        swept.emplace_back(child);
       }
+    } else if (adapter) {
+      adapter->flagsIs(flagChildPending, true);
     }
-  } while (version != ops.version(kept.ptr()));
+  }
+  for (const Ptr<Entity>& child : swept) {
+    if (rawEntity() != kept.ptr()) {
+      return;
+    }
+    ValueSlot key(*step.row->key, [&](void* to) { ops.memberKey(child.ptr(), to); });
+    if (ops.entry(kept.ptr(), key.at()) == child.ptr()) {
+      reactorActiveIs(true);
+      const Finally done([this] { reactorActiveIs(false); });
+      childGone(ops.takeMember(kept.ptr(), key.at()));
+    }
+  }
 }
 
 } // namespace Zel

@@ -2,9 +2,7 @@
 // with the name, a tab and the number of bytes for one member.
 
 #include "Allocations.h"
-
-#include <model/Profile.h>
-#include <model/Unit.h>
+#include "attrlog/Link.h"
 
 #ifdef BENCH_INTRUSIVE
 #include "peers/IntrusiveProfiles.h"
@@ -13,6 +11,7 @@
 #include <cstdio>
 #include <fstream>
 #include <iostream>
+#include <string>
 #include <unistd.h>
 
 namespace {
@@ -46,6 +45,33 @@ Zel::String8 name(std::size_t number) {
   return text;
 }
 
+/// Mirrors `count` profiles, and tells what each takes on either side, the entities included.
+void measureMirror(std::size_t count) {
+  std::size_t exported = 0;
+  std::size_t mirrored = 0;
+  const auto counted = [](std::size_t& sum, auto&& work) {
+    const std::size_t before = Bench::Allocations::liveBytes;
+    const bool more = work();
+    sum += Bench::Allocations::liveBytes - before; // wraps back where memory was freed
+    return more;
+  };
+  Bench::Link link;
+  Zel::Ptr<Profile::ConfigDir> dir;
+  counted(exported, [&] {
+    dir = Bench::profiles(count);
+    link.exportIs(dir);
+    return true;
+  });
+  for (bool more = true; more;) {
+    more = counted(exported, [&] { return link.exporterStep(); });
+    more = counted(mirrored, [&] { return link.mirrorStep(); }) || more;
+  }
+  const auto each = [count](std::size_t bytes) {
+    return static_cast<double>(bytes) / static_cast<double>(count);
+  };
+  std::cout << "exported\t" << each(exported) << "\nmirrored\t" << each(mirrored) << '\n';
+}
+
 Profile::ProfileKey key(std::size_t number) { return {Profile::profileTypeBgp, name(number)}; }
 
 } // namespace
@@ -67,6 +93,8 @@ int main(int argc, char** argv) {
         units->statusIs(name(i));
       }
     });
+  } else if (what == "mirror" && argc > 2) {
+    measureMirror(std::stoul(argv[2]));
 #ifdef BENCH_INTRUSIVE
   } else if (what == "intrusive") {
     Bench::IntrusiveProfiles profiles;
@@ -77,7 +105,7 @@ int main(int argc, char** argv) {
     });
 #endif
   } else {
-    std::cerr << "usage: " << argv[0] << " profile|status|intrusive\n";
+    std::cerr << "usage: " << argv[0] << " profile|status|intrusive|mirror COUNT\n";
     return 2;
   }
   return 0;

@@ -159,6 +159,40 @@ def iteration_rows():
                   Figure("iteration-typed", f"member {name}"), "the typed iterator", None)
 
 
+def attrlog_rows():
+    section = "Attribute log, in memory"
+    yield Row(section, "one unsigned int record encoded", Figure("attrlog-zel", "encode"), None, "",
+              15)
+    yield Row(section, "one unsigned int record encoded", Figure("attrlog-zel", "encode"),
+              Figure("attrlog-protobuf", "encode"), "Protobuf, message used again", None)
+    yield Row(section, "one record decoded and applied", Figure("attrlog-zel", "apply/1"), None, "",
+              40)
+    yield Row(section, "one record decoded and applied", Figure("attrlog-zel", "apply/1"),
+              Figure("attrlog-protobuf", "decode"), "Protobuf, decoded only", None)
+    yield Row(section, "mutator with a muted adapter", Figure("attrlog-zel", "mutator muted"),
+              Figure("attrlog-zel", "mutator plain"), "with one plain notifiee", 2)
+    for count, text in ((1, "1"), (1_000, "1 thousand"), (10_000, "10 thousand"),
+                        (100_000, "100 thousand"), (1_000_000, "1 million")):
+        yield Row(section, f"one change, mutator to bytes, among {text} units",
+                  Figure("attrlog-zel", f"change/{count}"), None, "", None)
+        yield Row(section, f"one change, bytes to mirror, among {text} units",
+                  Figure("attrlog-zel", f"apply/{count}"), None, "", None)
+    for count in (1, 2, 4, 8, 16):
+        yield Row(section, f"one change, mutator to bytes, to {count} connections",
+                  Figure("attrlog-zel", f"connections/{count}"), None, "", None)
+    for count, text in ((1_000, "1 thousand"), (100_000, "100 thousand"), (1_000_000, "1 million")):
+        yield Row(section, f"walk and build at the other end, each of {text} profiles",
+                  Figure("attrlog-zel", f"walk profiles/{count}"), None, "",
+                  500 if count == 100_000 else None)
+        yield Row(section, f"walk and build at the other end, each of {text} units",
+                  Figure("attrlog-zel", f"walk units/{count}"), None, "", None)
+    for count, text in ((1_000, "1 thousand"), (100_000, "100 thousand"), (1_000_000, "1 million")):
+        for side in ("exported", "mirrored"):
+            yield Row(section, f"memory of one {side} Config, 20-byte name, of {text}",
+                      Figure(f"memory mirror {count}", side), None, "",
+                      450 if count == 1_000_000 else None, "bytes")
+
+
 def memory_rows():
     for kind, text in (("allocated", "from the allocator"), ("resident", "resident")):
         yield Row("Memory", f"one Config, 20-byte name, in a ConfigDir of a million, {text}",
@@ -195,7 +229,7 @@ def library_rows():
 
 
 ROWS = [row for rows in (handle_rows, mutator_rows, hashed_rows, ordered_rows, text_rows,
-                         generic_rows, iteration_rows, memory_rows, allocation_rows, collision_rows,
+                         generic_rows, iteration_rows, attrlog_rows, memory_rows, allocation_rows, collision_rows,
                          library_rows) for row in rows()]
 
 

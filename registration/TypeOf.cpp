@@ -77,8 +77,8 @@ void TableType::childAttrLogIs(const Ptr<const ZelAttr>& attr, const Ptr<PtrInte
   const AttrRow* const row =
       own != nullptr && attr ? own->row(std::string_view(attr->name().view())) : nullptr;
   if (row == nullptr || row->kind != AttrKind::instantiating) {
-    if (base() != nullptr) {
-      base()->childAttrLogIs(attr, child, out);
+    if (const Ptr<const ZelType> next = Ptr<const ZelType>(base())) {
+      next->childAttrLogIs(attr, child, out);
     }
     return;
   }

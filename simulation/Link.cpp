@@ -8,8 +8,8 @@
 namespace Simulation {
 
 Link::Link(Traits traits, MakeEnd make)
-    : traits_(traits), make_(std::move(make)), sides_{Side(traits.inFlight),
-                                                      Side(traits.inFlight)} {
+    : traits_(traits),
+      make_(std::move(make)), sides_{Side(traits.inFlight), Side(traits.inFlight)} {
   madeIs();
 }
 
@@ -61,8 +61,9 @@ void Link::reconnect() {
 
 bool Link::tries(Random& random) const { return random.chance(traits_.haste, 8); }
 
-void Link::step(Random& random, Time now) {
+bool Link::step(Random& random, Time now) {
   now_ = now;
+  acted_ = false;
   if (cutHears_) {
     const Time hears = *cutHears_;
     cutHears_.reset();
@@ -80,19 +81,24 @@ void Link::step(Random& random, Time now) {
     }
   }
   for (const End end : ends) {
-    if (!isUp_ && now_ >= side(end).hearsAt) {
+    if (!isUp_ && side(end).connection->isUp() && now_ >= side(end).hearsAt) {
       close(end, "link cut");
+      acted_ = true;
     } else if (isUp_ && !side(end).connection->isUp()) {
       failure_ = side(end).connection->failure();
       cutNow(random, 0);
     }
   }
+  return acted_;
 }
 
 void Link::service(Random& random, End end) {
   Side& own = side(end);
   if (own.connection->isUp() && (own.mayDoMore || own.connection->demuxer()->scheduled() != 0)) {
+    const std::uint64_t written = own.connection->out()->bytesWritten();
+    acted_ = acted_ || own.mayDoMore;
     own.mayDoMore = own.connection->service(random.size(traits_.pieces));
+    acted_ = acted_ || own.connection->out()->bytesWritten() != written;
   }
 }
 
@@ -106,18 +112,9 @@ void Link::send(Random& random, End from) {
     return;
   }
   count = std::min(count, to.incoming.room());
-  if (to.cutAfter && count >= *to.cutAfter) {
-    count = static_cast<std::size_t>(*to.cutAfter);
-  }
   to.incoming.put(pending.first(count));
   own.connection->outputConsumed(count);
-  if (to.cutAfter && (*to.cutAfter -= count) == 0) {
-    to.cutAfter.reset();
-    // All that was sent so far may still arrive; what the other end has in flight may not.
-    const std::size_t whole = to.incoming.size();
-    cutNow(random, armedHears_);
-    static_cast<void>(whole);
-  }
+  acted_ = acted_ || count != 0;
 }
 
 void Link::receive(Random& random, End to) {
@@ -126,8 +123,11 @@ void Link::receive(Random& random, End to) {
     return;
   }
   const auto space = own.connection->inputSpace();
-  const std::size_t count = std::min<std::size_t>(
-      {own.incoming.size(), space.size(), random.size(traits_.pieces)});
+  std::size_t count =
+      std::min<std::size_t>({own.incoming.size(), space.size(), random.size(traits_.pieces)});
+  if (own.cutAfter) {
+    count = static_cast<std::size_t>(std::min<std::uint64_t>(count, *own.cutAfter));
+  }
   if (count == 0) {
     return;
   }
@@ -135,7 +135,12 @@ void Link::receive(Random& random, End to) {
   own.incoming.taken(count);
   own.connection->inputReceived(count);
   own.mayDoMore = true;
+  acted_ = true;
   bytesCarried_ += count;
+  if (own.cutAfter && (*own.cutAfter -= count) == 0) {
+    own.incoming.clear();
+    cutNow(random, armedHears_);
+  }
 }
 
 void Link::cutNow(Random& random, Time hears) {
@@ -176,8 +181,10 @@ bool Link::isQuiet() const {
 std::optional<Time> Link::wakes() const {
   std::optional<Time> first;
   for (const Side& own : sides_) {
-    if (now_ < own.stalledUntil && (!first || own.stalledUntil < *first)) {
-      first = own.stalledUntil;
+    for (const Time at : {own.stalledUntil, isUp_ ? 0 : own.hearsAt}) {
+      if (now_ < at && (!first || at < *first)) {
+        first = at;
+      }
     }
   }
   return first;

@@ -69,7 +69,7 @@ public:
   /// Cuts the link now: of the bytes in flight, some first ones still arrive, the rest is lost.
   /// Each end hears of it within `hears` steps, and what it sends until then is lost.
   void cut(Time hears = 0);
-  /// Cuts the link once `bytes` more have been sent to `to`, right behind the last of these.
+  /// Cuts the link right behind the next `bytes` bytes that arrive at `to`.
   void cutAfter(End to, std::uint64_t bytes, Time hears = 0);
   /// Makes both ends anew and connects them. Both have to be down.
   void reconnect();
@@ -90,7 +90,7 @@ private:
     bool mayDoMore = true; ///< whether a service might find something to do
     Time stalledUntil = 0;
     Time hearsAt = 0;
-    std::optional<std::uint64_t> cutAfter; ///< bytes sent to this end, yet to go
+    std::optional<std::uint64_t> cutAfter; ///< bytes that are still to arrive here first
   };
 
   static constexpr End ends[] = {End::first, End::second};
@@ -99,7 +99,8 @@ private:
   const Side& side(End end) const { return sides_[end == End::second ? 1 : 0]; }
 
   // What a `World` drives, at its time and with its random numbers.
-  void step(Random& random, Time now);
+  /// Whether anything happened.
+  bool step(Random& random, Time now);
   /// Whether nothing is on its way and nobody has anything to do.
   bool isQuiet() const;
   /// The next time at which a stall or a wait is over; none if there is none.
@@ -117,6 +118,7 @@ private:
   const MakeEnd make_;
   std::array<Side, 2> sides_;
   bool isUp_ = true;
+  bool acted_ = false;
   Time now_ = 0;
   std::optional<Time> cutHears_; // a cut that has been asked for
   Time armedHears_ = 0;

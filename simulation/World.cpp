@@ -17,28 +17,42 @@ World::Links World::all() const {
   return links;
 }
 
-void World::step(const Links& links, Random& random, Time now) {
+bool World::step(const Links& links) {
+  ++now_;
+  bool acted = false;
   for (Link* const link : links) {
-    link->step(random, now);
+    acted = link->step(random_, now_) || acted;
   }
+  return acted;
 }
 
 void World::run(Time duration) {
   const Links links = all();
   for (const Time end = now_ + duration; now_ < end;) {
-    step(links, random_, ++now_);
+    step(links);
   }
 }
 
-bool World::settle(Time most) { return settleAll(all(), most); }
-bool World::settle(Link& link, Time most) { return settleAll({&link}, most); }
+bool World::settle(Time most) { return settle(all(), most); }
+bool World::settle(Link& link, Time most) { return settle(Links{&link}, most); }
 
-bool World::settleAll(const Links& links, Time most) {
+bool World::settle(const Links& links, Time most) {
+  constexpr unsigned patience = 64; // steps without an event, which may be chance
+  unsigned idle = 0;
   for (Time steps = 0; steps < most; ++steps) {
     if (std::all_of(links.begin(), links.end(), [](const Link* link) { return link->isQuiet(); })) {
       return true;
     }
-    step(links, random_, ++now_);
+    idle = step(links) ? 0 : idle + 1;
+    if (idle >= patience) {
+      std::optional<Time> first;
+      for (const Link* const link : links) {
+        const std::optional<Time> wakes = link->wakes();
+        first = wakes && (!first || *wakes < *first) ? wakes : first;
+      }
+      now_ = first ? *first - 1 : now_;
+      idle = 0;
+    }
   }
   return false;
 }

@@ -35,8 +35,8 @@ public:
 private:
   using Links = std::vector<Link*>;
 
-  static void step(const Links& links, Random& random, Time now);
-  bool settleAll(const Links& links, Time most);
+  bool step(const Links& links);
+  bool settle(const Links& links, Time most);
   Links all() const;
 
   Random random_;

@@ -218,9 +218,10 @@ public:
     std::vector<Seen> all;
     for (bool more = true; more;) {
       more = connection->service();
-      for (Seen& one : seen()) {
+      const std::string bytes = taken(*connection);
+      more = more || !bytes.empty();
+      for (Seen& one : parsed(bytes)) {
         all.push_back(std::move(one));
-        more = true;
       }
     }
     return all;

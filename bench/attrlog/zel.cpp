@@ -1,0 +1,187 @@
+// The attribute log in memory: one change to bytes, bytes to one change, walks, and how both scale.
+
+#include "Bench.h"
+#include "attrlog/Link.h"
+
+#include <attrlog/Unit.h>
+
+#include <chrono>
+#include <memory>
+#include <vector>
+
+namespace {
+
+using namespace Maintenance::Unit;
+using Bench::Link;
+
+std::vector<Zel::Ptr<Status>> members(const StatusDir& dir) {
+  std::vector<Zel::Ptr<Status>> all;
+  for (StatusDir::StatusMap::IteratorConst at(dir.statusMap()); at; at.advance()) {
+    all.emplace_back(const_cast<Status*>(at.operator->()));
+  }
+  return all;
+}
+
+/// Exported units whose connection is drained without being read.
+struct Exporter {
+  explicit Exporter(std::size_t count) : dir(Bench::units(count)), all(members(*dir)) {
+    link.exportIs(dir);
+    link.settle();
+  }
+  void drain() {
+    if (link.here->out()->freeSpace() < 65536) {
+      for (auto bytes = link.here->pendingOutput(); !bytes.empty();
+           bytes = link.here->pendingOutput()) {
+        link.here->outputConsumed(bytes.size());
+      }
+    }
+  }
+  Link link;
+  Zel::Ptr<StatusDir> dir;
+  std::vector<Zel::Ptr<Status>> all;
+};
+
+void encode(benchmark::State& state) {
+  Exporter exporter(1);
+  const auto adapter = Zel::ptrCast<Status::ZelNboAttrLogSa>(exporter.all[0]->zelNboAttrLogSa(
+      Zel::Ptr<const Zel::NboAttrLog::Out>(exporter.link.here->out())));
+  const std::uint64_t before = exporter.link.here->out()->recordsWritten();
+  for (auto _ : state) {
+    adapter->onGenId();
+    exporter.drain();
+  }
+  if (exporter.link.here->out()->recordsWritten() - before !=
+      static_cast<std::uint64_t>(state.iterations())) {
+    state.SkipWithError("records missing");
+  }
+  state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations()));
+}
+
+void change(benchmark::State& state, std::size_t count) {
+  Exporter exporter(count);
+  std::size_t at = 0;
+  for (auto _ : state) {
+    Status& unit = *exporter.all[at * 7919 % count];
+    unit.genIdIs(static_cast<unsigned>(++at));
+    exporter.drain();
+  }
+  state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations()));
+}
+
+/// Records of changes of all units, read again and again.
+void apply(benchmark::State& state, std::size_t count) {
+  Exporter exporter(count);
+  constexpr std::size_t batch = 1500;
+  std::vector<std::uint8_t> bytes;
+  for (std::size_t i = 0; i < batch; ++i) {
+    exporter.all[i * 7919 % count]->genIdIs(static_cast<unsigned>(i + 1));
+  }
+  for (auto piece = exporter.link.here->pendingOutput(); !piece.empty();
+       piece = exporter.link.here->pendingOutput()) {
+    bytes.insert(bytes.end(), piece.begin(), piece.end());
+    exporter.link.here->outputConsumed(piece.size());
+  }
+  Zel::Connection& reader = *exporter.link.there;
+  for (auto _ : state) {
+    for (std::size_t done = 0; done < bytes.size();) {
+      const auto space = reader.inputSpace();
+      const std::size_t piece = std::min(space.size(), bytes.size() - done);
+      std::memcpy(space.data(), bytes.data() + done, piece);
+      reader.inputReceived(piece);
+      done += piece;
+      while (reader.service(1 << 20)) {
+      }
+    }
+  }
+  if (!reader.isUp()) {
+    state.SkipWithError(reader.failure().charPtr());
+  }
+  state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations() * batch));
+}
+
+struct Plain : Status::Notifiee {
+  void onGenId() override { ++heard; }
+  std::uint64_t heard = 0;
+};
+
+void mutator(benchmark::State& state, bool muted) {
+  Exporter exporter(1);
+  const auto unit = statusFactory("unit");
+  const auto plain = Zel::makeObject<Plain>();
+  Status& changed = muted ? *exporter.all[0] : *unit;
+  if (muted) {
+    exporter.all[0]
+        ->zelNboAttrLogSa(Zel::Ptr<const Zel::NboAttrLog::Out>(exporter.link.here->out()))
+        ->flagsIs(Zel::StreamAdapter::flagMuted, true);
+  } else {
+    plain->isRegisteredNotifieeIs(true);
+    plain->notifierIs(unit);
+  }
+  unsigned value = changed.genId();
+  for (auto _ : state) {
+    changed.genIdIs(++value);
+  }
+  state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations()));
+}
+
+template <class Make>
+void walk(benchmark::State& state, std::size_t count, Make&& make) {
+  const auto root = make(count);
+  for (auto _ : state) {
+    Link link;
+    const auto start = std::chrono::steady_clock::now();
+    link.exportIs(root);
+    link.settle();
+    const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
+    state.SetIterationTime(took.count());
+    if (!link.there->isUp() || link.there->demuxer()->adapters() != count + 1) {
+      state.SkipWithError("not all has arrived");
+    }
+  }
+  state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations() * count));
+}
+
+void connections(benchmark::State& state, std::size_t count) {
+  const auto dir = Bench::units(1);
+  const auto unit = members(*dir)[0];
+  std::vector<std::unique_ptr<Link>> links;
+  for (std::size_t i = 0; i < count; ++i) {
+    links.push_back(std::make_unique<Link>());
+    links.back()->exportIs(dir);
+    links.back()->settle();
+  }
+  unsigned value = 0;
+  for (auto _ : state) {
+    unit->genIdIs(++value);
+    for (const auto& link : links) {
+      if (link->here->out()->freeSpace() < 65536) {
+        const auto bytes = link->here->pendingOutput();
+        link->here->outputConsumed(bytes.size());
+      }
+    }
+  }
+  state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations()));
+}
+
+} // namespace
+
+void Bench::registerAll() {
+  operation("encode", encode);
+  operation("mutator muted", [](auto& state) { mutator(state, true); });
+  operation("mutator plain", [](auto& state) { mutator(state, false); });
+  for (const std::size_t count : {1, 1000, 10'000, 100'000, 1'000'000}) {
+    operation(sized("change", count), [count](auto& state) { change(state, count); });
+    operation(sized("apply", count), [count](auto& state) { apply(state, count); });
+  }
+  for (const std::size_t count : {1, 2, 4, 8, 16}) {
+    operation(sized("connections", count), [count](auto& state) { connections(state, count); });
+  }
+  for (const std::size_t count : {1000, 100'000, 1'000'000}) {
+    operation(sized("walk profiles", count), [count](auto& state) {
+      walk(state, count, profiles);
+    })->UseManualTime();
+    operation(sized("walk units", count), [count](auto& state) {
+      walk(state, count, units);
+    })->UseManualTime();
+  }
+}

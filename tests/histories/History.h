@@ -1,0 +1,110 @@
+#pragma once
+
+#include "Model.h"
+
+#include <simulation/World.h>
+
+#include <stdexcept>
+
+namespace Histories {
+
+/// What went through histories.
+struct Totals {
+  std::uint64_t histories = 0;
+  std::uint64_t changes = 0;
+  std::uint64_t cuts = 0;
+  std::uint64_t bytes = 0;
+  std::uint64_t strangers = 0; ///< records that nobody had a use for
+  std::uint64_t refusals = 0;  ///< local writes that a read-only mirror refused
+
+  Totals& operator+=(const Totals& other);
+};
+
+/// What a history did not hold.
+struct Broken : std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
+/// One history: models in a chain, each but the first a mirror of the one before, that change at
+/// random and are linked badly. It goes in epochs; at the end of each, everything comes to rest,
+/// and is looked at. All of it follows from the seed.
+class History {
+public:
+  /// `told` hears of each step.
+  explicit History(std::uint64_t seed, std::function<void(const std::string&)> told = {});
+
+  /// Throws `Broken`, and what the models throw.
+  Totals run();
+
+private:
+  using End = Zel::Connection::End;
+
+  /// The link between a model and the next one, its mirror.
+  struct Hop {
+    End exporter;
+    Simulation::Link* link = nullptr;
+    bool isReadOnly = false;
+    bool hasRefused = false; ///< whether the mirror asked for anything to be sent anew
+
+    /// Records that each end had sent at the start of the epoch or of the connection, and those
+    /// that it was made to send since.
+    std::uint64_t sentBefore[2] = {};
+    std::uint64_t strangers[2] = {};
+    /// What each end has to have counted of such records, since the connection was made.
+    Zel::NboAttrLog::Demuxer::Counts expected[2];
+  };
+
+  static unsigned place(End end) { return end == End::second ? 1 : 0; }
+  static End mirror(const Hop& hop) {
+    return hop.exporter == End::first ? End::second : End::first;
+  }
+
+  void linksIs();
+  Zel::Ptr<Zel::Connection> connectionIs(unsigned hop, End end);
+  bool rootsExport(unsigned hop, Zel::Connection& connection);
+  bool rootsExport();
+
+  void epoch(bool isFirst);
+  void changes();
+  void event();
+  void cutsNote();
+  void reconnect(unsigned hop);
+  void strangerSend(unsigned hop, End end);
+  void refusedWrite();
+  void settle();
+  void baselineTake();
+
+  // In Checks.cpp.
+  void check();
+  void checkLinks();
+  void checkModels();
+  void checkIdentity();
+  void checkAdapters(unsigned hop, End end);
+  void checkCounts(unsigned hop, End end);
+  void checkEchoes();
+  [[noreturn]] void broken(const std::string& why) const;
+
+  void tell(const std::string& what) const {
+    if (told_) {
+      told_(what);
+    }
+  }
+
+  const std::uint64_t seed_;
+  const std::function<void(const std::string&)> told_;
+  Simulation::World world_;
+  Random& random_;
+  std::vector<Model> models_;
+  std::vector<Hop> hops_;
+  std::vector<Zel::Ptr<Zel::Entity>> rootsToCome_;
+  Zel::ConnectionLimits limits_;
+  TextSizes sizes_;
+  unsigned trouble_ = 0; ///< how likely events are, of 100
+  Ownership ownership_;
+  std::optional<unsigned> onlyWriter_;
+  std::unordered_set<Path> deleted_; ///< in this epoch, by anybody
+  Totals totals_;
+  unsigned epochs_ = 0;
+};
+
+} // namespace Histories

@@ -1,0 +1,81 @@
+#include "History.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <csignal>
+#include <cstdlib>
+#include <iostream>
+
+namespace {
+
+using Histories::History;
+using Histories::Totals;
+
+/// The seed at work, told where a history takes the process down.
+volatile std::sig_atomic_t seedAtWork = 0;
+
+extern "C" void crashed(int number) {
+  std::cerr << "seed " << seedAtWork << " crashed\n";
+  std::signal(number, SIG_DFL);
+  std::raise(number);
+}
+
+int usage(const char* program) {
+  std::cerr << "usage: " << program << " --seeds COUNT [--first SEED] [--trace]\n";
+  return 2;
+}
+
+/// Runs histories of consecutive seeds, and tells what they went through.
+int simulate(const char* program, std::uint64_t first, std::uint64_t count, bool isTraced) {
+  for (const int number : {SIGABRT, SIGSEGV, SIGFPE, SIGBUS, SIGILL}) {
+    std::signal(number, crashed);
+  }
+  std::function<void(const std::string&)> told;
+  if (isTraced) {
+    told = [](const std::string& what) { std::cout << what << std::endl; };
+  }
+  Totals totals;
+  const auto start = std::chrono::steady_clock::now();
+  for (std::uint64_t seed = first; seed < first + count; ++seed) {
+    seedAtWork = static_cast<std::sig_atomic_t>(seed);
+    try {
+      totals += History(seed, told).run();
+    } catch (const std::exception& failure) {
+      std::cerr << "seed " << seed << ": " << failure.what() << "\nreplay: " << program
+                << " --seeds 1 --first " << seed << " --trace\n";
+      return 1;
+    }
+  }
+  const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
+  std::cout << totals.histories << " histories, " << totals.changes << " changes, " << totals.cuts
+            << " cuts, " << totals.bytes << " bytes, " << totals.strangers << " records of no use, "
+            << totals.refusals << " refused writes, " << taken.count() << " s\n";
+  return totals.histories == count ? 0 : 1;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+  testing::InitGoogleTest(&argc, argv);
+  std::uint64_t first = 1;
+  std::uint64_t count = 0;
+  bool isTraced = false;
+  for (int i = 1; i < argc; ++i) {
+    const std::string option = argv[i];
+    if (option == "--trace") {
+      isTraced = true;
+    } else if ((option == "--seeds" || option == "--first") && i + 1 < argc) {
+      char* end = nullptr;
+      const std::uint64_t number = std::strtoull(argv[++i], &end, 10);
+      if (*end != '\0' || end == argv[i]) {
+        return usage(argv[0]);
+      }
+      (option == "--seeds" ? count : first) = number;
+    } else {
+      return usage(argv[0]);
+    }
+  }
+  return argc > 1 ? (count != 0 ? simulate(argv[0], first, count, isTraced) : usage(argv[0]))
+                  : RUN_ALL_TESTS();
+}

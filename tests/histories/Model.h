@@ -1,0 +1,61 @@
+#pragma once
+
+#include "Ownership.h"
+#include "RandomValue.h"
+
+#include <functional>
+#include <unordered_map>
+#include <unordered_set>
+
+namespace Histories {
+
+/// One of the models that take part: its roots, and what it does to them by chance.
+class Model {
+public:
+  explicit Model(unsigned number) : number_(number), roots_(Zel::makeObject<Zel::Dir>()) {}
+
+  unsigned number() const { return number_; }
+  const Zel::Ptr<Zel::Dir>& roots() const { return roots_; }
+
+  /// Takes note of all entities, as those that everybody knows.
+  void knownIs();
+  void knownDel() { known_.clear(); }
+  const std::unordered_map<Path, Zel::Ptr<Zel::Entity>>& known() const { return known_; }
+
+  /// Makes a random change somewhere that this model owns; whether it found one to make. Entities
+  /// that it deletes are added to `deleted`.
+  bool change(Random& random, const Ownership& ownership, const TextSizes& sizes,
+              std::unordered_set<Path>& deleted);
+
+  /// Says what is done, to whoever wants to know.
+  std::function<void(const std::string&)> told;
+
+private:
+  struct Place {
+    Zel::Entity* entity;
+    Path path;
+    std::optional<unsigned> freshOwner; ///< who made it, if not everybody knows it yet
+    unsigned directoryOwner;            ///< who owns the directory that it is in
+  };
+
+  Place randomPlace(Random& random, const Ownership& ownership) const;
+  void freshOwnerFind(Place& place, unsigned owner) const;
+  bool owns(const Place& place, const Zel::AttrRow& row, std::uint64_t key,
+            const Ownership& ownership) const;
+  bool singularChange(Random& random, const Place& place, const Zel::AttrRow& row,
+                      const Ownership& ownership, const TextSizes& sizes);
+  bool entryChange(Random& random, const Place& place, const Zel::AttrRow& row,
+                   const Ownership& ownership, const TextSizes& sizes);
+  bool memberChange(Random& random, const Place& place, const Zel::AttrRow& row,
+                    const Ownership& ownership, std::unordered_set<Path>& deleted);
+  void tell(const Place& place, const Zel::AttrRow& row, const std::string& what) const;
+
+  const unsigned number_;
+  const Zel::Ptr<Zel::Dir> roots_;
+  std::unordered_map<Path, Zel::Ptr<Zel::Entity>> known_;
+};
+
+/// The roots that a history may have.
+std::vector<Zel::Ptr<Zel::Entity>> makeRoots();
+
+} // namespace Histories
