@@ -86,45 +86,27 @@ std::span<const std::uint8_t> Connection::Out::pending() const noexcept {
 }
 
 void Connection::Out::consumed(std::size_t count) noexcept {
-  begin_ = (begin_ + count) % capacity_;
+  begin_ += count;
+  begin_ -= begin_ >= capacity_ ? capacity_ : 0;
   size_ -= count;
   if (size_ == 0) {
-    begin_ = 0;
+    begin_ = end_ = 0;
   }
 }
 
-void Connection::Out::recordStart() {
-  std::size_t end = begin_ + size_;
-  end -= end >= capacity_ ? capacity_ : 0;
-  // Where there is no room for any record, this one is written behind the ring first.
-  record_ = ring_.get() + (freeSpace() >= maxRecordSize ? end : capacity_);
-  chunkFollows_ = false;
-  storageIs(record_, maxRecordSize - 1);
-}
-
-void Connection::Out::recordEnd() {
-  const auto length = static_cast<std::size_t>(at() - record_);
-  std::uint32_t word = static_cast<std::uint32_t>(length);
-  word = networkOrder(chunkFollows_ ? word | 0x80000000 : word);
-  std::memcpy(record_, &word, sizeof word);
-  const auto place = static_cast<std::size_t>(record_ - ring_.get());
-  if (place == capacity_) {
-    if (length > freeSpace()) {
-      grow(size_ + length);
-    }
-    std::size_t end = begin_ + size_;
-    end -= end >= capacity_ ? capacity_ : 0;
-    const std::uint8_t* const from = ring_.get() + capacity_;
-    const std::size_t first = std::min(length, capacity_ - end);
-    std::memcpy(ring_.get() + end, from, first);
-    std::memcpy(ring_.get(), from + first, length - first);
-  } else if (place + length > capacity_) {
-    std::memcpy(ring_.get(), ring_.get() + capacity_, place + length - capacity_);
+/// Brings a record into the ring that was not written there in one piece.
+void Connection::Out::recordFold(std::size_t length) {
+  const bool isBehind = record_ == ring_.get() + capacity_;
+  if (isBehind && length > freeSpace()) {
+    grow(size_ + length);
   }
-  size_ += length;
-  bytesWritten_ += length;
-  ++recordsWritten_;
-  record_ = nullptr;
+  const std::size_t first = std::min(length, capacity_ - end_);
+  const std::uint8_t* const from = ring_.get() + (isBehind ? capacity_ : end_);
+  if (isBehind) {
+    std::memcpy(ring_.get() + end_, from, first);
+  }
+  std::memcpy(ring_.get(), from + first, length - first);
+  end_ = (end_ + length) % capacity_;
 }
 
 void Connection::Out::grow(std::size_t wanted) {
@@ -136,6 +118,7 @@ void Connection::Out::grow(std::size_t wanted) {
   std::memcpy(ring.get() + larger, ring_.get() + capacity_, maxRecordSize); // the open record
   ring_ = std::move(ring);
   begin_ = 0;
+  end_ = size_;
   capacity_ = larger;
 }
 

@@ -20,17 +20,6 @@ Out::~Out() = default;
 
 std::size_t Out::maxMessageSize() const { return maxRecordSize; }
 
-void Out::nextHeaderIs(const MsgHeader& header) {
-  recordStart();
-  put32(0); // the length, which `recordEnd` fills in
-  putEntityId(header.entityId);
-  put32(static_cast<std::uint32_t>(header.attrId));
-  put8(header.variableSize);
-  put32(header.fixedSize);
-  put32(header.recordTag);
-  put8(header.reservedFlag);
-}
-
 In* Out::rawReverseLog() const noexcept {
   const Connection* const own = connection();
   return own != nullptr ? own->in().ptr() : nullptr;
@@ -49,7 +38,8 @@ In::~In() = default;
 
 std::span<std::uint8_t> In::space() noexcept {
   // One byte stays free, so that a full ring does not look like an empty one.
-  const std::size_t end = (start_ + size_) % capacity();
+  std::size_t end = start_ + size_;
+  end -= end >= capacity() ? capacity() : 0;
   const std::size_t room = capacity() - 1 - size_;
   return {ring_.get() + end, std::min(room, capacity() - end)};
 }
@@ -58,9 +48,21 @@ bool In::recordIs(Record& record) {
   if (size_ < headerSize) {
     return false;
   }
-  positionIs(begin() + start_);
-  limitIs(advanced(position(), size_));
-  const std::uint32_t word = nextU32();
+  // Up to the payload in one piece, which it is but around the ring's end.
+  std::uint8_t folded[headerSize + 1];
+  const std::uint8_t* at = begin() + start_;
+  if (capacity() - start_ < sizeof folded) [[unlikely]] {
+    const std::size_t first = capacity() - start_;
+    std::memcpy(folded, at, first);
+    std::memcpy(folded + first, begin(), sizeof folded - first);
+    at = folded;
+  }
+  const auto load = [&at](std::size_t place) {
+    std::uint32_t number;
+    std::memcpy(&number, at + place, sizeof number);
+    return WireWriter::networkOrder(number);
+  };
+  const std::uint32_t word = load(0);
   const std::size_t length = word & ~chunkFollowsBit;
   if (length < recordOverhead || length >= Connection::Out::maxRecordSize) {
     malformed("length " + std::to_string(length));
@@ -71,14 +73,14 @@ bool In::recordIs(Record& record) {
   record.chunkFollows = chunkFollows_ = (word & chunkFollowsBit) != 0;
   record.payload = length - recordOverhead;
   recordSize_ = length;
-  record.header.entityId = nextEntityId();
-  record.header.attrId = nextint();
-  record.header.variableSize = next8();
-  record.header.fixedSize = nextU32();
-  record.header.recordTag = nextU32();
-  record.header.reservedFlag = next8();
-  const std::uint8_t opening = next8();
-  const std::uint8_t* const payload = position();
+  std::memcpy(&record.header.entityId, at + 4, sizeof(EntityId));
+  record.header.attrId = static_cast<AttributeId>(load(12));
+  record.header.variableSize = at[16];
+  record.header.fixedSize = load(17);
+  record.header.recordTag = load(21);
+  record.header.reservedFlag = at[25];
+  const std::uint8_t opening = at[26];
+  const std::uint8_t* const payload = advanced(begin() + start_, headerSize + 1);
   const std::uint8_t* const closing = advanced(payload, record.payload);
   if (opening != transactBegin || *closing != transactEnd) {
     malformed("its tokens are " + std::to_string(opening) + " and " + std::to_string(*closing));
@@ -98,12 +100,14 @@ bool In::recordIs(Record& record) {
   if (header.attrId == std::numeric_limits<AttributeId>::min()) {
     malformed("attribute id " + std::to_string(header.attrId));
   }
+  positionIs(payload);
   limitIs(closing);
   return true;
 }
 
 void In::recordDone() noexcept {
-  start_ = (start_ + recordSize_) % capacity();
+  start_ += recordSize_;
+  start_ -= start_ >= capacity() ? capacity() : 0;
   size_ -= recordSize_;
   recordSize_ = 0;
 }

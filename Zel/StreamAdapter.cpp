@@ -27,7 +27,7 @@ StreamAdapter::StreamAdapter(Zel_BitSet flags, const Ptr<NboAttrLog::Out>& out, 
   Zel_BitSet own;
   own.notificationFlagsIs(flags);
   own.bitsIs(flagStreaming | flagNoFlowOut, true);
-  PtrInterface::NotifieeConst::zel_bitSetIs(own);
+  bitSetStore(own);
 }
 
 StreamAdapter::~StreamAdapter() = default;
@@ -119,7 +119,7 @@ void StreamAdapter::flowWake() {
 void StreamAdapter::notificationFlagsIs(Zel_BitSet flags) {
   Zel_BitSet own = zel_bitSet();
   own.notificationFlagsIs(flags);
-  PtrInterface::NotifieeConst::zel_bitSetIs(own);
+  bitSetStore(own);
   flowWake();
 }
 
@@ -218,16 +218,6 @@ void StreamAdapter::resyncAsk() {
   out_ << NboAttrLog::transactEnd;
 }
 
-void IsActiveAnchor::telIs(StreamAdapter* adapter) {
-  if (adapter_) {
-    adapter_->flagsIs(StreamAdapter::flagReactorActive, false);
-  }
-  adapter_.ptrAssign(adapter);
-  if (adapter_) {
-    adapter_->flagsIs(StreamAdapter::flagReactorActive, true);
-  }
-}
-
 Entity::ZelNboAttrLogSa::ZelNboAttrLogSa(const FlowPlan& plan, Zel_BitSet flags,
                                          unsigned /*option*/, const Ptr<NboAttrLog::Out>& out,
                                          PtrInterface* owner)
@@ -251,6 +241,19 @@ void Entity::ZelNboAttrLogSa::onNotificationException(AttributeId attr) {
     std::rethrow_exception(failure);
   } catch (const ReadOnlyException&) {
     resyncAsk();
+    // The mirrors of other connections do not hear of what was written, and would never hear of its
+    // repair if that should come to the same.
+    const Ptr<Entity> entity(rawEntity());
+    for (Demuxer* const demuxer : globalNboAttrLogDemuxerManager().nboDemuxerIterator()) {
+      Connection* const other = demuxer->connection();
+      const Ptr<ZelNboAttrLogSa> adapter =
+          entity && other != nullptr && other != connection
+              ? entity->zelNboAttrLogSa(Ptr<const NboAttrLog::Out>(other->out()))
+              : nullptr;
+      if (adapter && !adapter->hasFlag(flagImported)) {
+        adapter->doThis();
+      }
+    }
     throw;
   } catch (const std::exception& other) {
     lost(other.what());

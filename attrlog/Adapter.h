@@ -78,12 +78,16 @@ private:
   /// this then is.
   Gate gate(const FlowStep& step) {
     constexpr unsigned closed = flagSyncFanOut | flagFlowIn | flagChildPending | flagMuted |
-                                flagReactorActive | flagReadOnly | flagMember;
-    if ((zel_bitSet().word() & (closed | flagStreaming)) == flagStreaming && nboAttrLogOut())
-        [[likely]] {
+                                flagReactorActive | flagReadOnly;
+    const unsigned flags = zel_bitSet().word();
+    const bool isOpen = (flags & (closed | flagStreaming)) == flagStreaming && nboAttrLogOut();
+    if (isOpen && ((flags & flagMember) == 0 || isHeldMember())) [[likely]] {
       return Gate::pass;
     }
     return gateSlow(step);
+  }
+  bool isHeldMember() const noexcept {
+    return rawNotifier() != nullptr && static_cast<const Entity*>(rawNotifier())->zelHasParent();
   }
   Gate gateSlow(const FlowStep& step);
   bool isGone();

@@ -97,6 +97,13 @@ void AttrLogAdapter::enumRead(const ValueRecord& record, void* to, In& in) {
 
 void AttrLogAdapter::singularRead(const FlowStep& step, In& in, bool apply) {
   const AttrRow& row = *step.row;
+  if (apply && row.value->decode != nullptr && row.value->isTrivial &&
+      row.value->size <= sizeof(std::uint64_t)) [[likely]] {
+    std::uint64_t raw = 0;
+    row.value->decode(&raw, in);
+    row.write(rawEntity(), &raw);
+    return;
+  }
   ValueSlot value(*row.value);
   if (row.value->enumeration != nullptr) {
     enumRead(*row.value, value.at(), in);

@@ -40,8 +40,15 @@ void AttrLogAdapter::zelOnSingular(AttributeId attr) {
   }
   write(plain, MsgHeader{entityId(), attr, plain.variableSize, plain.fixedSize, 0, 0},
         [&](WireWriter& out) {
-          ValueSlot value(*plain.row->value, [&](void* at) { plain.row->read(rawEntity(), at); });
-          encodeValue(*plain.row->value, value.at(), out);
+          const ValueRecord& type = *plain.row->value;
+          if (type.isTrivial && type.size <= sizeof(std::uint64_t)) [[likely]] {
+            std::uint64_t raw;
+            plain.row->read(rawEntity(), &raw);
+            encodeValue(type, &raw, out);
+            return;
+          }
+          ValueSlot value(type, [&](void* at) { plain.row->read(rawEntity(), at); });
+          encodeValue(type, value.at(), out);
         });
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "peers/Peer.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -7,7 +9,7 @@
 namespace Bench {
 
 /// One change of a number, as a message that is used again.
-class ProtobufChange {
+class BENCH_PEER ProtobufChange {
 public:
   ProtobufChange();
   ~ProtobufChange();

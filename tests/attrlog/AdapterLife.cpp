@@ -157,6 +157,7 @@ TEST_F(AdapterLife, AZombieStaysWithTheConnectionAndWritesNothing) {
   EXPECT_FALSE(writes());
   adapter->zelDoZombieReactors(true);
   EXPECT_TRUE(adapter->zelMarkedForDeletion());
+  adapter->zelDoZombieReactors(false); // a weak one has to hear of the entity's end
 }
 
 TEST_F(AdapterLife, AZombieComesBack) {

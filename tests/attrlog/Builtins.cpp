@@ -88,7 +88,7 @@ TEST(Builtins, StringsOfAnyBytes) {
 TEST(Builtins, AStringOfTheLongestKindAtEveryWrap) {
   const std::string bytes = bytesOf("00 00 3e 80 61 * 16000");
   const Zel::String8 text(std::string(16000, 'a'));
-  const auto ring = Zel::makeObject<Ring>(16010);
+  const auto ring = Zel::makeObject<Ring>(16010U);
   for (std::size_t place = 0; place < 16010; place += 89) {
     ring->put(hexOf(bytes), place);
     EXPECT_TRUE(ring->nextString() == text);
@@ -111,8 +111,7 @@ TEST(Builtins, EntityIdsAsTheyLieInMemory) {
 }
 
 TEST(Builtins, ATypesNameIsAString) {
-  EXPECT_EQ(payloadOf([](const auto& out) { out << Zel::TypeId{"a:b"}; }),
-            dump("value-type-name"));
+  EXPECT_EQ(payloadOf([](const auto& out) { out << Zel::TypeId{"a:b"}; }), dump("value-type-name"));
   EXPECT_EQ(ringOf(dump("value-type-name"))->nextString(), "a:b");
 }
 

@@ -17,7 +17,7 @@ using Zel::String8;
 
 /// Writes one record with what is next of the text; yields its first four bytes and its payload.
 std::pair<std::string, std::string> chunkOf(String8::IteratorConst& text, std::size_t limit) {
-  const auto out = Zel::makeObject<Out>(65536);
+  const auto out = Zel::makeObject<Out>(65536U);
   out->chunkLimitIs(limit);
   out->nextHeaderIs(MsgHeader::variable({2, 0}, 261));
   out << transactBegin;

@@ -19,7 +19,7 @@ using FlowOut = Status::ZelNboAttrLogSa::FlowOut;
 
 template <class T>
 Ptr<typename T::ZelNboAttrLogSa::FlowOut> cleanOf(const Ptr<T>& entity) {
-  const auto out = Zel::makeObject<Zel::NboAttrLog::Out>(65536);
+  const auto out = Zel::makeObject<Zel::NboAttrLog::Out>(65536U);
   return Zel::makeObject<typename T::ZelNboAttrLogSa::FlowOut>(
       out, entity->zelNboAttrLogSaIs({}, 1, out, nullptr), Zel::ConnectDesc(), false, 0x7fffffff);
 }
@@ -85,7 +85,8 @@ TEST_F(DirtyKeys, TimesComeOutInAscendingOrder) {
     flowOut->zelIsHistoryDirtyIs(time, true);
   }
   std::vector<double> times;
-  for (FlowOut::ZelIsHistoryDirtyMap::Iterator at(flowOut->zelIsHistoryDirtyMap()); at; at.advance()) {
+  for (FlowOut::ZelIsHistoryDirtyMap::Iterator at(flowOut->zelIsHistoryDirtyMap()); at;
+       at.advance()) {
     times.push_back(at.ptr()->zelKey());
   }
   EXPECT_EQ(times, (std::vector<double>{-1.0, 0.5, 2.0, 3.0}));
@@ -171,7 +172,7 @@ TEST_F(DirtyKeys, WhatConcernsNoAttributeIsOwedToo) {
 }
 
 TEST_F(DirtyKeys, AdaptersThatWaitComeOutInTheOrderTheyCame) {
-  const auto out = Zel::makeObject<Zel::NboAttrLog::Out>(65536);
+  const auto out = Zel::makeObject<Zel::NboAttrLog::Out>(65536U);
   const auto other = statusFactory("other");
   const Ptr<Zel::StreamAdapter> first = unit->zelNboAttrLogSaIs({}, 1, out, nullptr);
   const Ptr<Zel::StreamAdapter> second = other->zelNboAttrLogSaIs({}, 1, out, nullptr);

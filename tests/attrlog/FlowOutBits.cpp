@@ -25,7 +25,7 @@ public:
   using FlowOut = typename T::ZelNboAttrLogSa::FlowOut;
 
   explicit Owing(const Ptr<T>& entity)
-      : out(Zel::makeObject<Zel::NboAttrLog::Out>(65536)),
+      : out(Zel::makeObject<Zel::NboAttrLog::Out>(65536U)),
         adapter(entity->zelNboAttrLogSaIs({}, 1, out, nullptr)) {}
 
   Ptr<FlowOut> from(AttributeId start) const {

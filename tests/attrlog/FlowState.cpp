@@ -22,7 +22,7 @@ using FlowIn = Zel::NboAttrLog::FlowIn;
 
 class FlowState : public ::testing::Test {
 protected:
-  const Ptr<Zel::NboAttrLog::Out> out = Zel::makeObject<Zel::NboAttrLog::Out>(65536);
+  const Ptr<Zel::NboAttrLog::Out> out = Zel::makeObject<Zel::NboAttrLog::Out>(65536U);
   const Ptr<Status> unit = statusFactory("u");
   const Ptr<Zel::Entity::ZelNboAttrLogSa> adapter = unit->zelNboAttrLogSaIs({}, 1, out, nullptr);
   const Ptr<FlowOut> flowOut = adapter->flowOutIs(out, {}, false, 0x7fffffff);

@@ -9,7 +9,7 @@
 /// The payload of a record into which `write` puts values.
 template <class Write>
 std::string payloadOf(Write&& write) {
-  const auto out = Zel::makeObject<Zel::NboAttrLog::Out>(65536);
+  const auto out = Zel::makeObject<Zel::NboAttrLog::Out>(65536U);
   out->nextHeaderIs(Zel::NboAttrLog::MsgHeader::variable({2, 0}, 258));
   out << Zel::NboAttrLog::transactBegin;
   write(Zel::Ptr<Zel::NboAttrLog::Out>(out));

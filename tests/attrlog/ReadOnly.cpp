@@ -141,12 +141,17 @@ TEST_F(ReadOnly, ARefusalDuringAResyncIsOneToo) {
   for (int i = 0; i < 3000; ++i) {
     unit->historyIs(i, Zel::String8(std::string(1000, 'x')));
   }
-  // So far that the history's first marker has come, and its end has not.
-  for (int i = 0; i < 5; ++i) {
-    pair.here->service();
+  pair.settle();
+  unit->zelNboAttrLogSa(pair.here->out())->doThis();
+  const auto id = mirror->zelNboAttrLogSa(pair.there->out())->entityId();
+  const Zel::NboAttrLog::FlowIn* flow = nullptr;
+  do { // so far that the history's first marker has come, and its end has not
+    ASSERT_TRUE(pair.here->service(1) || pair.here->wantsWrite());
     Pair::move(*pair.here, *pair.there);
     pair.there->service();
-  }
+    flow = pair.there->demuxer()->flowIn(id);
+  } while (flow == nullptr || flow->aid() != Status::Attr::history);
+  EXPECT_TRUE(flow->isTransaction());
   EXPECT_EQ(refusal([&] { mirror->historyIs(-5.0, "mine"); }),
             "read-only attribute: history of units/System");
   pair.settle();

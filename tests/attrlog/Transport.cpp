@@ -28,7 +28,7 @@ std::string pendingOf(const Ptr<Out>& out) {
 }
 
 TEST(Transport, TheHeaderStandsInFrontOfTheTokens) {
-  const auto out = makeObject<Out>(65536);
+  const auto out = makeObject<Out>(65536U);
   MsgHeader header;
   header.entityId = {0x44332211, 0x88776655};
   header.attrId = -260;
@@ -71,7 +71,7 @@ TEST(Transport, TheNumbersOfTheProtocol) {
 }
 
 TEST(Transport, ARecordThatIsOpenIsDroppedByTheNext) {
-  const auto out = makeObject<Out>(65536);
+  const auto out = makeObject<Out>(65536U);
   out->nextHeaderIs(MsgHeader::variable({2, 0}, 262));
   out << transactBegin;
   out << 1U;
@@ -92,7 +92,7 @@ TEST(Transport, SectionsAreNamedByOneByte) {
 }
 
 TEST(Transport, AWholeRecordNeedsTheSizeOfAMessage) {
-  const auto out = makeObject<Out>(65536);
+  const auto out = makeObject<Out>(65536U);
   EXPECT_EQ(out->maxMessageSize(), 32768U);
   EXPECT_EQ(makeObject<SmallOut>()->maxMessageSize(), 1000U);
   const auto fill = [&](std::size_t size) {
@@ -130,7 +130,7 @@ TEST(Transport, TheReverseOfAHalfIsTheOther) {
 }
 
 TEST(Transport, AHalfByItselfHasNoReverse) {
-  const auto out = makeObject<Out>(65536);
+  const auto out = makeObject<Out>(65536U);
   EXPECT_FALSE(out->reverseLog());
   EXPECT_EQ(out->rawReverseLog(), nullptr);
   EXPECT_EQ(demuxFor(nullptr), nullptr);

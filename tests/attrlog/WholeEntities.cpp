@@ -228,8 +228,7 @@ TEST_F(WholeEntities, OfADirectoryOfUnitsTheMembersBeforeWhatIsInThem) {
                   "00 00 00 00 03"));
 }
 
-TEST_F(WholeEntities, OfAnOrderItsConstructorArgumentAgain) {
-  // The peer may mount an order of its own, which has another urgency.
+TEST_F(WholeEntities, OfAnOrderNotItsConstructorArgument) {
   const auto root = Zel::makeObject<Foreign::Order>("o", Foreign::express);
   sender.demuxer().exportIs(root);
   EXPECT_EQ(sender.written(),
@@ -237,9 +236,6 @@ TEST_F(WholeEntities, OfAnOrderItsConstructorArgumentAgain) {
                   "00 00 00 88 01 00 00 00 00 00 00 00 00 00 01 "
                   "01 00 00 00 0e 46 6f 72 65 69 67 6e 3a 3a 4f 72 64 65 72 03 00 00 00 01 "
                   "6f 00 00 00 02 04 02 00 00 00 00 00 00 00 03 "
-                  "00 00 00 20 02 00 00 00 00 00 00 00 "
-                  "00 00 01 03 01 00 00 00 00 00 00 00 00 00 01 "
-                  "00 00 00 02 03 "
                   "00 00 00 28 02 00 00 00 00 00 00 00 "
                   "00 00 00 89 00 00 00 00 0c 00 00 00 00 00 01 "
                   "00 00 01 04 00 00 00 00 00 00 00 00 03 "

@@ -15,8 +15,6 @@ namespace {
 
 using namespace Maintenance::Unit;
 
-const Group::GroupKey peers(Group::groupTypeBgp, "peers");
-
 std::string letters(unsigned count) { return std::string(count, 'a'); }
 
 class Document : public ::testing::Test {
@@ -126,6 +124,7 @@ TEST_F(Document, ATextThatGivesWay) {
 }
 
 TEST_F(Document, Entries) {
+  const Group::GroupKey peers(Group::groupTypeBgp, "peers");
   const auto unit = system();
   unit->groupIs(peers, true);
   EXPECT_EQ(sender.written(), dump("keyed"));

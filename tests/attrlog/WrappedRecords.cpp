@@ -151,7 +151,7 @@ TEST(WrappedRecords, OfTheCompoundKind) {
 }
 
 TEST(WrappedRecords, ChunksOfALongText) {
-  for (const std::size_t cut : {1, 4, 5, 26, 27, 28, 30, 31, 32, 1000, 32766, 32767}) {
+  for (const unsigned cut : {1U, 4U, 5U, 26U, 27U, 28U, 30U, 31U, 32U, 1000U, 32766U, 32767U}) {
     SCOPED_TRACE(cut);
     const Cut at(cut);
     at.receiver.apply(dump("text-first"));

@@ -1,6 +1,7 @@
 #include "History.h"
 
 #include <Zel/FlowOut>
+#include <Zel/StateDigest>
 #include <Zel/StreamAdapter>
 
 /// What has to hold whenever everything has come to rest.
@@ -68,6 +69,11 @@ void History::checkModels() {
   for (unsigned i = 1; i < models_.size(); ++i) {
     if (const std::string other = dump(*models_[i].roots()); other != first) {
       broken("models 0 and " + std::to_string(i) + " differ: " + difference(first, other));
+    }
+    for (const auto& [name, root] : models_.front().roots()->entities()) {
+      if (Zel::stateDigest(*root) != Zel::stateDigest(*models_[i].roots()->entity(name))) {
+        broken("models 0 and " + std::to_string(i) + ": digests of " + name.charPtr() + " differ");
+      }
     }
   }
 }

@@ -89,9 +89,10 @@ void History::reconnect(unsigned hop) {
   hops_[hop].link->reconnect();
 }
 
-/// A read-only mirror is written to. It refuses, and has what it then lacks sent anew.
+/// A read-only mirror is written to. It refuses, and has what it then lacks sent anew. It is the
+/// last of the chain: of what is refused, listeners further back in the list hear nothing.
 void History::refusedWrite() {
-  const auto number = static_cast<unsigned>(random_.below(hops_.size()));
+  const auto number = static_cast<unsigned>(hops_.size() - 1);
   Hop& hop = hops_[number];
   if (!hop.isReadOnly || !hop.link->isUp() || !hop.link->connection(mirror(hop))->isUp()) {
     return;

@@ -19,7 +19,7 @@ Totals& Totals::operator+=(const Totals& other) {
 }
 
 History::History(std::uint64_t seed, std::function<void(const std::string&)> told)
-    : seed_(seed), told_(std::move(told)), world_(seed), random_(world_.random()),
+    : told_(std::move(told)), world_(seed), random_(world_.random()),
       ownership_(0, 1, std::nullopt) {
   const unsigned models = random_.chance(1, 3) ? 3 : 2;
   for (unsigned i = 0; i < models; ++i) {

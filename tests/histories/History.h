@@ -90,7 +90,6 @@ private:
     }
   }
 
-  const std::uint64_t seed_;
   const std::function<void(const std::string&)> told_;
   Simulation::World world_;
   Random& random_;

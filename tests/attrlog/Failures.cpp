@@ -1,0 +1,155 @@
+// What throws at one end stays there, and what is broken ends the connection and nothing else.
+
+#include "Ear.h"
+#include "Log.h"
+#include "Pair.h"
+
+#include <gmock/gmock.h>
+
+#include <stdexcept>
+
+namespace {
+
+using namespace Maintenance::Unit;
+using namespace Wiretap;
+using testing::ElementsAre;
+
+struct Failures : testing::Test {
+  Failures() {
+    pair.here->demuxer()->exportIs(dir);
+    pair.settle();
+    mirrors = pair.mirror<StatusDir>("units");
+    mirror = mirrors->status("System");
+  }
+
+  Pair pair;
+  const Ptr<StatusDir> dir = statusDirFactory("units");
+  const Ptr<Status> unit = dir->statusIs("System");
+  Ptr<StatusDir> mirrors;
+  Ptr<Status> mirror;
+};
+
+TEST_F(Failures, ANotifieeOfAMirrorThatThrowsDisturbsNobody) {
+  const auto first = listen<Ear>(mirror);
+  first->onHeard = [](const std::string&) { throw std::runtime_error("mine"); };
+  const auto second = listen<Ear>(mirror);
+  unit->stateIs(active);
+  unit->groupIs(Group::GroupKey(Group::groupTypeBgp, "peers"), true);
+  unit->historyIs(1.0, "line");
+  pair.settle();
+  EXPECT_THAT(first->heard, ElementsAre("state", "exception 262", "group peers", "exception 260",
+                                        "history 1", "exception 268"));
+  EXPECT_THAT(second->heard, ElementsAre("state", "group peers", "history 1"));
+  EXPECT_EQ(mirror->state(), active);
+  EXPECT_TRUE(pair.there->isUp());
+  EXPECT_EQ(pair.there->demuxer()->counts().badValues, 0U);
+  EXPECT_EQ(pair.there->demuxer()->counts().refused, 0U);
+  mirror->genIdIs(3); // and it writes still
+  pair.settle();
+  EXPECT_EQ(unit->genId(), 3U);
+}
+
+TEST_F(Failures, ANotifieeOfAMirrorThatThrowsInASweepDisturbsNobody) {
+  for (const char* const name : {"a", "b", "c"}) {
+    unit->groupIs(Group::GroupKey(Group::groupTypeBgp, name), true);
+  }
+  pair.settle();
+  const auto ear = listen<Ear>(mirror);
+  ear->onHeard = [](const std::string&) { throw std::runtime_error("mine"); };
+  const auto id = mirror->zelNboAttrLogSa(pair.there->out())->entityId();
+  feed(*pair.there, marker(id, 260, 0) + marker(id, 260, 2));
+  EXPECT_EQ(mirror->groupMap().count(), 0U);
+  EXPECT_TRUE(pair.there->isUp());
+}
+
+TEST_F(Failures, ANotifieeThatDeletesTheMemberDuringItsRecordDisturbsNobody) {
+  const auto ear = listen<Ear>(mirror);
+  ear->onHeard = [&](const std::string&) { mirrors->statusDel("System"); };
+  mirror = nullptr;
+  unit->stateIs(active);
+  pair.settle();
+  EXPECT_FALSE(mirrors->status("System"));
+  EXPECT_FALSE(dir->status("System"));
+  EXPECT_TRUE(pair.here->isUp() && pair.there->isUp());
+}
+
+TEST_F(Failures, ANotifieeThatDeletesTheMemberDuringASweepDisturbsNobody) {
+  for (const char* const name : {"a", "b", "c"}) {
+    unit->groupIs(Group::GroupKey(Group::groupTypeBgp, name), true);
+  }
+  pair.settle();
+  const auto id = mirror->zelNboAttrLogSa(pair.there->out())->entityId();
+  const auto ear = listen<Ear>(mirror);
+  ear->isWeakReferenceIs(true);
+  ear->onHeard = [&](const std::string&) { mirrors->statusDel("System"); };
+  mirror = nullptr;
+  feed(*pair.there, marker(id, 260, 0) + marker(id, 260, 2));
+  pair.settle();
+  EXPECT_FALSE(mirrors->status("System"));
+  EXPECT_TRUE(pair.there->isUp());
+}
+
+TEST_F(Failures, ANotifieeThatClosesTheConnectionDuringARecordDisturbsNobody) {
+  const auto ear = listen<Ear>(mirror);
+  ear->onHeard = [&](const std::string&) { pair.there->close("enough"); };
+  unit->stateIs(active);
+  unit->genIdIs(5);
+  pair.settle();
+  EXPECT_EQ(mirror->state(), active);
+  EXPECT_EQ(mirror->genId(), 0U);
+  EXPECT_STREQ(pair.there->failure().charPtr(), "enough");
+  EXPECT_EQ(pair.there->demuxer()->adapters(), 0U);
+  mirror->genIdIs(6);
+  EXPECT_EQ(unit->genId(), 5U);
+}
+
+TEST_F(Failures, ALocalNotifieeThatThrowsDoesNotStopTheRecord) {
+  const auto ear = listen<Ear>(unit);
+  ear->onHeard = [](const std::string&) { throw std::runtime_error("mine"); };
+  unit->stateIs(active);
+  pair.settle();
+  EXPECT_THAT(ear->heard, ElementsAre("state", "exception 262"));
+  EXPECT_EQ(mirror->state(), active);
+}
+
+TEST_F(Failures, AMirrorThatDiesWithItsConnectionUpIsForgotten) {
+  pair.roots->entityDel("units");
+  mirrors = nullptr;
+  mirror = nullptr;
+  EXPECT_EQ(pair.there->demuxer()->adapters(), 0U);
+  unit->stateIs(active);
+  dir->statusIs("other");
+  pair.settle();
+  EXPECT_EQ(pair.there->demuxer()->counts().unknownEntities, 2U);
+  EXPECT_TRUE(pair.there->isUp());
+}
+
+TEST_F(Failures, AnExportedRootThatDiesIsForgotten) {
+  Pair other;
+  auto root = statusFactory("root");
+  other.here->demuxer()->exportIs(root);
+  other.settle();
+  fill(*other.here, 0);
+  root->stateIs(active);
+  EXPECT_EQ(other.here->demuxer()->scheduled(), 1U);
+  root = nullptr;
+  EXPECT_EQ(other.here->demuxer()->adapters(), 0U);
+  EXPECT_EQ(other.here->demuxer()->scheduled(), 0U);
+  other.settle();
+  EXPECT_EQ(other.mirror<Status>("root")->state(), init);
+}
+
+TEST_F(Failures, MalformedBytesEndTheConnectionAndLeaveTheMirrorWhole) {
+  unit->stateIs(active);
+  pair.settle();
+  std::string bytes = letter(EntityId{2, 0}, 262, [](Out& out) { out.put32(1); });
+  bytes.back() = 7; // the closing token
+  feed(*pair.there, bytes);
+  EXPECT_STREQ(pair.there->failure().charPtr(), "malformed record: its tokens are 1 and 7");
+  EXPECT_EQ(mirror->state(), active);
+  EXPECT_TRUE(mirrors->status("System") == mirror);
+  mirror->stateIs(init);
+  EXPECT_EQ(mirror->state(), init);
+}
+
+} // namespace
