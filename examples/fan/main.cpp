@@ -1,7 +1,11 @@
 // A type of one's own, made outside the library, with all that the library's types have: typed
-// operations with notification, a descriptor, text, generic access, subscription.
+// operations with notification, a descriptor, text, generic access, subscription, and mirroring
+// over a connection.
 
+#include <Zel/AttrLogEntity>
 #include <Zel/Attribute>
+#include <Zel/Demuxer>
+#include <attrlog/MakeAdapter.h>
 #include <generic/Client.h>
 #include <generic/Reactor.h>
 #include <generic/TypeOf.h>
@@ -12,7 +16,7 @@
 namespace Chassis {
 
 /// A fan: its speed, and the alarms that it raises, by name.
-class Fan : public Zel::Entity {
+class Fan : public Zel::AttrLogEntity<Fan> {
 public:
   static constexpr std::string_view zelTypeName = "Chassis::Fan";
   static const Zel::TypeTable& zelTable();
@@ -21,6 +25,7 @@ public:
   class NotifieeConst;
   class Notifiee;
   class GenericIf_;
+  class ZelNboAttrLogSa;
 
   struct Attr {
     static constexpr Zel::AttributeId speed = 258;
@@ -31,7 +36,7 @@ public:
   };
   using AlarmMap = Zel::HashMap<ZelAlarm, Zel::String8, bool>;
 
-  explicit Fan(Zel::Name name) : Entity(std::move(name)) {}
+  explicit Fan(Zel::Name name) : AttrLogEntity(std::move(name)) {}
 
   unsigned speed() const { return Zel::read(*this, speed_); }
   void speedIs(unsigned rpm);
@@ -133,9 +138,36 @@ Fan::GenericIf_::GenericIf_(const Zel::Ptr<Fan>& fan, bool isConst) : EntityGene
   zelAttach(this, fan);
 }
 
+// The attribute log: again a line for each callback, and for a collection the keys that are owed.
+class Fan::ZelNboAttrLogSa : public Zel::AdapterOf<Fan> {
+public:
+  using AdapterOf::AdapterOf;
+  class ZelNboAttrLogSaAdapter_;
+  class FlowOut;
+  virtual void onSpeed() { zelOnSingular(Attr::speed); }
+  virtual void onAlarm(Zel::String8 name) { zelOnKey(Attr::alarm, &name); }
+};
+class Fan::ZelNboAttrLogSa::ZelNboAttrLogSaAdapter_ : public Zel::AdapterNotifiee<Fan> {
+public:
+  void onSpeed() override { zelForward(&ZelNboAttrLogSa::onSpeed); }
+  using Fan::Notifiee::onAlarm;
+  void onAlarm(Zel::String8 name) override { zelForward(&ZelNboAttrLogSa::onAlarm, name); }
+};
+class Fan::ZelNboAttrLogSa::FlowOut : public Zel::EntityFlowOut {
+public:
+  class ZelZelIsAlarmDirty : public Zel::MapEntry<ZelZelIsAlarmDirty, Zel::String8, bool> {
+    using MapEntry::MapEntry;
+  };
+  using EntityFlowOut::EntityFlowOut;
+
+private:
+  Zel::DirtyKeys<Zel::HashMap<ZelZelIsAlarmDirty, Zel::String8, bool>> alarms_{*this, Attr::alarm};
+};
+
 } // namespace Chassis
 
 template class Zel::TypeOf<Chassis::Fan>; // here, where its generic object is known
+ZEL_ADAPTER(Chassis::Fan)
 
 namespace {
 
@@ -153,6 +185,47 @@ class Watcher : public Zel::GenericIfEntity::Listener {
               << "] = " << Zel::readMember(self, id, key)->strRep() << '\n';
   }
 };
+
+using Zel::Connection;
+
+/// Moves bytes as a driver of sockets would, here from one end to the other, until none are left.
+void settle(Connection& from, Connection& to) {
+  while (from.service() || from.wantsWrite()) {
+    const auto bytes = from.pendingOutput();
+    const auto space = to.inputSpace();
+    const std::size_t count = std::min(bytes.size(), space.size());
+    std::copy_n(bytes.begin(), count, space.begin());
+    from.outputConsumed(count);
+    to.inputReceived(count);
+    to.service();
+  }
+}
+
+/// Mirrors a fan into another place, and changes it.
+void mirror(const Zel::Ptr<Chassis::Fan>& fan) {
+  const auto place = Zel::makeObject<Zel::Dir>();
+  const auto readOnly =
+      Zel::PtrInterface::NotifieeConst::Zel_BitSet(Zel::StreamAdapter::flagReadOnly);
+  const auto here = Zel::makeObject<Connection>(Connection::End::first);
+  const auto there =
+      Zel::makeObject<Connection>(Connection::End::second, "here", Zel::ConnectionLimits(),
+                                  Zel::makeObject<Zel::NboAttrLog::DirMounts>(place, readOnly));
+  here->demuxer()->exportIs(fan);
+  settle(*here, *there);
+  const auto copy = Zel::ptrCast<Chassis::Fan>(place->entity(fan->name()));
+  std::cout << "the mirror says " << copy->speed() << ", " << copy->alarmMap().count()
+            << " alarms\n";
+  fan->speedIs(5000);
+  settle(*here, *there);
+  std::cout << "and now " << copy->speed() << '\n';
+  try {
+    copy->speedIs(1);
+  } catch (const Zel::ReadOnlyException& refusal) {
+    std::cout << refusal.message() << '\n';
+  }
+  here->close();
+  there->close();
+}
 
 } // namespace
 
@@ -179,4 +252,6 @@ int main() {
   } catch (const Zel::Exception& failure) {
     std::cout << failure.message() << '\n';
   }
+  mirror(Zel::ptrCast<Chassis::Fan>(
+      Zel::Ptr<Zel::PtrInterface>(Zel::ptrCast<Zel::GenericIfEntity>(fan)->zelObject())));
 }

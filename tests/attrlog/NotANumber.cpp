@@ -21,12 +21,13 @@ using testing::IsEmpty;
 
 constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 
-std::size_t nanRecords(const std::vector<Seen>& seen, AttributeId attr) {
+/// Records for a key of the collection, of an entry or a deletion, whose key is a number or is not.
+std::size_t records(const std::vector<Seen>& seen, AttributeId attr, bool isNan) {
   std::size_t count = 0;
   for (const Seen& one : seen) {
     if (one.attr == attr || one.attr == -attr) {
       const std::uint64_t bits = std::uint64_t{number(one.payload)} << 32 | number(one.payload, 4);
-      count += std::isnan(std::bit_cast<double>(bits)) ? 1U : 0U;
+      count += std::isnan(std::bit_cast<double>(bits)) == isNan ? 1U : 0U;
     }
   }
   return count;
@@ -41,7 +42,7 @@ TEST_F(NotANumber, AChangeUnderSuchAKeyGoesOutAsADeletion) {
   unit->historyIs(nan, "line"); // no search finds it, so it looks gone
   const auto seen = writer.seen();
   EXPECT_EQ(briefs(seen), Briefs{"-268"});
-  EXPECT_EQ(nanRecords(seen, 268), 1U);
+  EXPECT_EQ(records(seen, 268, true), 1U);
 }
 
 TEST_F(NotANumber, ManyChangesWithoutRoomAreOneMarkAndTheFlowEnds) {
@@ -50,14 +51,14 @@ TEST_F(NotANumber, ManyChangesWithoutRoomAreOneMarkAndTheFlowEnds) {
     unit->historyIs(nan, "line");
     unit->historyIs(i, "line");
   }
-  EXPECT_EQ(writer.adapter->flowOut()->zelIsHistoryDirtyMap().count(), 101U);
+  EXPECT_EQ(writer.adapter->flowOut()->zelIsHistoryDirtyMap().count(), 100U); // and beside it
   const auto seen = writer.seenWorked();
   EXPECT_EQ(seen.size(), 101U);
-  EXPECT_EQ(nanRecords(seen, 268), 1U);
+  EXPECT_EQ(records(seen, 268, true), 1U);
   EXPECT_FALSE(writer.adapter->flowOut());
 }
 
-TEST_F(NotANumber, AWalkEndsAndSendsEveryOtherEntry) {
+TEST_F(NotANumber, AWalkEndsAndSendsARecordForEveryOtherKey) {
   for (int i = 0; i < 50; ++i) {
     unit->historyIs(i % 2 == 0 ? i : nan, "line");
   }
@@ -65,8 +66,9 @@ TEST_F(NotANumber, AWalkEndsAndSendsEveryOtherEntry) {
   writer.adapter->doThis();
   const auto seen = writer.seenWorked();
   const Briefs all = briefs(seen);
-  EXPECT_EQ(std::count(all.begin(), all.end(), "268"), 25);
-  EXPECT_EQ(nanRecords(seen, 268), 0U);
+  // Of an entry or of a deletion: among such keys a look-up may miss what is there.
+  EXPECT_EQ(records(seen, 268, false), 25U);
+  EXPECT_EQ(records(seen, 268, true), 0U);
   EXPECT_EQ(std::count(all.begin(), all.end(), "begin 268"), 1);
   EXPECT_EQ(std::count(all.begin(), all.end(), "end 268"), 1);
   EXPECT_FALSE(writer.adapter->flowOut());
@@ -78,13 +80,16 @@ TEST_F(NotANumber, AWalkThatIsStoppedAndGivenUpEndsToo) {
   }
   writer.worked();
   writer.adapter->doThis();
-  writer.connection->service(1);
+  writer.freeIs(Out::maxRecordSize + 4096 + 500);
+  writer.connection->service();
+  EXPECT_LT(records(writer.seen(), 268, false), 25U);
+  ASSERT_TRUE(writer.adapter->flowOut());
   unit->historyIs(nan, "other");
   unit->historyIs(100.0, "other");
   writer.adapter->doThis();
-  const Briefs all = writer.worked();
-  EXPECT_GE(std::count(all.begin(), all.end(), "268"), 26);
-  EXPECT_EQ(all.back(), "274");
+  const auto seen = writer.seenWorked();
+  EXPECT_EQ(records(seen, 268, false), 26U);
+  EXPECT_EQ(brief(seen.back()), "274");
   EXPECT_FALSE(writer.adapter->flowOut());
 }
 
@@ -113,12 +118,17 @@ TEST(NotANumberReceived, ASweepTakesSuchEntriesAndEnds) {
   EXPECT_THAT(reader.sent(), IsEmpty());
 }
 
-TEST(NotANumberReceived, ATextInPartsUnderSuchAKeyDoesNotGoOn) {
+TEST(NotANumberReceived, ATextInPartsUnderSuchAKeyIsPutTogether) {
   Reader<Status> reader;
-  const auto letters = texts(reader.id, Status::Attr::history, "fast and loose", 5, nan);
-  reader.feed(letters[0]);
-  reader.feed(letters[1]);
-  EXPECT_EQ(reader.failure(), "malformed record: history goes on where another text is under way");
+  for (const std::string& one : texts(reader.id, Status::Attr::history, "fast and loose", 5, nan)) {
+    EXPECT_EQ(reader.entity->historyMap().count(), 0U);
+    reader.feed(one);
+  }
+  EXPECT_EQ(reader.failure(), "");
+  const Status::HistoryMap::IteratorConst at(reader.entity->historyMap());
+  ASSERT_TRUE(at);
+  EXPECT_EQ(at->zelValue(), "fast and loose");
+  EXPECT_EQ(reader.flowIn(), nullptr);
 }
 
 TEST(NotANumberMirrored, LongTextsUnderSuchKeysEnd) {
@@ -151,16 +161,13 @@ TEST(NotANumberMirrored, OrderedValuesOfAnotherModelEndToo) {
   const auto mirror = pair.mirror<Rack>("r1");
   ASSERT_TRUE(mirror);
   EXPECT_STREQ(pair.there->failure().charPtr(), "");
-  for (int i = 0; i < 30; ++i) {
-    if (i % 3 != 0) {
-      EXPECT_EQ(mirror->note(i), "note") << i;
-      EXPECT_TRUE(std::isnan(mirror->reading(i))) << i;
-    }
-  }
+  EXPECT_EQ(pair.here->demuxer()->scheduled() + pair.here->demuxer()->parked(), 0U);
   rack->readingDelAll();
   rack->zelNboAttrLogSa(pair.here->out())->doThis();
+  rack->zoneIs(Foreign::frozen);
   pair.settle();
   EXPECT_EQ(pair.here->demuxer()->scheduled() + pair.here->demuxer()->parked(), 0U);
+  EXPECT_EQ(mirror->zone(), Foreign::frozen);
 }
 
 } // namespace
