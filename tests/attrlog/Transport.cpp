@@ -12,7 +12,6 @@ namespace {
 using namespace Zel::NboAttrLog;
 using Zel::makeObject;
 using Zel::Ptr;
-using Zel::String8;
 
 /// A sending half that sends smaller records.
 class SmallOut : public Out {

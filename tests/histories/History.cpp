@@ -15,6 +15,8 @@ Totals& Totals::operator+=(const Totals& other) {
   bytes += other.bytes;
   strangers += other.strangers;
   refusals += other.refusals;
+  rounds += other.rounds;
+  roundsOwing += other.roundsOwing;
   return *this;
 }
 
@@ -155,6 +157,7 @@ void History::epoch(bool isFirst) {
   for (std::uint64_t rounds = random_.size(64); rounds != 0; --rounds) {
     cutsNote();
     changes();
+    owedNote();
     world_.run(random_.size(32) - 1);
     rootsExport();
     if (random_.chance(trouble_, 100)) {
@@ -178,6 +181,18 @@ void History::changes() {
   for (std::uint64_t tries = random_.size(64); tries != 0; --tries) {
     totals_.changes += models_[model].change(random_, ownership_, sizes_, deleted_) ? 1 : 0;
   }
+}
+
+/// Counts the rounds in which somebody has to wait with what is to be sent.
+void History::owedNote() {
+  ++totals_.rounds;
+  const auto owes = [](const Hop& hop, End end) {
+    const Zel::Connection& connection = *hop.link->connection(end);
+    return connection.isUp() && connection.demuxer()->scheduled() != 0;
+  };
+  totals_.roundsOwing += std::any_of(hops_.begin(), hops_.end(), [&](const Hop& hop) {
+    return owes(hop, End::first) || owes(hop, End::second);
+  });
 }
 
 void History::baselineTake() {

@@ -14,8 +14,10 @@ struct Totals {
   std::uint64_t changes = 0;
   std::uint64_t cuts = 0;
   std::uint64_t bytes = 0;
-  std::uint64_t strangers = 0; ///< records that nobody had a use for
-  std::uint64_t refusals = 0;  ///< local writes that a read-only mirror refused
+  std::uint64_t strangers = 0;   ///< records that nobody had a use for
+  std::uint64_t refusals = 0;    ///< local writes that a read-only mirror refused
+  std::uint64_t rounds = 0;      ///< of changes
+  std::uint64_t roundsOwing = 0; ///< of these, those in which changes had to wait for room
 
   Totals& operator+=(const Totals& other);
 };
@@ -73,6 +75,7 @@ private:
   void refusedWrite();
   void settle();
   void baselineTake();
+  void owedNote();
 
   // In Checks.cpp.
   void check();

@@ -50,7 +50,8 @@ int simulate(const char* program, std::uint64_t first, std::uint64_t count, bool
   const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
   std::cout << totals.histories << " histories, " << totals.changes << " changes, " << totals.cuts
             << " cuts, " << totals.bytes << " bytes, " << totals.strangers << " records of no use, "
-            << totals.refusals << " refused writes, " << taken.count() << " s\n";
+            << totals.refusals << " refused writes, " << totals.roundsOwing << " of "
+            << totals.rounds << " rounds without room, " << taken.count() << " s\n";
   return totals.histories == count ? 0 : 1;
 }
 

@@ -55,7 +55,7 @@ Model::Place Model::randomPlace(Random& random, const Ownership& ownership) cons
   std::advance(root, random.below(roots_->entities().size()));
   Place place{root->second.ptr(), rootPath(root->first), std::nullopt, 0};
   freshOwnerFind(place, 0);
-  while (random.chance(3, 4)) {
+  while (random.chance(1, 2)) {
     const Zel::AttrRow* directory = nullptr;
     forFlowingRows(tableOf(*place.entity), [&](const Zel::AttrRow& row) {
       directory = row.kind == Zel::AttrKind::instantiating ? &row : directory;
