@@ -84,7 +84,7 @@ void Demuxer::close() {
 
 Ptr<Entity::ZelNboAttrLogSa> Demuxer::exportIs(const Ptr<Entity>& root, Flags flags) {
   const EntityId id = newEntityId();
-  const Ptr<Entity::ZelNboAttrLogSa> adapter = root->zelNboAttrLogSaIs(
+  Ptr<Entity::ZelNboAttrLogSa> adapter = root->zelNboAttrLogSaIs(
       with(flags, StreamAdapter::flagWeakNotifiee), 1, connection_->out(), nullptr);
   if (!adapter) {
     throwRangeException("no attribute log: " + root->fullName());

@@ -81,7 +81,8 @@ private:
 
   void addDouble(double number) noexcept {
     constexpr std::uint64_t anyNaN = 0x7ff8000000000000;
-    add(number != number ? anyNaN : std::bit_cast<std::uint64_t>(number + 0.0)); // -0.0 + 0.0 is 0.0
+    add(number != number ? anyNaN
+                         : std::bit_cast<std::uint64_t>(number + 0.0)); // -0.0 + 0.0 is 0.0
   }
 
   void addMembers(const TypeTable& table, const void* value) {

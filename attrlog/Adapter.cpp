@@ -17,7 +17,7 @@ AttrLogAdapter::~AttrLogAdapter() = default;
 
 void AttrLogAdapter::attach(const Ptr<PtrInterface::NotifieeConst>& notifiee,
                             const Ptr<const Entity>& entity) {
-  PtrInterface::hasNotificationActiveIs(false); // until whoever makes the adapter turns it on
+  referenceBitsClear(notificationActiveBit); // until whoever makes the adapter turns it on
   notifiee_ = notifiee;
   if (hasFlag(flagWeakNotifiee)) {
     isWeakReferenceIs(true);

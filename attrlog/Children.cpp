@@ -122,8 +122,7 @@ Ptr<Entity::ZelNboAttrLogSa> AttrLogAdapter::childIs(Entity::ZelNboAttrLogSa& pa
                                                      Entity& child, unsigned option,
                                                      PtrInterface* owner) {
   auto& own = static_cast<AttrLogAdapter&>(parent);
-  const Ptr<ZelNboAttrLogSa> adapter =
-      child.zelNboAttrLogSaIs(flags, option, own.nboAttrLogOut(), owner);
+  Ptr<ZelNboAttrLogSa> adapter = child.zelNboAttrLogSaIs(flags, option, own.nboAttrLogOut(), owner);
   if (!adapter) {
     return nullptr;
   }

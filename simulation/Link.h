@@ -28,7 +28,8 @@ using Time = std::uint64_t;
 ///     world.run(10);                                 // some of the bytes may have arrived
 ///     link.stall(Zel::Connection::End::second, 500); // what it is sent waits
 ///     link.cut();
-///     link.reconnect();                              // both ends anew, by the same function
+///     ASSERT_TRUE(world.settle());                   // now both ends know
+///     link.reconnect();                              // anew, by the same function
 ///     ASSERT_TRUE(world.settle());
 ///
 /// Belongs to the thread of its connections, as they do to the thread that made them.
@@ -66,8 +67,8 @@ public:
 
   /// What is on its way to `to` waits for a duration, and so does what is sent to it then.
   void stall(End to, Time duration);
-  /// Cuts the link now: of the bytes in flight, some first ones still arrive, the rest is lost.
-  /// Each end hears of it within `hears` steps, and what it sends until then is lost.
+  /// Cuts the link in the next step: of the bytes in flight, some first ones may still arrive, the
+  /// rest is lost. Each end hears of it within `hears` steps, and what it sends until then is lost.
   void cut(Time hears = 0);
   /// Cuts the link right behind the next `bytes` bytes that arrive at `to`.
   void cutAfter(End to, std::uint64_t bytes, Time hears = 0);

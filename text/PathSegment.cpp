@@ -1,7 +1,7 @@
 #include <text/Path.h>
 
-#include <text/Value.h>
 #include <Zel/ValueBuilder>
+#include <text/Value.h>
 
 #include <charconv>
 

@@ -215,7 +215,8 @@ TEST_F(Deserialization, ARecordReachesTheOtherConnections) {
 }
 
 TEST_F(Deserialization, WithoutAConnectionNothingHappens) {
-  const auto adapter = Zel::makeObject<Status::ZelNboAttrLogSa>(Flags(), unit, 1, nullptr, nullptr);
+  const auto adapter =
+      Zel::makeObject<Status::ZelNboAttrLogSa>(Flags(), unit, 1U, nullptr, nullptr);
   adapter->flagsIs(Adapter::flagReactorActive, true);
   adapter->handleAttrDeserialization(Attr::state, {}, 4, nullptr);
   EXPECT_TRUE(adapter->hasFlag(Adapter::flagReactorActive));
@@ -227,7 +228,7 @@ TEST_F(Deserialization, ARecordFromOutsideIsReadAndOnlyPassedOn) {
   unit->stateIs(active);
   unit->groupIs(GroupKey(Group::groupTypeBgp, "peers"), true);
   reader.sent();
-  const auto in = Zel::makeObject<Zel::NboAttrLog::In>(nullptr, 4096);
+  const auto in = Zel::makeObject<Zel::NboAttrLog::In>(nullptr, std::size_t{4096});
   const auto give = [&](const std::string& bytes) {
     std::memcpy(in->space().data(), bytes.data(), bytes.size());
     in->received(bytes.size());

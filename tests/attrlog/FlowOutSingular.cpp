@@ -168,7 +168,8 @@ TEST_F(FlowOutSingular, AnAdapterThatIsPendingMutedOrNotStreamingDropsAChangeAsD
 
 TEST(FlowOutGate, WithoutAConnectionAChangeIsDropped) {
   const auto unit = statusFactory("System");
-  const auto adapter = Zel::makeObject<Status::ZelNboAttrLogSa>(Flags(), unit, 1, nullptr, nullptr);
+  const auto adapter =
+      Zel::makeObject<Status::ZelNboAttrLogSa>(Flags(), unit, 1U, nullptr, nullptr);
   adapter->hasNotificationActiveIs(true);
   adapter->flagsIs(Adapter::flagReactorActive, true);
   unit->stateIs(active);

@@ -19,7 +19,7 @@ using Position = String8::IteratorConst;
 String8 longText(std::size_t length, char start = 'a') {
   std::string text(length, ' ');
   for (std::size_t i = 0; i < length; ++i) {
-    text[i] = static_cast<char>(start + i % 17);
+    text[i] = static_cast<char>(static_cast<unsigned char>(start) + i % 17);
   }
   return String8(text);
 }

@@ -50,10 +50,10 @@ using Zel::Ptr;
 using Zel::String8;
 
 struct Stalled : testing::Test {
-  static constexpr unsigned count = 1000;
+  static constexpr std::size_t count = 1000;
 
   Stalled() {
-    for (unsigned i = 0; i < count; ++i) {
+    for (std::size_t i = 0; i < count; ++i) {
       units.push_back(Ptr<Status>(dir->statusIs(String8("unit" + std::to_string(i)))));
     }
     pair.here->demuxer()->exportIs(dir);
@@ -127,7 +127,7 @@ TEST_F(Stalled, ReadersCostNoMoreHoweverMuchChanges) {
   const std::uint64_t records = pair.here->out()->recordsWritten();
   pair.settle();
   EXPECT_EQ(pair.here->out()->recordsWritten(), records + 7 * count);
-  for (unsigned i = 0; i < count; ++i) {
+  for (std::size_t i = 0; i < count; ++i) {
     const auto mirror = mirrors->status(units[i]->name());
     ASSERT_THAT(ears[i]->heard, UnorderedElementsAre("state", "genId", "timeOfStateChange",
                                                      "group peers", "history 7", "profileName"))

@@ -39,7 +39,8 @@ struct Transactions : testing::Test {
     for (const char* const name : {"a", "b", "c"}) {
       unit->groupIs(key(name), true);
       unit->historyIs(name[0], "line");
-      unit->intfsViolatingTrafficThresholdIs(Vexil::IntfId(0x01010000, name[0]), true);
+      unit->intfsViolatingTrafficThresholdIs(
+          Vexil::IntfId(0x01010000, static_cast<std::uint32_t>(name[0])), true);
     }
     reader.sent();
     ear = listen<Ear>(unit);

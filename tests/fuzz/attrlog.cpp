@@ -71,9 +71,9 @@ struct World {
 struct Link {
   Link(const World& world, const Ptr<Zel::Dir>& mirrors, unsigned mirrorFlags)
       : here(Zel::makeObject<Connection>(Connection::End::first, "mirror", limits())),
-        there(Zel::makeObject<Connection>(
-            Connection::End::second, "exporter", limits(),
-            Zel::makeObject<Zel::NboAttrLog::DirMounts>(mirrors, Flags(mirrorFlags), std::size_t{8}))) {
+        there(Zel::makeObject<Connection>(Connection::End::second, "exporter", limits(),
+                                          Zel::makeObject<Zel::NboAttrLog::DirMounts>(
+                                              mirrors, Flags(mirrorFlags), std::size_t{8}))) {
     for (const Ptr<Entity>& root :
          {Ptr<Entity>(world.units), Ptr<Entity>(world.profiles), Ptr<Entity>(world.standard)}) {
       here->demuxer()->exportIs(root, Flags(Adapter::flagRemoteReadOnly));

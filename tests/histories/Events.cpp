@@ -75,10 +75,21 @@ void History::cutsNote() {
   }
 }
 
+void History::announceAll() {
+  for (const Hop& hop : hops_) {
+    for (const End end : {End::first, End::second}) {
+      if (hop.link->connection(end)->isUp()) {
+        hop.link->connection(end)->demuxer()->announcingIs(true);
+      }
+    }
+  }
+}
+
 void History::reconnect(unsigned hop) {
   cutsNote();
   // What models behind this one have sent has arrived before this one hears anew what they sent
   // it to change.
+  announceAll();
   for (unsigned next = hop + 1; next < hops_.size(); ++next) {
     if (!world_.settle(*hops_[next].link)) {
       broken("does not come to rest");

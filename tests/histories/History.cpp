@@ -207,13 +207,7 @@ void History::baselineTake() {
 
 void History::settle() {
   tell("settling");
-  for (unsigned hop = 0; hop < hops_.size(); ++hop) {
-    for (const End end : {End::first, End::second}) {
-      if (hops_[hop].link->isUp()) {
-        hops_[hop].link->connection(end)->demuxer()->announcingIs(true);
-      }
-    }
-  }
+  announceAll();
   bool isQuiet = false;
   while (!isQuiet) {
     if (!world_.settle()) {

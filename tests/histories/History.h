@@ -70,6 +70,7 @@ private:
   void changes();
   void event();
   void cutsNote();
+  void announceAll();
   void reconnect(unsigned hop);
   void strangerSend(unsigned hop, End end);
   void refusedWrite();

@@ -29,10 +29,11 @@ TEST_P(Seeds, ModelsAgreeWheneverEverythingHasComeToRest) {
   const Totals totals = histories(GetParam());
   EXPECT_EQ(totals.histories, 100U);
   EXPECT_GT(totals.changes, 40000U);
-  EXPECT_GT(totals.cuts, 30U);
-  EXPECT_GT(totals.bytes, 10000000U);
+  EXPECT_GT(totals.cuts, 50U);
+  EXPECT_GT(totals.bytes, 2000000U);
   EXPECT_GT(totals.strangers, 30U);
-  EXPECT_GT(totals.refusals, 30U);
+  EXPECT_GT(totals.refusals, 2U);
+  EXPECT_GT(totals.roundsOwing, 500U);
 }
 
 std::string firstSeed(const testing::TestParamInfo<std::uint64_t>& first) {
