@@ -30,7 +30,7 @@ Ptr<In> Out::reverseLog() const { return ptrCast<In>(reverse()); }
 void operator<<(const Ptr<Out>& out, TypeId type) { out->putString(String8(type.name)); }
 
 In::In(Connection* connection, std::size_t capacity)
-    : Connection::In(connection), ring_(std::make_unique<std::uint8_t[]>(capacity)) {
+    : Connection::In(connection), ring_(std::make_unique_for_overwrite<std::uint8_t[]>(capacity)) {
   ringIs(ring_.get(), capacity);
 }
 

@@ -7,6 +7,7 @@
 #include <Zel/Trace>
 
 #include <limits>
+#include <typeinfo>
 
 namespace Zel {
 
@@ -97,10 +98,22 @@ void NotifieeConst::notifierGone() noexcept {
 }
 
 bool NotifieeConst::goesFirst() const {
-  // The cast walks the whole chain of classes where it fails, so the cheap question comes first.
+  // The cast walks the chain of classes, so the cheap question comes first; and a walk makes many
+  // adapters of one type in a row, whose answer is kept.
   const Ptr<NotifieeConst> reactor = zelReactor();
-  return reactor && reactor->isStreamAdapter() &&
-         dynamic_cast<const Entity::ZelNboAttrLogSa*>(reactor.ptr()) != nullptr;
+  if (!reactor || !reactor->isStreamAdapter()) {
+    return false;
+  }
+  static constinit thread_local const std::type_info* known = nullptr;
+  const NotifieeConst& object = *reactor;
+  const std::type_info& type = typeid(object);
+  if (&type != known) {
+    if (dynamic_cast<const Entity::ZelNboAttrLogSa*>(&object) == nullptr) {
+      return false;
+    }
+    known = &type;
+  }
+  return true;
 }
 
 void NotifieeConst::handleNotification(ActivityConfig* /*config*/) {}

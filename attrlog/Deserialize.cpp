@@ -247,6 +247,15 @@ void AttrLogAdapter::textEntryRead(const FlowStep& step, In& in, unsigned size, 
   entryApply(step, key.at(), &whole);
 }
 
+namespace {
+
+/// Members of entities' directories are entities.
+Ptr<Entity> memberMade(Ptr<PtrInterface> made) {
+  return Ptr<Entity>::adopt(static_cast<Entity*>(made.release()));
+}
+
+} // namespace
+
 AttributeId AttrLogAdapter::compoundRead(AttributeId attr, In& in, std::size_t& entityIdAt) {
   const AttributeId collection = plan().steps.front().row->id;
   const std::size_t size = in.left();
@@ -323,10 +332,10 @@ void AttrLogAdapter::childRead(const FlowStep& step, In& in, std::size_t payload
     const DeserializingEidAnchor anchor(id, entity);
     memberActive.telIs(memberAdapter.ptr());
     try {
-      child = ptrCast<Entity>(ops.create(entity, key.at(), arguments.data()));
+      child = memberMade(ops.create(entity, key.at(), arguments.data()));
     } catch (const NameInUseException&) {
       remove();
-      child = ptrCast<Entity>(ops.create(entity, key.at(), arguments.data()));
+      child = memberMade(ops.create(entity, key.at(), arguments.data()));
     }
   }
   memberActive.telIs(nullptr);
