@@ -128,8 +128,9 @@ bool AttrLogAdapter::serializeTextEntry(const FlowStep& step, const void* key, c
       }
       return false;
     }
-    if (!prepareImmediateTransmission(attr, false) || needed > NboAttrLog::Out::maxRecordSize ||
-        !enough) {
+    // The abort of a text that was under way goes before anything else of this collection.
+    if (!prepareImmediateTransmission(attr, false) || flow->pendingAbort().count(attr) != 0 ||
+        needed > NboAttrLog::Out::maxRecordSize || !enough) {
       flow->dirtyKeys(attr).mark(key, true);
       return false;
     }
