@@ -153,7 +153,7 @@ TEST_F(Stalled, AMarkIsFreedWhenItHasBeenWorkedOff) {
   const std::ptrdiff_t bytes = livingBytes;
   Wiretap::fill(*pair.here, 0);
   change(14);
-  EXPECT_EQ(livingObjects, objects + count); // a FlowOut each
+  EXPECT_EQ(livingObjects, objects + static_cast<std::ptrdiff_t>(count)); // a FlowOut each
   EXPECT_LE(livingBytes - bytes, 400 * static_cast<std::ptrdiff_t>(count));
   pair.settle();
   EXPECT_EQ(livingObjects, objects);
