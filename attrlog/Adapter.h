@@ -72,7 +72,6 @@ protected:
 
 private:
   enum class Gate : std::uint8_t { pass, notDone, done };
-  class Reading;
 
   /// Whether a change may go out. Clears the mark of a record that is being applied, whose echo
   /// this then is.
@@ -140,6 +139,7 @@ private:
   void channelModeIs(unsigned mode) const;
 
   void textEnd(NboAttrLog::FlowIn& flow);
+  void textDrop(NboAttrLog::FlowIn& flow);
   void entriesSweep(const FlowStep& step, AttrTransactionType type);
   void childrenSweep(const FlowStep& step, AttrTransactionType type);
   void entryDelete(const FlowStep& step, const CollectionPosition& at);

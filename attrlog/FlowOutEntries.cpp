@@ -10,9 +10,6 @@ using TextPosition = String8::IteratorConst;
 
 namespace {
 
-/// What has to be free beside a record for the record to be written outside of the schedule.
-constexpr std::size_t spare = 49152;
-
 /// Bytes of a record that carries a key, at most.
 std::size_t sizeWithKey(const ValueRecord& type, const void* key) {
   std::uint8_t bytes[NboAttrLog::Out::maxRecordSize];
@@ -104,7 +101,7 @@ bool AttrLogAdapter::serializeTextEntry(const FlowStep& step, const void* key, c
   const NboAttrLog::Out& out = *nboAttrLogOut();
   const std::size_t bare = sizeWithKey(*step.row->key, key);
   const std::size_t needed = deleted ? bare : bare + sizeof(std::uint32_t) + text.length();
-  const bool enough = freeSpace() >= needed + spare;
+  const bool enough = freeSpace() >= needed + textBeginSpace;
   EntityFlowOut* const flow = hasFlag(flagNoFlowOut) ? nullptr : owed();
   TextPosition at(text);
   if (flow != nullptr && isScheduled()) {
@@ -158,7 +155,7 @@ bool AttrLogAdapter::serializeTextEntry(const FlowStep& step, const void* key, c
         }
         return false;
       }
-    } else if (continuing || (!enough && freeSpace() < spare)) {
+    } else if (continuing || (!enough && freeSpace() < textBeginSpace)) {
       return textEntryAbsorbed(step, key, at);
     }
     writeText(step, key, at);

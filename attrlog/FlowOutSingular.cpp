@@ -1,6 +1,5 @@
 #include <attrlog/Write.h>
 
-#include <Zel/Demuxer>
 #include <Zel/NboAttrLogFlow>
 
 namespace Zel {
@@ -10,9 +9,6 @@ using NboAttrLog::MsgHeader;
 using TextPosition = String8::IteratorConst;
 
 namespace {
-
-/// Free space in which a text is begun outside of the schedule: a good deal more than one message.
-constexpr std::size_t textBeginSpace = 49152;
 
 bool isAtEnd(const TextPosition& at) { return at.position() < 0 || at.eot(); }
 

@@ -45,10 +45,7 @@ void AttrLogAdapter::handleAttrTransaction(AttributeId attr, AttrTransactionType
   case FlowKind::keyedText:
     if (type == attrTransactionAbort && flow) {
       if (flow->iter() != nullptr && flow->aid() == attr) {
-        zelFlowInIteratorDel<String8::Iterator>(flow.ptr(), attr);
-        flow->idxDel();
-        flow->aidIs(flow->transaction());
-        demuxer->partialTextIs(*flow, 0);
+        textDrop(*flow);
       }
       break;
     }
@@ -59,13 +56,18 @@ void AttrLogAdapter::handleAttrTransaction(AttributeId attr, AttrTransactionType
   ZelNboAttrLogSa::handleAttrTransaction(attr, type, n);
 }
 
-/// Lets go of the text that is under way, and of its key. The `FlowIn` stays for the transaction
-/// that it stands for.
+/// The text that is under way has come to its end. The `FlowIn` stays for a transaction that it
+/// stands for.
 void AttrLogAdapter::textEnd(FlowIn& flow) {
-  if (!flow.isTransaction()) {
+  if (flow.isTransaction()) {
+    textDrop(flow);
+  } else {
     streamDemuxer()->flowInDel(entityId());
-    return;
   }
+}
+
+/// Lets go of the text that is under way, and of its key.
+void AttrLogAdapter::textDrop(FlowIn& flow) {
   zelFlowInIteratorDel<String8::Iterator>(&flow, flow.aid());
   flow.idxDel();
   flow.aidIs(flow.transaction());

@@ -157,7 +157,20 @@ TEST_F(AdapterLife, AZombieStaysWithTheConnectionAndWritesNothing) {
   EXPECT_FALSE(writes());
   adapter->zelDoZombieReactors(true);
   EXPECT_TRUE(adapter->zelMarkedForDeletion());
-  adapter->zelDoZombieReactors(false); // a weak one has to hear of the entity's end
+}
+
+TEST_F(AdapterLife, SwitchedOffItHoldsItsEntityWhoseEndItWouldNotHear) {
+  const Ptr<Adapter> adapter = announced();
+  EXPECT_EQ(unit->references(), 1U);
+  adapter->hasNotificationActiveIs(false);
+  EXPECT_EQ(unit->references(), 2U);
+  unit = nullptr;
+  ASSERT_TRUE(adapter->notifier());
+  EXPECT_EQ(adapter->notifier()->name(), "u");
+  EXPECT_EQ(sender.demuxer().adapters(), 1U);
+  adapter->hasNotificationActiveIs(true); // weak again: the last count goes
+  EXPECT_FALSE(adapter->notifier());
+  EXPECT_EQ(sender.demuxer().adapters(), 0U);
 }
 
 TEST_F(AdapterLife, AZombieComesBack) {

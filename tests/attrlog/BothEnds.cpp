@@ -15,11 +15,6 @@ namespace {
 using namespace Maintenance::Unit;
 using Zel::StreamAdapter;
 
-Zel::Ptr<StreamAdapter> adapterOf(const Zel::Ptr<Zel::Entity>& entity,
-                                  const Zel::Ptr<Zel::Connection>& connection) {
-  return entity->zelNboAttrLogSa(Zel::Ptr<const Zel::NboAttrLog::Out>(connection->out()));
-}
-
 TEST(BothEnds, MakeTheSameMemberAndAgree) {
   Pair pair;
   const auto dir = statusDirFactory("units");
@@ -32,9 +27,9 @@ TEST(BothEnds, MakeTheSameMemberAndAgree) {
   pair.settle();
   EXPECT_EQ(dir->status("System")->genId(), 7U);
   EXPECT_EQ(mirrors->status("System"), mirror);
-  EXPECT_EQ(adapterOf(mirror, pair.there)->entityId(),
-            adapterOf(dir->status("System"), pair.here)->entityId());
-  EXPECT_TRUE(pair.here->demuxer()->isOwnId(adapterOf(mirror, pair.there)->entityId()));
+  EXPECT_EQ(Pair::adapterOf(mirror, pair.there)->entityId(),
+            Pair::adapterOf(dir->status("System"), pair.here)->entityId());
+  EXPECT_TRUE(pair.here->demuxer()->isOwnId(Pair::adapterOf(mirror, pair.there)->entityId()));
 }
 
 TEST(BothEnds, APeerDoesNotMountWhatThisEndExports) {
@@ -49,7 +44,7 @@ TEST(BothEnds, APeerDoesNotMountWhatThisEndExports) {
   pair.here->demuxer()->exportIs(imposter);
   pair.settle();
   EXPECT_EQ(pair.there->demuxer()->counts().refused, 1U);
-  EXPECT_TRUE(adapterOf(dir, pair.there)->hasFlag(StreamAdapter::flagRemoteReadOnly));
+  EXPECT_TRUE(Pair::adapterOf(dir, pair.there)->hasFlag(StreamAdapter::flagRemoteReadOnly));
   EXPECT_EQ(dir->status("System")->genId(), 0U);
 }
 
@@ -71,8 +66,8 @@ struct ReadOnlyOrders : Orders {
 
 TEST_F(Orders, AnArgumentThatComesWithAKnownMemberIsNoEcho) {
   dir->order("a")->urgencyIs(Foreign::urgencyUnknown);
-  adapterOf(dir, pair.here)->doThis(); // announces the member with what it has now
-  Pair::move(*pair.here, *pair.there); // nothing yet but the change itself
+  Pair::adapterOf(dir, pair.here)->doThis(); // announces the member with what it has now
+  Pair::move(*pair.here, *pair.there);       // nothing yet but the change itself
   const std::uint64_t before = pair.there->out()->recordsWritten();
   pair.settle();
   EXPECT_EQ(mirrors->order("a")->urgency(), Foreign::urgencyUnknown);
@@ -88,7 +83,7 @@ TEST_F(ReadOnlyOrders, ARefusedWriteOfAnArgumentIsRepaired) {
 }
 
 TEST_F(Orders, AChangedArgumentSurvivesThatAllIsSentAnew) {
-  const auto order = adapterOf(dir->order("a"), pair.here);
+  const auto order = Pair::adapterOf(dir->order("a"), pair.here);
   order->flagsIs(StreamAdapter::flagForceFlowOut, true);
   dir->order("a")->urgencyIs(Foreign::urgencyUnknown); // owed
   order->doThis();
@@ -120,12 +115,12 @@ TEST(BothEnds, ATextOfAMutedAdapterWaits) {
   pair.settle();
   const Zel::String8 text(std::string(100000, 'x'));
   unit->maintExitInstanceIs(text);
-  adapterOf(unit, pair.here)->flagsIs(StreamAdapter::flagMuted, true);
+  Pair::adapterOf(unit, pair.here)->flagsIs(StreamAdapter::flagMuted, true);
   pair.settle(); // which ends
   EXPECT_EQ(pair.here->demuxer()->parked(), 1U);
   const auto mirror = pair.mirror<StatusDir>("units")->status("System");
   EXPECT_EQ(mirror->maintExitInstance(), "");
-  adapterOf(unit, pair.here)->flagsIs(StreamAdapter::flagMuted, false);
+  Pair::adapterOf(unit, pair.here)->flagsIs(StreamAdapter::flagMuted, false);
   pair.settle();
   EXPECT_EQ(mirror->maintExitInstance(), text);
   EXPECT_EQ(pair.here->demuxer()->parked(), 0U);

@@ -59,8 +59,7 @@ TEST_F(Callbacks, MayCloseTheConnectionInTheMidstOfASweep) {
   mirror->groupIs(peers, true);
   mirror->groupIs(uplinks, true);
   pair.settle();
-  const auto adapter =
-      unit->zelNboAttrLogSa(Zel::Ptr<const Zel::NboAttrLog::Out>(pair.here->out()));
+  const auto adapter = Pair::adapterOf(unit, pair.here);
   adapter->flagsIs(Zel::StreamAdapter::flagMuted, true);
   unit->groupDelAll(); // which the mirror hears nothing of
   adapter->flagsIs(Zel::StreamAdapter::flagMuted, false);
@@ -93,7 +92,7 @@ TEST_F(Callbacks, MayMakeAgainWhatASweepDeletes) {
   const auto keeper = Zel::makeObject<Keeper>();
   keeper->isRegisteredNotifieeIs(true);
   keeper->notifierIs(mirrors);
-  const auto adapter = dir->zelNboAttrLogSa(Zel::Ptr<const Zel::NboAttrLog::Out>(pair.here->out()));
+  const auto adapter = Pair::adapterOf(dir, pair.here);
   adapter->flagsIs(Zel::StreamAdapter::flagMuted, true);
   dir->statusDel("System");
   adapter->flagsIs(Zel::StreamAdapter::flagMuted, false);

@@ -48,6 +48,11 @@ public:
     }
   }
 
+  static Zel::Ptr<Zel::StreamAdapter> adapterOf(const Zel::Ptr<Zel::Entity>& entity,
+                                                const Zel::Ptr<Zel::Connection>& connection) {
+    return entity->zelNboAttrLogSa(Zel::Ptr<const Zel::NboAttrLog::Out>(connection->out()));
+  }
+
   template <class T>
   Zel::Ptr<T> mirror(const char* name) const {
     return Zel::ptrCast<T>(roots->entity(name));
