@@ -48,7 +48,14 @@ Name NotifieeConst::name() const {
 }
 
 void NotifieeConst::notifierIs(const Ptr<const PtrInterface>& notifier) {
+  const PtrInterface* const former = notifier_.ptr();
+  if (weak_ && former != nullptr) {
+    former->referencesInc(); // a weak reference holds none of the counts that the handle drops
+  }
   notifier_.ptrAssign(notifier.ptr());
+  if (weak_ && notifier_) {
+    notifier_.ptr()->referencesDec();
+  }
 }
 
 void NotifieeConst::isWeakReferenceIs(bool weak) {
@@ -70,19 +77,6 @@ void NotifieeConst::isWeakReferenceIs(bool weak) {
     notifier->referencesDec();
   } else {
     notifier->referencesInc();
-  }
-}
-
-void NotifieeConst::weakCountsBalance(const PtrInterface* former,
-                                      const PtrInterface* next) const noexcept {
-  if (!weak_) {
-    return;
-  }
-  if (former != nullptr) {
-    former->referencesInc();
-  }
-  if (next != nullptr) {
-    next->referencesDec();
   }
 }
 

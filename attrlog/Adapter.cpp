@@ -54,16 +54,15 @@ void AttrLogAdapter::hasNotificationActiveIs(bool active) {
 }
 
 void AttrLogAdapter::notifierIs(const Ptr<const PtrInterface>& wanted) {
-  if (wanted == notifier()) {
+  const Ptr<const PtrInterface> former = notifier(); // whose last count may be our notifiee's
+  if (wanted == former) {
     isRegisteredNotifieeIs(false);
     return;
   }
   if (notifiee_) {
     notifiee_->notifierIs(wanted);
   }
-  const Ptr<const PtrInterface> former = notifier();
   ZelNboAttrLogSa::notifierIs(wanted);
-  weakCountsBalance(former.ptr(), wanted.ptr());
 }
 
 /// Whether there is nothing to mirror any more. A member that has been taken out of its directory

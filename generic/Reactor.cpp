@@ -35,13 +35,12 @@ void GenericReactor::notifierIs(const Ptr<const PtrInterface>& notifier) {
   // A copy, since the caller's may be the one that goes. A weak one that is off takes none.
   const bool unheard = isWeakReference() && !hasNotificationActive();
   const Ptr<const PtrInterface> wanted(unheard ? Ptr<const PtrInterface>() : notifier);
+  const Ptr<const PtrInterface> former(rawNotifier()); // whose last count may be the adapter's
   if (adapter_ && adapter_->notifier() != wanted) {
     adapter_->notifierIs(wanted);
   }
-  const Ptr<const PtrInterface> former(rawNotifier());
   if (former != wanted) {
     PtrInterface::NotifieeConst::notifierIs(wanted);
-    weakCountsBalance(former.ptr(), wanted.ptr());
   }
   isRegisteredNotifieeIs(false);
 }
