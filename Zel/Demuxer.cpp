@@ -40,7 +40,9 @@ Flags with(Flags flags, unsigned bits) {
 
 MountPolicy::~MountPolicy() = default;
 bool MountPolicy::mayWrite(const StreamAdapter& /*adapter*/) { return false; }
+void MountPolicy::resyncing(const Ptr<Entity>& /*entity*/) {}
 void MountPolicy::synced(const Ptr<Entity>& /*entity*/) {}
+bool MountPolicy::sessionRecord(In& /*in*/) { return false; }
 
 DirMounts::DirMounts(Ptr<Dir> dir, Flags flags, std::size_t most)
     : dir_(std::move(dir)), flags_(flags), most_(most) {}
@@ -73,13 +75,42 @@ Demuxer::~Demuxer() { globalNboAttrLogDemuxerManager().demuxerDel(this); }
 void Demuxer::close() {
   closed_ = true;
   while (StreamAdapter* const adapter = adapters_.any()) {
-    const Ptr<StreamAdapter> kept(adapter);
-    reactorDel(adapter->entityId());
-    adapter->doRemountSelf(nullptr);
+    const Ptr<StreamAdapter> kept = reactorDel(adapter->entityId());
+    rootLeave(*kept);
   }
   while (FlowIn* const flow = flowIns_.any()) {
     flowInFree(*flow);
   }
+}
+
+/// An adapter that is in no table any more is a guard from now on, or lets its entity go.
+void Demuxer::rootLeave(StreamAdapter& adapter) {
+  const Ptr<Root> root = adapter.root();
+  if (root) {
+    root->demuxer_ = nullptr;
+  }
+  if (root && root->keepsGuards() && adapter.rawEntity() != nullptr) {
+    adapter.rawFlagsIs(StreamAdapter::flagReadOnly, true);
+    root->isGuard_ = true;
+    root->guards_.emplace_back(&adapter);
+  } else {
+    adapter.doRemountSelf(nullptr);
+  }
+}
+
+void Demuxer::rootDel(Root& root) {
+  std::vector<Ptr<StreamAdapter>> adapters;
+  adapters_.forEach([&](StreamAdapter& adapter) {
+    if (adapter.root_.ptr() == &root) {
+      adapters.emplace_back(&adapter);
+    }
+  });
+  for (const Ptr<StreamAdapter>& adapter : adapters) {
+    if (reactorDel(adapter->entityId())) {
+      rootLeave(*adapter);
+    }
+  }
+  root.demuxer_ = nullptr; // which may have had no adapter any more
 }
 
 Ptr<Entity::ZelNboAttrLogSa> Demuxer::exportIs(const Ptr<Entity>& root, Flags flags) {
@@ -89,6 +120,7 @@ Ptr<Entity::ZelNboAttrLogSa> Demuxer::exportIs(const Ptr<Entity>& root, Flags fl
   if (!adapter) {
     throwRangeException("no attribute log: " + root->fullName());
   }
+  rootIs(*adapter, id, false);
   adapterIs(adapter, id);
   try {
     adapter->doSerializeOrphan();
@@ -97,6 +129,11 @@ Ptr<Entity::ZelNboAttrLogSa> Demuxer::exportIs(const Ptr<Entity>& root, Flags fl
     throw;
   }
   return adapter;
+}
+
+void Demuxer::rootIs(StreamAdapter& adapter, EntityId id, bool isImported) {
+  adapter.root_ = makeObject<Root>(*this, isImported);
+  adapter.root_->entityId_ = id;
 }
 
 void Demuxer::announcingIs(bool announcing) {
@@ -204,6 +241,7 @@ void Demuxer::createFlowOut(const Ptr<StreamAdapter>& adapter, const ConnectDesc
   const Ptr<FlowOut> flowOut = adapter->flowOutIs(adapter->out_, connect, flag, start);
   if (const Ptr<FlowOut> former = adapter->flowOut()) {
     flowOut->pendingAbort_ = former->pendingAbort_;
+    flowOut->firstFlow_.takeFrom(former->firstFlow_);
     if (former->valueIter() != nullptr) {
       flowOut->pendingAbortIs(former->attrId(), true);
     }
@@ -216,6 +254,9 @@ void Demuxer::createFlowOut(const Ptr<StreamAdapter>& adapter, const ConnectDesc
     dequeue(*former);
   } else if (start != attrIdFlowEnd && !flowOut->hasDirtyAttributes()) {
     return;
+  }
+  if (start != attrIdFlowEnd) {
+    flowOut->firstFlow_.begin(adapter->root_);
   }
   adapter->flowOutSet(flowOut);
   schedule(*flowOut);
@@ -259,6 +300,22 @@ bool Demuxer::continueRun(const FlowOut* flowOut) noexcept {
 
 namespace {
 
+/// Says for its scope whose records the thread applies.
+class Applying {
+public:
+  explicit Applying(const Demuxer* demuxer) noexcept : former_(std::exchange(current, demuxer)) {}
+  ~Applying() { current = former_; }
+  Applying(const Applying&) = delete;
+  Applying& operator=(const Applying&) = delete;
+
+  static constinit thread_local const Demuxer* current;
+
+private:
+  const Demuxer* const former_;
+};
+
+constinit thread_local const Demuxer* Applying::current = nullptr;
+
 /// Says for its scope that records are being applied or written.
 class Serving {
 public:
@@ -272,6 +329,8 @@ private:
 };
 
 } // namespace
+
+const Demuxer* Demuxer::applying() noexcept { return Applying::current; }
 
 bool Demuxer::outputWrite(std::size_t budget) {
   if (isServing_) {
@@ -314,6 +373,9 @@ void Demuxer::run(FlowOut& flowOut) {
     return; // replaced, or gone with the entity
   }
   flowOut.resumeAt_ = next;
+  if (next == 0) {
+    flowOut.firstFlow_.end();
+  }
   if (next == 0 && !flowOut.hasDirtyAttributes()) {
     adapter->flowOutSet(nullptr);
     return;
@@ -342,6 +404,7 @@ bool Demuxer::inputApply(std::size_t budget) {
     return false;
   }
   const Serving serving(isServing_);
+  const Applying applying(this);
   const Ptr<In> kept = connection_->in();
   In& in = *kept;
   Record record;
@@ -378,7 +441,11 @@ bool Demuxer::inputApply(std::size_t budget) {
 void Demuxer::recordApply(const Record& record) {
   const MsgHeader& header = record.header;
   if (header.attrId == attrIdOrphan || header.entityId == orphanEntityId) [[unlikely]] {
-    orphanApply(record);
+    if (header.attrId != attrIdSession) {
+      orphanApply(record);
+    } else if (!policy_ || !policy_->sessionRecord(*connection_->in())) {
+      ++counts_.unknownAttributes;
+    }
     return;
   }
   StreamAdapter* const found = adapters_.find(header.entityId);
@@ -477,6 +544,7 @@ void Demuxer::orphanApply(const Record& record) {
       with(mount.flags, StreamAdapter::flagWeakNotifiee | StreamAdapter::flagImported), 1,
       connection_->out(), nullptr);
   if (adapter) {
+    rootIs(*adapter, id, true);
     adapter->doEntityIdIs(id, this, true);
   }
 }

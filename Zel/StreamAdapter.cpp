@@ -132,6 +132,10 @@ void StreamAdapter::flowOutSet(const Ptr<FlowOut>& flowOut) {
   if (flowOut_ && flowOut_ != flowOut) {
     freeResyncState(flowOut_);
   }
+  if (root_) {
+    root_->owed_ += static_cast<std::size_t>(static_cast<bool>(flowOut)) -
+                    static_cast<std::size_t>(static_cast<bool>(flowOut_));
+  }
   flowOut_ = flowOut;
   rawFlagsIs(flagNoFlowOut, !flowOut);
 }
@@ -191,9 +195,19 @@ void StreamAdapter::doBaseZelNboAttrLogSaMsg(AttributeId attr, DeserializationOp
     demuxer->unknownAttributesInc();
   } else if (hasFlag(flagImported | flagReadOnly)) {
     demuxer->refusedInc(); // a mirror has nothing that the other end has not
-  } else if (!flowOut_ || !flowOut_->isFresh()) {
-    doThis();
-    static_cast<Entity::ZelNboAttrLogSa*>(this)->constructionOwe();
+  } else {
+    if (root_) {
+      root_->walkAgain();
+    }
+    if (!flowOut_ || !flowOut_->isFresh()) {
+      doThis();
+      static_cast<Entity::ZelNboAttrLogSa*>(this)->constructionOwe();
+    } else {
+      flowOut_->firstFlow().begin(root_);
+    }
+    if (root_) {
+      root_->walkStep();
+    }
   }
 }
 
@@ -290,7 +304,10 @@ void Entity::ZelNboAttrLogSa::handleAttrTransaction(AttributeId attr, AttrTransa
   }
 }
 
-bool Entity::ZelNboAttrLogSa::convertedToWritable(bool /*force*/) {
+bool Entity::ZelNboAttrLogSa::convertedToWritable(bool /*force*/) const {
+  if (root() && root()->isWritable()) {
+    return true;
+  }
   const Demuxer* const demuxer = streamDemuxer();
   return demuxer != nullptr && demuxer->policy() != nullptr && demuxer->policy()->mayWrite(*this);
 }
@@ -299,7 +316,9 @@ bool Entity::ZelNboAttrLogSa::isHandlingFlowIn(AttributeId attr) const {
   // Where local writes are refused, they are so in a transaction too.
   const Demuxer* const demuxer = streamDemuxer();
   const NboAttrLog::FlowIn* const flow =
-      demuxer != nullptr && !hasFlag(flagReadOnly) ? demuxer->flowIn(entityId()) : nullptr;
+      demuxer != nullptr && (!hasFlag(flagReadOnly) || convertedToWritable(false))
+          ? demuxer->flowIn(entityId())
+          : nullptr;
   return flow != nullptr && flow->transaction() == attr;
 }
 

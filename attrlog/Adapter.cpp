@@ -87,11 +87,30 @@ AttrLogAdapter::Gate AttrLogAdapter::gateSlow(const FlowStep& step) {
   }
   const bool isMute = hasFlag(flagChildPending | flagMuted | flagReactorActive);
   reactorActiveIs(false);
-  if (isMute || !hasFlag(flagStreaming) || !nboAttrLogOut() || isGone()) {
+  if (isMute || !hasFlag(flagStreaming) || !nboAttrLogOut() || isGone() || isGuardPassed()) {
     return Gate::done;
   }
   readOnlyCheck(step);
   return Gate::pass;
+}
+
+/// Whether the adapter is a guard, and the change comes from who brings the mirror into step again.
+bool AttrLogAdapter::isGuardPassed() const {
+  return root() && root()->isGuard() && root()->resyncedBy() != nullptr &&
+         root()->resyncedBy() == Demuxer::applying();
+}
+
+void AttrLogAdapter::valueOwe(EntityFlowOut& flow, const FlowStep& step) {
+  if (flow.hasBit(step) && root()) {
+    root()->coalescedInc();
+  }
+  flow.bitIs(step, true);
+}
+
+void AttrLogAdapter::keyOwe(EntityFlowOut& flow, AttributeId attr, const void* key, bool dirty) {
+  if (!flow.dirtyKeys(attr).mark(key, dirty) && root()) {
+    root()->coalescedInc();
+  }
 }
 
 void AttrLogAdapter::readOnlyCheck(const FlowStep& step) {

@@ -89,6 +89,10 @@ private:
     return rawNotifier() != nullptr && static_cast<const Entity*>(rawNotifier())->zelHasParent();
   }
   Gate gateSlow(const FlowStep& step);
+  bool isGuardPassed() const;
+  /// A change is to go out when its turn has come.
+  void valueOwe(EntityFlowOut& flow, const FlowStep& step);
+  void keyOwe(EntityFlowOut& flow, AttributeId attr, const void* key, bool dirty);
   bool isGone();
   void readOnlyCheck(const FlowStep& step);
   bool isScheduled() const noexcept { return hasFlag(flagScheduledFlowOut); }

@@ -63,7 +63,7 @@ void AttrLogAdapter::zelSerializeChild(AttributeId attr, const void* key, Entity
     }
     return;
   }
-  if (isGone()) {
+  if (isGone() || isGuardPassed()) {
     return;
   }
   readOnlyCheck(collection);
@@ -71,7 +71,7 @@ void AttrLogAdapter::zelSerializeChild(AttributeId attr, const void* key, Entity
   if (hasFlag(flagNoFlowOut)) {
     if (!isScheduled() && (!sufficient || hasFlag(flagForceFlowOut))) {
       if (EntityFlowOut* const flow = absorb(attr)) {
-        flow->dirtyKeys(attr).mark(key, child != nullptr);
+        keyOwe(*flow, attr, key, child != nullptr);
       }
       return;
     }
@@ -79,7 +79,7 @@ void AttrLogAdapter::zelSerializeChild(AttributeId attr, const void* key, Entity
              (child == nullptr || !owed()->dirtyKeys(attr).isFalse(key))) {
     owed()->dirtyKeys(attr).del(key);
   } else {
-    owed()->dirtyKeys(attr).mark(key, child != nullptr);
+    keyOwe(*owed(), attr, key, child != nullptr);
     return;
   }
   if (child == nullptr) {
@@ -126,6 +126,7 @@ Ptr<Entity::ZelNboAttrLogSa> AttrLogAdapter::childIs(Entity::ZelNboAttrLogSa& pa
   if (!adapter) {
     return nullptr;
   }
+  own.rootPass(*adapter);
   const Demuxer* const demuxer = own.streamDemuxer();
   if (demuxer == nullptr || demuxer->adapter(adapter->entityId()) != adapter.ptr()) {
     adapter->zelOnInit();
@@ -160,6 +161,7 @@ void AttrLogAdapter::childAttach(Entity& child) {
   if (!adapter) {
     return;
   }
+  rootPass(*adapter);
   const bool isKnown = demuxer->adapter(adapter->entityId()) == adapter.ptr();
   if (id.value() == 0 || id == orphanEntityId ||
       (demuxer->isOwnId(id) && !id.isUnified() && !(isKnown && adapter->entityId() == id))) {
@@ -172,7 +174,7 @@ void AttrLogAdapter::childAttach(Entity& child) {
   const bool isOurs = isKnown && demuxer->isOwnId(adapter->entityId());
   if (!isOurs || hasFlag(flagImported)) {
     adapter->doEntityIdIs(id, demuxer, true);
-    if (isOurs && !hasFlag(flagReadOnly)) {
+    if (isOurs && (!hasFlag(flagReadOnly) || convertedToWritable(false))) {
       adapter->doThis(); // what went out under the other id has reached nobody
     }
   }

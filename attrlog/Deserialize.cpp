@@ -365,10 +365,12 @@ void AttrLogAdapter::syncModeRead(In& in) {
   channelModeIs(Entry::settled);
   if (mode == syncModeSynced) {
     reactorActiveIs(false);
-    const Demuxer* const demuxer = streamDemuxer();
-    if (demuxer != nullptr && demuxer->policy() != nullptr && rawEntity() != nullptr) {
-      demuxer->policy()->synced(Ptr<Entity>(rawEntity()));
-    }
+  }
+  const Demuxer* const demuxer = streamDemuxer();
+  if (demuxer != nullptr && demuxer->policy() != nullptr && rawEntity() != nullptr) {
+    const Ptr<Entity> entity(rawEntity());
+    mode == syncModeSynced ? demuxer->policy()->synced(entity)
+                           : demuxer->policy()->resyncing(entity);
   }
 }
 

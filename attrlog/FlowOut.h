@@ -23,7 +23,8 @@ public:
 
   /// The key is owed; with false, a deletion is, which stays so until the key is taken out: a
   /// member that is made again meanwhile is another one.
-  virtual void mark(const void* key, bool dirty) = 0;
+  /// Whether the key was not owed before.
+  virtual bool mark(const void* key, bool dirty) = 0;
   /// Whether a key is marked with a false.
   virtual bool isFalse(const void* key) const = 0;
   virtual bool del(const void* key) = 0;
@@ -104,14 +105,17 @@ public:
 
   const Map& map() const noexcept { return map_; }
 
-  void is(const Key& key, bool dirty) {
+  /// Whether the key was not there before.
+  bool is(const Key& key, bool dirty) {
     if (!(key == key)) {
       unordered_ = key;
     } else if (Entry* const entry = map_[key]) {
       entry->zelValueIs(dirty);
+      return false;
     } else {
       add(key, dirty);
     }
+    return true;
   }
 
   Ptr<Entry> add(const Key& key, bool dirty) {
@@ -138,8 +142,8 @@ public:
     return entry && del(entry->zelKey());
   }
 
-  void mark(const void* at, bool dirty) override {
-    is(*static_cast<const Key*>(at), dirty && !isFalse(at));
+  bool mark(const void* at, bool dirty) override {
+    return is(*static_cast<const Key*>(at), dirty && !isFalse(at));
   }
   bool isFalse(const void* key) const override {
     const Entry* const entry = map_[*static_cast<const Key*>(key)];

@@ -62,14 +62,14 @@ void AttrLogAdapter::serializeKeyed(const FlowStep& step, const void* key, const
   if (hasFlag(flagNoFlowOut)) {
     if (!isScheduled() && (!sufficient || hasFlag(flagForceFlowOut))) {
       if (EntityFlowOut* const flow = absorb(attr)) {
-        flow->dirtyKeys(attr).mark(key, true);
+        keyOwe(*flow, attr, key, true);
       }
       return;
     }
   } else if (prepareImmediateTransmission(attr, false) && sufficient) {
     owed()->dirtyKeys(attr).del(key);
   } else {
-    owed()->dirtyKeys(attr).mark(key, true);
+    keyOwe(*owed(), attr, key, true);
     return;
   }
   if (deleted) {
@@ -119,7 +119,7 @@ bool AttrLogAdapter::serializeTextEntry(const FlowStep& step, const void* key, c
       if (deleted) {
         zelHeapFree(*step.row->key, flow->valueIterKey());
         flow->valueIterKeyIs(nullptr);
-        flow->dirtyKeys(attr).mark(key, true);
+        keyOwe(*flow, attr, key, true);
       } else {
         zelFlowOutValueEnq(flowOut(), at);
       }
@@ -128,13 +128,13 @@ bool AttrLogAdapter::serializeTextEntry(const FlowStep& step, const void* key, c
     // The abort of a text that was under way goes before anything else of this collection.
     if (!prepareImmediateTransmission(attr, false) || flow->pendingAbort().count(attr) != 0 ||
         needed > NboAttrLog::Out::maxRecordSize || !enough) {
-      flow->dirtyKeys(attr).mark(key, true);
+      keyOwe(*flow, attr, key, true);
       return false;
     }
     flow->dirtyKeys(attr).del(key);
   } else if (deleted && !enough && !isScheduled()) {
     if (EntityFlowOut* const made = absorb(attr)) {
-      made->dirtyKeys(attr).mark(key, true);
+      keyOwe(*made, attr, key, true);
     }
     return false;
   }
@@ -151,7 +151,7 @@ bool AttrLogAdapter::serializeTextEntry(const FlowStep& step, const void* key, c
           freeSpace() < std::min(needed, out.maxMessageSize())) {
         valueEnq(step, at, key);
         if (!isScheduled()) {
-          flow->dirtyKeys(attr).mark(key, true);
+          keyOwe(*flow, attr, key, true);
         }
         return false;
       }

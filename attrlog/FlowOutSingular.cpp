@@ -23,16 +23,16 @@ void AttrLogAdapter::zelOnSingular(AttributeId attr) {
   if (hasFlag(flagNoFlowOut)) {
     if (!isScheduled() && (!sufficient || hasFlag(flagForceFlowOut))) {
       if (EntityFlowOut* const flow = absorb(attr)) {
-        flow->bitIs(plain, true);
+        valueOwe(*flow, plain);
       }
       return;
     }
   } else {
-    const bool now = prepareImmediateTransmission(attr, !sufficient);
-    owed()->bitIs(plain, !now);
-    if (!now) {
+    if (!prepareImmediateTransmission(attr, !sufficient)) {
+      valueOwe(*owed(), plain);
       return;
     }
+    owed()->bitIs(plain, false);
   }
   write(plain, MsgHeader{entityId(), attr, plain.variableSize, plain.fixedSize, 0, 0},
         [&](WireWriter& out) {
@@ -59,7 +59,7 @@ bool AttrLogAdapter::zelSerializeText(AttributeId attr) {
   TextPosition at;
   if (flow != nullptr && !isScheduled()) {
     prepareImmediateTransmission(attr, true);
-    flow->bitIs(text, true);
+    valueOwe(*flow, text);
     return false;
   }
   if (flow != nullptr && flow->valueIter() != nullptr) {

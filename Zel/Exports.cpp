@@ -1,0 +1,50 @@
+#include <Zel/Exports>
+
+#include <Zel/Exception>
+#include <Zel/Session>
+
+#include <algorithm>
+
+namespace Zel {
+
+Exports::~Exports() = default;
+
+void Exports::entityIs(const Ptr<Entity>& root, Access most) {
+  if (!root || root->parent() || root->name().empty()) {
+    throwRangeException(root ? "no root entity: " + root->name() : "no root entity");
+  }
+  if (most != accessReadOnly && most != accessReadWrite) {
+    throwRangeException("no access: " + root->name());
+  }
+  if (!root->zelHasAttrLogInterface()) {
+    throwRangeException("no attribute log: " + root->name());
+  }
+  const auto [at, isNew] = roots_.try_emplace(root->name(), Export{root, most});
+  if (!isNew) {
+    throw NameInUseException(at->first);
+  }
+  for (Session* const session : sessions_) {
+    session->offerWrite(at->first);
+  }
+}
+
+Ptr<Entity> Exports::entityDel(const Name& name) {
+  const auto at = roots_.find(name);
+  if (at == roots_.end()) {
+    return nullptr;
+  }
+  const Name kept = at->first;
+  Ptr<Entity> root = std::move(at->second.entity);
+  roots_.erase(at);
+  for (Session* const session : sessions_) {
+    session->withdraw(kept);
+  }
+  return root;
+}
+
+Access Exports::grant(const Session& /*session*/, const Name& name, Access wanted) const {
+  const auto at = roots_.find(name);
+  return at != roots_.end() ? std::min(wanted, at->second.most) : accessNone;
+}
+
+} // namespace Zel
