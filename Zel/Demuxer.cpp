@@ -99,6 +99,7 @@ void Demuxer::rootLeave(StreamAdapter& adapter) {
 }
 
 void Demuxer::rootDel(Root& root) {
+  root.demuxer_ = nullptr; // from here on nobody is told of its walk
   std::vector<Ptr<StreamAdapter>> adapters;
   adapters_.forEach([&](StreamAdapter& adapter) {
     if (adapter.root_.ptr() == &root) {
@@ -110,7 +111,6 @@ void Demuxer::rootDel(Root& root) {
       rootLeave(*adapter);
     }
   }
-  root.demuxer_ = nullptr; // which may have had no adapter any more
 }
 
 Ptr<Entity::ZelNboAttrLogSa> Demuxer::exportIs(const Ptr<Entity>& root, Flags flags) {
@@ -241,7 +241,8 @@ void Demuxer::createFlowOut(const Ptr<StreamAdapter>& adapter, const ConnectDesc
   const Ptr<FlowOut> flowOut = adapter->flowOutIs(adapter->out_, connect, flag, start);
   if (const Ptr<FlowOut> former = adapter->flowOut()) {
     flowOut->pendingAbort_ = former->pendingAbort_;
-    flowOut->firstFlow_.takeFrom(former->firstFlow_);
+    flowOut->isOfWalk_ = former->isOfWalk_;
+    former->isOfWalk_ = false;
     if (former->valueIter() != nullptr) {
       flowOut->pendingAbortIs(former->attrId(), true);
     }
@@ -256,7 +257,7 @@ void Demuxer::createFlowOut(const Ptr<StreamAdapter>& adapter, const ConnectDesc
     return;
   }
   if (start != attrIdFlowEnd) {
-    flowOut->firstFlow_.begin(adapter->root_);
+    flowOut->walkJoin();
   }
   adapter->flowOutSet(flowOut);
   schedule(*flowOut);
@@ -374,7 +375,7 @@ void Demuxer::run(FlowOut& flowOut) {
   }
   flowOut.resumeAt_ = next;
   if (next == 0) {
-    flowOut.firstFlow_.end();
+    flowOut.walkLeave();
   }
   if (next == 0 && !flowOut.hasDirtyAttributes()) {
     adapter->flowOutSet(nullptr);

@@ -136,8 +136,11 @@ void StreamAdapter::flowOutSet(const Ptr<FlowOut>& flowOut) {
     root_->owed_ += static_cast<std::size_t>(static_cast<bool>(flowOut)) -
                     static_cast<std::size_t>(static_cast<bool>(flowOut_));
   }
-  flowOut_ = flowOut;
+  const Ptr<FlowOut> former = std::exchange(flowOut_, flowOut);
   rawFlagsIs(flagNoFlowOut, !flowOut);
+  if (former && former != flowOut) {
+    former->walkLeave();
+  }
 }
 
 void StreamAdapter::doThis() {
@@ -203,7 +206,7 @@ void StreamAdapter::doBaseZelNboAttrLogSaMsg(AttributeId attr, DeserializationOp
       doThis();
       static_cast<Entity::ZelNboAttrLogSa*>(this)->constructionOwe();
     } else {
-      flowOut_->firstFlow().begin(root_);
+      flowOut_->walkJoin();
     }
     if (root_) {
       root_->walkStep();
