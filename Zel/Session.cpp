@@ -28,6 +28,17 @@ Access accessOf(std::uint32_t number) {
                                     : accessNone;
 }
 
+/// A text of the peer's that is going to stand in messages: short, and with nothing in it that a
+/// terminal or a log would take for more than text.
+String8 shown(const String8& text) {
+  constexpr std::size_t most = 200;
+  std::string bytes(text.view().substr(0, most));
+  std::replace_if(
+      bytes.begin(), bytes.end(),
+      [](char byte) { return static_cast<unsigned char>(byte) < 0x20 || byte == 0x7f; }, '?');
+  return String8(bytes);
+}
+
 const char* accessName(Access access) {
   return access == accessReadWrite ? "read-write" : "read-only";
 }
@@ -268,7 +279,7 @@ void Session::helloRead(In& in) {
   if ((in.next8() != 0) == (connection_->end() == Connection::End::second)) {
     refused("both ends take the same side of the connection");
   }
-  peer_.name = in.nextString();
+  peer_.name = shown(in.nextString());
   peer_.maxEntities = in.nextU64();
   peer_.maxKeys = in.nextU64();
   peer_.maxPartialText = in.nextU64();
@@ -327,7 +338,7 @@ void Session::ask(Mount& mount) {
   }
   const String8& type = offers_.at(mount.name());
   if (ZelType::type(type.view()) == nullptr) {
-    refuse(mount, "unknown type: " + type);
+    refuse(mount, "unknown type: " + shown(type));
     return;
   }
   mount.isAsked_ = true;
@@ -350,7 +361,7 @@ void Session::askRead(In& in) {
     reason = "not granted";
   }
   if (!reason.empty()) {
-    log("refused " + peer_.name + " the root " + name + ": " + reason);
+    log("refused " + peer_.name + " the root " + shown(name) + ": " + reason);
     write(kindRefuse, [&](WireWriter& out) {
       out.putString(name);
       out.putString(reason);
@@ -386,7 +397,7 @@ void Session::grantRead(In& in) {
 
 void Session::refuseRead(In& in) {
   const Name name(in.nextString());
-  const String8 reason = in.nextString();
+  const String8 reason = shown(in.nextString());
   const Ptr<Mount> mount = mounts_ ? mounts_->mount(name) : nullptr;
   if (!mount || !mount->isAsked_ || mount->root_) {
     throwRangeException("a refusal of what was not asked for");
@@ -434,11 +445,16 @@ NboAttrLog::MountPolicy::Mount Session::mount(const Ptr<Entity>& fresh) {
   }
   mount->isGranted_ = false;
   if (!mount->entity() || mount->entity()->fwkType() != fresh->fwkType()) {
-    mount->guardsDel();
-    if (mounts_->dir_) {
-      mounts_->dir_->entityDel(fresh->name());
-      mounts_->dir_->entityIs(fresh);
+    if (const Ptr<Dir>& dir = mounts_->dir_) {
+      const Ptr<Entity> there = dir->entity(fresh->name());
+      if (there && there != mount->entity()) {
+        refuse(*mount, "another root of this program has the name");
+        return {};
+      }
+      dir->entityDel(fresh->name());
+      dir->entityIs(fresh);
     }
+    mount->guardsDel();
     mount->entityIs(fresh);
   }
   for (const Ptr<Root>& guards : mount->guards_) {

@@ -11,6 +11,7 @@ namespace {
 using namespace Maintenance::Unit;
 using Zel::Mount;
 using Zel::Ptr;
+using Zel::String8;
 
 class Mounting : public ::testing::Test, public Two {
 protected:
@@ -103,6 +104,30 @@ TEST_F(Mounting, DigestsAreCompared) {
   client->digestAsk("units", [&](Zel::Session::DigestResult answer) { result = answer; });
   settle();
   EXPECT_EQ(result, Zel::Session::digestEqual);
+}
+
+TEST_F(Mounting, ARootOfTheProgramsOwnIsNotReplaced) {
+  const Ptr<StatusDir> own = statusDirFactory("units");
+  dir->entityIs(own);
+  exports->entityIs(units);
+  const Ptr<Mount> mount = mounts->mountIs("units");
+  settle();
+  EXPECT_EQ(mount->state(), Mount::refused);
+  EXPECT_EQ(mount->reason(), "another root of this program has the name");
+  EXPECT_EQ(dir->entity("units"), own);
+  EXPECT_TRUE(client->isUp());
+}
+
+TEST_F(Mounting, NamesOfPeersAreFitForATerminal) {
+  Zel::SessionOptions options;
+  std::string name(300, 'c');
+  name.insert(0, "a\x1b[31m\nb");
+  options.name = String8(name);
+  cut();
+  connect(options);
+  settle();
+  name.replace(0, 8, "a?[31m?b");
+  EXPECT_EQ(server->peer().name, String8(name.substr(0, 200)));
 }
 
 } // namespace
