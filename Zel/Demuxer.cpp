@@ -238,6 +238,10 @@ void Demuxer::createFlowOut(const Ptr<StreamAdapter>& adapter, const ConnectDesc
   if (closed_ || adapters_.find(adapter->entityId_) != adapter.ptr()) {
     return; // nobody would work it off
   }
+  const FlowPlan& plan = static_cast<Entity::ZelNboAttrLogSa&>(*adapter).plan();
+  if (plan.steps.empty() && start != attrIdFlowEnd && !adapter->flowOut()) {
+    return; // nothing of such an entity flows, and a walk may ask for a million of them
+  }
   const Ptr<FlowOut> flowOut = adapter->flowOutIs(adapter->out_, connect, flag, start);
   if (const Ptr<FlowOut> former = adapter->flowOut()) {
     flowOut->pendingAbort_ = former->pendingAbort_;
@@ -247,7 +251,7 @@ void Demuxer::createFlowOut(const Ptr<StreamAdapter>& adapter, const ConnectDesc
       flowOut->pendingAbortIs(former->attrId(), true);
     }
     flowOut->dataBitIs(FlowOut::dataBitResyncOwed, former->hasDataBit(FlowOut::dataBitResyncOwed));
-    for (const FlowStep& step : static_cast<Entity::ZelNboAttrLogSa&>(*adapter).plan().steps) {
+    for (const FlowStep& step : plan.steps) {
       if (step.startsClean && former->hasBit(step)) {
         flowOut->bitIs(step, true);
       }

@@ -22,7 +22,6 @@ void AttrLogAdapter::attach(const Ptr<PtrInterface::NotifieeConst>& notifiee,
   if (hasFlag(flagWeakNotifiee)) {
     isWeakReferenceIs(true);
   }
-  notifiee_->hasNotificationActiveIs(false);
   try {
     AttrLogAdapter::notifierIs(Ptr<const PtrInterface>(entity));
     if (streamDemuxer() != nullptr) {

@@ -84,12 +84,10 @@ protected:
   }
 
 private:
-  /// Makes the notifiee of an adapter: registered, and weak.
+  /// Makes the notifiee of an adapter.
   static auto ZelNboAttrLogSaAdapter_Is(AttrLogAdapter* adapter) {
     auto made = makeObject<typename T::ZelNboAttrLogSa::ZelNboAttrLogSaAdapter_>();
     made->zelReactorAdapterIs(adapter);
-    made->isRegisteredNotifieeIs(true);
-    made->isWeakReferenceIs(true);
     return Ptr<PtrInterface::NotifieeConst>(made);
   }
 };
@@ -101,6 +99,12 @@ class ZEL_API AdapterNotifiee : public T::Notifiee {
 protected:
   using Adapter = typename T::ZelNboAttrLogSa;
   using Attr = typename T::Attr;
+
+  /// Born with notification off. When it is turned on, the notifiee is registered, and weak.
+  AdapterNotifiee() noexcept {
+    this->referenceBitsClear(PtrInterface::notificationActiveBit);
+    this->flagsSet(PtrInterface::NotifieeConst::Zel_BitSet::registeredBit);
+  }
 
 public:
   Adapter* zelReactorAdapter() const noexcept { return static_cast<Adapter*>(adapter_); }

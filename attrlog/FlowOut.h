@@ -109,7 +109,7 @@ public:
   bool is(const Key& key, bool dirty) {
     if (!(key == key)) {
       unordered_ = key;
-    } else if (Entry* const entry = map_[key]) {
+    } else if (Entry* const entry = find(key)) {
       entry->zelValueIs(dirty);
       return false;
     } else {
@@ -134,7 +134,7 @@ public:
       unordered_.reset();
       return was;
     }
-    return static_cast<bool>(map_.deleteKey(key));
+    return map_.count() != 0 && map_.deleteKey(key);
   }
   /// The key under the iterator; nothing happens at its end.
   bool del(const typename Map::Iterator& at) {
@@ -146,7 +146,7 @@ public:
     return is(*static_cast<const Key*>(at), dirty && !isFalse(at));
   }
   bool isFalse(const void* key) const override {
-    const Entry* const entry = map_[*static_cast<const Key*>(key)];
+    const Entry* const entry = find(*static_cast<const Key*>(key));
     return entry != nullptr && !entry->zelValue();
   }
   bool del(const void* key) override { return del(*static_cast<const Key*>(key)); }
@@ -164,6 +164,9 @@ public:
   }
 
 private:
+  /// A walk asks for each key, mostly of no marks at all: that takes no hash of the key.
+  Entry* find(const Key& key) const noexcept { return map_.count() != 0 ? map_[key] : nullptr; }
+
   Map map_;
   std::optional<Key> unordered_;
 };
