@@ -175,6 +175,9 @@ def attrlog_rows():
                         (100_000, "100 thousand"), (1_000_000, "1 million")):
         yield Row(section, f"one change, mutator to bytes, among {text} units",
                   Figure("attrlog-zel", f"change/{count}"), None, "", None)
+        if count > 1000:
+            yield Row(section, f"the same, of the same 1 thousand units, among {text}",
+                      Figure("attrlog-zel", f"change of the same/{count}"), None, "", None)
         yield Row(section, f"one change, bytes to mirror, among {text} units",
                   Figure("attrlog-zel", f"apply/{count}"), None, "", None)
     for count in (1, 2, 4, 8, 16):

@@ -57,11 +57,12 @@ void encode(benchmark::State& state) {
   state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations()));
 }
 
-void change(benchmark::State& state, std::size_t count) {
+/// Changes `changed` of `count` units, in a scattered order.
+void change(benchmark::State& state, std::size_t count, std::size_t changed) {
   Exporter exporter(count);
   std::size_t at = 0;
   for (auto _ : state) {
-    Status& unit = *exporter.all[at * 7919 % count];
+    Status& unit = *exporter.all[at % changed * 7919 % count];
     unit.genIdIs(static_cast<unsigned>(++at));
     exporter.drain();
   }
@@ -170,7 +171,11 @@ void Bench::registerAll() {
   operation("mutator muted", [](auto& state) { mutator(state, true); });
   operation("mutator plain", [](auto& state) { mutator(state, false); });
   for (const std::size_t count : {1, 1000, 10'000, 100'000, 1'000'000}) {
-    operation(sized("change", count), [count](auto& state) { change(state, count); });
+    operation(sized("change", count), [count](auto& state) { change(state, count, count); });
+    if (count > 1000) {
+      operation(sized("change of the same", count),
+                [count](auto& state) { change(state, count, 1000); });
+    }
     operation(sized("apply", count), [count](auto& state) { apply(state, count); });
   }
   for (const std::size_t count : {1, 2, 4, 8, 16}) {
