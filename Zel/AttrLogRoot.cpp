@@ -8,55 +8,61 @@ Root::~Root() = default;
 
 void Root::isToldOfWalksIs(bool told) {
   isToldOfWalks_ = told;
-  if (told && isWalking_) {
-    syncModeWrite(StreamAdapter::syncModeResync);
-    walkStep();
-  }
+  tell();
+  walkStep();
 }
 
 void Root::walkAgain() {
   if (!isWalking_) {
     isWalking_ = true;
-    syncModeWrite(StreamAdapter::syncModeResync);
+    tell();
   }
 }
 
 void Root::walkStep() {
   if (isWalking_ && firstFlows_ == 0 && isToldOfWalks_) {
     isWalking_ = false;
-    syncModeWrite(StreamAdapter::syncModeSynced);
+    tell();
   }
 }
 
-void Root::syncModeWrite(unsigned mode) const {
+/// Tells the peer of the walk what it does not know. Without room it waits, so that the ring does
+/// not grow for a peer that asks for one walk after another and reads nothing; one that begins and
+/// ends meanwhile is not told of.
+void Root::tell() {
+  constexpr std::size_t markSize = recordOverhead + sizeof(std::uint32_t);
   Connection* const connection = demuxer_ != nullptr ? demuxer_->connection() : nullptr;
   if (connection == nullptr || !connection->isUp() || !isToldOfWalks_) {
     return;
   }
-  const Ptr<Out>& out = connection->out();
-  out->nextHeaderIs(MsgHeader::fixed(entityId_, attrIdSyncMode, sizeof(std::uint32_t)));
-  out << transactBegin;
-  out << mode;
-  out << transactEnd;
+  const Told wanted = isWalking_ ? Told::walking : Told::over;
+  while (told_ != wanted) {
+    const Ptr<Out>& out = connection->out();
+    if (isUntold_ || out->freeSpace() < markSize) {
+      if (!std::exchange(isUntold_, true)) {
+        demuxer_->untold_.emplace_back(this);
+      }
+      return;
+    }
+    told_ = told_ == Told::nothing ? Told::walking : wanted;
+    out->nextHeaderIs(MsgHeader::fixed(entityId_, attrIdSyncMode, sizeof(std::uint32_t)));
+    out << transactBegin;
+    out << unsigned{told_ == Told::walking ? StreamAdapter::syncModeResync
+                                           : StreamAdapter::syncModeSynced};
+    out << transactEnd;
+  }
 }
 
 void Root::guardsDel() {
-  const std::vector<Ptr<StreamAdapter>> guards = std::move(guards_);
-  guards_.clear();
-  for (const Ptr<StreamAdapter>& guard : guards) {
+  for (const Ptr<StreamAdapter>& guard : std::exchange(guards_, {})) {
     guard->doRemountSelf(nullptr);
   }
 }
 
-void Root::guardsDel(const Root& older) {
-  if (older.guards_.empty()) {
-    return;
-  }
-  const Ptr<const Out> out(older.guards_.front()->nboAttrLogOut());
+void Root::guardsDel(std::unordered_set<const Entity*>& guarded) {
   std::vector<Ptr<StreamAdapter>> kept;
   for (const Ptr<StreamAdapter>& guard : std::exchange(guards_, {})) {
-    Entity* const entity = guard->zelNotifierEntity();
-    if (entity != nullptr && !entity->zelNboAttrLogSa(out)) {
+    if (guard->isInTree() && guarded.insert(guard->zelNotifierEntity()).second) {
       kept.push_back(guard);
     } else {
       guard->doRemountSelf(nullptr);

@@ -4,6 +4,7 @@
 #include <Zel/Exception>
 #include <Zel/ZelType>
 
+#include <algorithm>
 #include <new>
 #include <string>
 
@@ -40,6 +41,8 @@ Flags with(Flags flags, unsigned bits) {
 
 MountPolicy::~MountPolicy() = default;
 bool MountPolicy::mayWrite(const StreamAdapter& /*adapter*/) { return false; }
+void MountPolicy::mounted(const Ptr<Entity::ZelNboAttrLogSa>& /*root*/) {}
+void MountPolicy::diverged(const StreamAdapter& /*adapter*/) {}
 void MountPolicy::resyncing(const Ptr<Entity>& /*entity*/) {}
 void MountPolicy::synced(const Ptr<Entity>& /*entity*/) {}
 bool MountPolicy::sessionRecord(In& /*in*/) { return false; }
@@ -89,8 +92,12 @@ void Demuxer::rootLeave(StreamAdapter& adapter) {
   if (root) {
     root->demuxer_ = nullptr;
   }
-  if (root && root->keepsGuards() && adapter.rawEntity() != nullptr) {
-    adapter.rawFlagsIs(StreamAdapter::flagReadOnly, true);
+  if (root && root->keepsGuards() && adapter.isInTree()) {
+    // A member that was not announced again yet is not to stay silent.
+    adapter.rawFlagsIs(StreamAdapter::flagChildPending | StreamAdapter::flagMuted |
+                           StreamAdapter::flagReactorActive | StreamAdapter::flagSyncFanOut,
+                       false);
+    adapter.rawFlagsIs(StreamAdapter::flagReadOnly | StreamAdapter::flagStreaming, true);
     root->isGuard_ = true;
     root->guards_.emplace_back(&adapter);
   } else {
@@ -134,6 +141,13 @@ Ptr<Entity::ZelNboAttrLogSa> Demuxer::exportIs(const Ptr<Entity>& root, Flags fl
 void Demuxer::rootIs(StreamAdapter& adapter, EntityId id, bool isImported) {
   adapter.root_ = makeObject<Root>(*this, isImported);
   adapter.root_->entityId_ = id;
+}
+
+void Demuxer::walksTell() {
+  for (const Ptr<Root>& root : std::exchange(untold_, {})) {
+    root->isUntold_ = false;
+    root->tell();
+  }
 }
 
 void Demuxer::announcingIs(bool announcing) {
@@ -305,6 +319,16 @@ bool Demuxer::continueRun(const FlowOut* flowOut) noexcept {
 
 namespace {
 
+/// Whether a flow has sent all that its entity held when it began. A run that stops in the last
+/// attribute is over as well, but has not.
+bool isOnceThrough(const StreamAdapter& adapter, const FlowOut& flowOut) {
+  const auto& steps = static_cast<const Entity::ZelNboAttrLogSa&>(adapter).plan().steps;
+  return flowOut.valueIter() == nullptr &&
+         std::all_of(steps.begin(), steps.end(), [&](const FlowStep& step) {
+           return !isCollection(step.kind) || flowOut.hasBit(step);
+         });
+}
+
 /// Says for its scope whose records the thread applies.
 class Applying {
 public:
@@ -344,6 +368,7 @@ bool Demuxer::outputWrite(std::size_t budget) {
   const Serving serving(isServing_);
   const Out& out = *connection_->out();
   const std::uint64_t end = out.bytesWritten() + budget;
+  walksTell();
   while (scheduled_.head != nullptr && hasRoomForStep(out) && out.bytesWritten() < end) {
     run(*scheduled_.head);
   }
@@ -378,7 +403,7 @@ void Demuxer::run(FlowOut& flowOut) {
     return; // replaced, or gone with the entity
   }
   flowOut.resumeAt_ = next;
-  if (next == 0) {
+  if (next == 0 && isOnceThrough(*adapter, flowOut)) {
     flowOut.walkLeave();
   }
   if (next == 0 && !flowOut.hasDirtyAttributes()) {
@@ -551,6 +576,7 @@ void Demuxer::orphanApply(const Record& record) {
   if (adapter) {
     rootIs(*adapter, id, true);
     adapter->doEntityIdIs(id, this, true);
+    policy_->mounted(adapter);
   }
 }
 

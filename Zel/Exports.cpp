@@ -4,6 +4,7 @@
 #include <Zel/Session>
 
 #include <algorithm>
+#include <string>
 
 namespace Zel {
 
@@ -15,6 +16,10 @@ void Exports::entityIs(const Ptr<Entity>& root, Access most) {
   }
   if (most != accessReadOnly && most != accessReadWrite) {
     throwRangeException("no access: " + root->name());
+  }
+  if (root->name().length() > maxWholeString) {
+    throwRangeException("name of " + String8(std::to_string(root->name().length())) +
+                        " bytes is too long for a peer");
   }
   if (!root->zelHasAttrLogInterface()) {
     throwRangeException("no attribute log: " + root->name());

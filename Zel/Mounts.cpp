@@ -29,13 +29,14 @@ const char* Mount::stateName(State state) noexcept {
 }
 
 void Mount::stateIs(State state, double now, String8 reason) {
-  reason_ = std::move(reason);
   if (root_) {
     root_->isWritableIs(state == live && access_ == accessReadWrite);
   }
-  if (state != state_) {
-    since_ = now;
+  if (state == state_) {
+    return; // it is so since then, and for that reason
   }
+  since_ = now;
+  reason_ = state == stale || state == refused ? std::move(reason) : String8();
   singularIs<&NotifieeConst::onState>(*this, Attr::state, state_, state);
 }
 
@@ -55,14 +56,18 @@ void Mount::rootGone() {
     return;
   }
   root_->isWritableIs(false);
-  for (const Ptr<NboAttrLog::Root>& older : guards_) {
-    older->resyncedByIs(nullptr);
-    root_->guardsDel(*older);
+  guards_.push_back(std::exchange(root_, nullptr));
+  isWalkOver_ = isRepairOwed_ = false;
+  repairs_ = 0;
+  // One guard is enough for an entity, however often a resync is cut.
+  std::unordered_set<const Entity*> guarded;
+  for (const Ptr<NboAttrLog::Root>& root : guards_) {
+    root->resyncedByIs(nullptr);
+    if (guards_.size() > 1) {
+      root->guardsDel(guarded);
+    }
   }
-  if (root_->guards() != 0) {
-    guards_.push_back(root_);
-  }
-  root_ = nullptr;
+  std::erase_if(guards_, [](const Ptr<NboAttrLog::Root>& root) { return root->guards() == 0; });
 }
 
 Mount::NotifieeConst::~NotifieeConst() = default;
@@ -71,7 +76,13 @@ void Mount::NotifieeConst::onEntity() {}
 Mount::Notifiee::~Notifiee() = default;
 
 Mounts::Mounts(Ptr<Dir> dir, std::size_t most) : dir_(std::move(dir)), most_(most) {}
-Mounts::~Mounts() = default;
+Mounts::~Mounts() {
+  for (const auto& [name, mount] : mounts_) {
+    if (dir_ && mount->entity() && dir_->entity(name) == mount->entity()) {
+      dir_->entityDel(name);
+    }
+  }
+}
 
 Ptr<Mount> Mounts::mountIs(const Name& name, Access wanted) {
   if (name.empty() || (wanted != accessReadOnly && wanted != accessReadWrite)) {
@@ -101,7 +112,15 @@ Ptr<Mount> Mounts::mount(const Name& name) const {
 
 Ptr<Mount> Mounts::offered(const Name& name) {
   const Ptr<Mount> there = mount(name);
-  return there || all_ == accessNone || mounts_.size() >= most_ ? there : mountIs(name, all_);
+  if (there || all_ == accessNone || mounts_.size() >= most_) {
+    return there;
+  }
+  return mounts_.emplace(name, makeObject<Mount>(name, all_)).first->second;
+}
+
+bool Mounts::isNameInUse(const Mount& mount) const {
+  const Ptr<Entity> there = dir_ ? dir_->entity(mount.name()) : nullptr;
+  return there && !(there == mount.entity());
 }
 
 bool Mounts::areLive() const noexcept {

@@ -1,8 +1,6 @@
 #include <Zel/Session>
 
 #include <Zel/Exception>
-#include <Zel/StateDigest>
-#include <Zel/ZelType>
 
 #include <algorithm>
 #include <string>
@@ -12,36 +10,14 @@ namespace Zel {
 using NboAttrLog::In;
 using NboAttrLog::MsgHeader;
 using NboAttrLog::Root;
-using Flags = PtrInterface::NotifieeConst::Zel_BitSet;
 
 namespace {
-
-/// Roots that a peer may offer, all together.
-constexpr std::size_t mostOffers = 1024;
 
 /// Which way round the words of entity ids lie in memory, which both ends have to have in common.
 constexpr std::uint32_t byteOrderMark = 0x01020304;
 
-Access accessOf(std::uint32_t number) {
-  return number == accessReadWrite  ? accessReadWrite
-         : number == accessReadOnly ? accessReadOnly
-                                    : accessNone;
-}
-
-/// A text of the peer's that is going to stand in messages: short, and with nothing in it that a
-/// terminal or a log would take for more than text.
-String8 shown(const String8& text) {
-  constexpr std::size_t most = 200;
-  std::string bytes(text.view().substr(0, most));
-  std::replace_if(
-      bytes.begin(), bytes.end(),
-      [](char byte) { return static_cast<unsigned char>(byte) < 0x20 || byte == 0x7f; }, '?');
-  return String8(bytes);
-}
-
-const char* accessName(Access access) {
-  return access == accessReadWrite ? "read-write" : "read-only";
-}
+/// Bytes that may wait for room to be said.
+constexpr std::size_t mostLater = std::size_t{1} << 20;
 
 } // namespace
 
@@ -53,6 +29,16 @@ public:
 
   Mount mount(const Ptr<Entity>& fresh) override {
     return session_ != nullptr ? session_->mount(fresh) : Mount{};
+  }
+  void mounted(const Ptr<Entity::ZelNboAttrLogSa>& root) override {
+    if (session_ != nullptr) {
+      session_->mounted(root);
+    }
+  }
+  void diverged(const StreamAdapter& adapter) override {
+    if (session_ != nullptr) {
+      session_->diverged(adapter);
+    }
   }
   void resyncing(const Ptr<Entity>& entity) override {
     if (session_ != nullptr) {
@@ -81,7 +67,10 @@ Session::Session(Connection::End end, SessionOptions options, Ptr<Exports> expor
       policy_(makeObject<Policy>(this)),
       connection_(makeObject<Connection>(end, String8(), options_.limits, policy_)) {
   if (mounts_ && mounts_->session_ != nullptr) {
-    throwRangeException("the mounts belong to another session");
+    if (mounts_->session_->isUp()) {
+      throwRangeException("the mounts belong to another session");
+    }
+    mounts_->session_->ended(); // it has not been served since it went down
   }
   helloWrite();
   if (exports_) {
@@ -93,7 +82,8 @@ Session::Session(Connection::End end, SessionOptions options, Ptr<Exports> expor
 }
 
 Session::~Session() {
-  close(now_);
+  connection_->fail("closed");
+  ended();
   policy_->sessionGone();
 }
 
@@ -103,6 +93,7 @@ bool Session::service(double now, std::size_t budget) {
   if (helloUntil_ == never) {
     helloUntil_ = now + options_.helloTime;
   }
+  laterWrite();
   bool more = connection_->service(budget);
   if (!isOpen_ && isUp()) {
     if (connection_->demuxer()->counts().records != 0) {
@@ -111,10 +102,9 @@ bool Session::service(double now, std::size_t budget) {
       connection_->fail("no hello from the peer in time");
     }
   }
-  if (isUp() && !digestsOwed_.empty()) {
-    digestsWrite();
-  }
-  if (isUp() && !echoesWanted_.empty()) {
+  if (isUp()) {
+    digestsAsk();
+    more = digestsWrite() || more;
     echoesWrite();
   }
   if (!isUp()) {
@@ -129,10 +119,14 @@ double Session::deadline() const noexcept {
   for (const DigestOwed& digest : digestsOwed_) {
     next = std::min(next, digest.until);
   }
+  for (const auto& [serial, digest] : digestsAsked_) {
+    next = std::min(next, digest.isSent ? never : digest.until);
+  }
   return isUp() ? next : never;
 }
 
 void Session::close(double now, const String8& why) {
+  const Ptr<Session> kept(this);
   now_ = now;
   connection_->fail(why);
   ended();
@@ -145,56 +139,88 @@ void Session::ended() {
   }
   hasEnded_ = true;
   connection_->close();
+  later_.clear();
   if (exports_) {
     std::erase(exports_->sessions_, this);
   }
   exported_.clear();
-  if (mounts_ && mounts_->session_ == this) {
-    mounts_->session_ = nullptr;
-    const Mounts::Members members = mounts_->mounts_; // notifiees may ask for more
-    for (const auto& [name, mount] : members) {
-      mount->rootGone();
-      mount->isAsked_ = mount->isGranted_ = false;
-      if (mount->state() != Mount::waiting || mount->entity()) {
-        mount->stateIs(mount->entity() ? Mount::stale : Mount::waiting, now_, failure());
-      }
-    }
-  }
-  while (!digestsAsked_.empty()) {
-    answer(digestsAsked_.begin()->first, digestUnknown);
-  }
-  for (const auto& [serial, to] : std::exchange(echoesAsked_, {})) {
-    to(false);
-  }
-  for (const EchoAnswer& to : std::exchange(echoesWanted_, {})) {
-    to(false);
-  }
+  mountsEnd();
+  answersEnd();
   log("session with " + (peer_.name.empty() ? String8("a peer") : peer_.name) +
       " ended: " + failure());
 }
 
 void Session::log(const String8& line) const {
   if (options_.log) {
-    options_.log(line);
+    options_.log(shown(line, 500));
   }
 }
 
-template <class Fields>
+String8 Session::shown(const String8& text, std::size_t most) {
+  std::string bytes(text.view().substr(0, most));
+  std::replace_if(
+      bytes.begin(), bytes.end(),
+      [](char byte) { return static_cast<unsigned char>(byte) < ' ' || byte == 0x7f; }, '?');
+  return String8(bytes);
+}
+
+std::string Session::payload(Kind kind, const Fields& fields) {
+  std::uint8_t bytes[NboAttrLog::Out::maxRecordSize - NboAttrLog::recordOverhead];
+  WireWriter to(bytes, sizeof bytes);
+  to.put8(kind);
+  fields(to);
+  return {reinterpret_cast<const char*>(bytes), sizeof bytes - to.room()};
+}
+
+/// Says something, or has it wait behind what waits already.
 void Session::write(Kind kind, const Fields& fields) {
   if (!isUp()) {
     return;
   }
-  const Ptr<NboAttrLog::Out>& out = connection_->out();
-  if (!out->hasSufficientBuffer()) {
-    // The log waits for room in the ring, but this would not.
-    connection_->fail("the peer asks for more than it reads");
-    return;
+  std::string said = payload(kind, fields);
+  if (hasRoom()) {
+    payloadWrite(said);
+  } else {
+    later({std::move(said), {}});
   }
+}
+
+bool Session::hasRoom() const noexcept {
+  return later_.empty() && connection_->out()->hasSufficientBuffer();
+}
+
+void Session::payloadWrite(std::string_view payload) {
+  const Ptr<NboAttrLog::Out>& out = connection_->out();
   out->nextHeaderIs(MsgHeader::variable(orphanEntityId, NboAttrLog::attrIdSession));
   out << NboAttrLog::transactBegin;
-  out->put8(kind);
-  fields(*out);
+  out->putBytes(payload.data(), payload.size());
   out << NboAttrLog::transactEnd;
+  ++sessionRecords_;
+}
+
+void Session::later(Later what) {
+  laterSize_ += sizeof what + what.payload.size() + what.name.length();
+  later_.push_back(std::move(what));
+  if (laterSize_ > mostLater) {
+    connection_->fail("the peer asks for more than it reads");
+  }
+}
+
+/// Says what has waited for room, as far as there is some by now.
+void Session::laterWrite() {
+  if (isUp()) {
+    connection_->demuxer()->walksTell(); // an echo stands behind the begin of a walk
+  }
+  while (isUp() && !later_.empty() && connection_->out()->hasSufficientBuffer()) {
+    const Later first = std::move(later_.front());
+    later_.pop_front();
+    laterSize_ -= sizeof first + first.payload.size() + first.name.length();
+    if (first.payload.empty()) {
+      askAnswer(first.name, first.wanted);
+    } else {
+      payloadWrite(first.payload);
+    }
+  }
 }
 
 void Session::recordRead(In& in) {
@@ -291,328 +317,6 @@ void Session::helloRead(In& in) {
     }
   }
   write(kindOffersEnd, [](WireWriter& /*out*/) {});
-}
-
-void Session::offerWrite(const Name& name) {
-  if (!isOpen_) {
-    return;
-  }
-  const Exports::Export& offer = exports_->roots().at(name);
-  const ZelType* const type = offer.entity->fwkType();
-  write(kindOffer, [&](WireWriter& out) {
-    out.putString(name);
-    out.putString(type != nullptr ? String8(type->fullName()) : String8());
-    out.put32(static_cast<std::uint32_t>(offer.most));
-  });
-}
-
-void Session::offerRead(In& in) {
-  const Name name(in.nextString());
-  const String8 type = in.nextString();
-  const Access most = accessOf(in.nextU32());
-  if (name.empty() || most == accessNone) {
-    throwRangeException("an offer of nothing");
-  }
-  if (offers_.size() >= mostOffers && offers_.count(name) == 0) {
-    throw AttrLogRecordException("the peer offers more roots than are kept");
-  }
-  offers_.insert_or_assign(name, type);
-  if (mounts_) {
-    if (const Ptr<Mount> mount = mounts_->offered(name)) {
-      ask(*mount);
-    }
-  }
-}
-
-void Session::askAll() {
-  for (const auto& [name, type] : std::map<Name, String8>(offers_)) {
-    if (const Ptr<Mount> mount = mounts_->offered(name)) {
-      ask(*mount);
-    }
-  }
-}
-
-void Session::ask(Mount& mount) {
-  if (mount.root_ || mount.isAsked_) {
-    return;
-  }
-  const String8& type = offers_.at(mount.name());
-  if (ZelType::type(type.view()) == nullptr) {
-    refuse(mount, "unknown type: " + shown(type));
-    return;
-  }
-  mount.isAsked_ = true;
-  write(kindAsk, [&](WireWriter& out) {
-    out.putString(mount.name());
-    out.put32(static_cast<std::uint32_t>(mount.wanted()));
-  });
-}
-
-void Session::askRead(In& in) {
-  const Name name(in.nextString());
-  const Access wanted = accessOf(in.nextU32());
-  String8 reason;
-  Access granted = accessNone;
-  if (!exports_ || exports_->roots().count(name) == 0) {
-    reason = "no such root";
-  } else if (exported_.count(name) != 0) {
-    reason = "mounted already";
-  } else if (granted = exports_->grant(*this, name, wanted); granted == accessNone) {
-    reason = "not granted";
-  }
-  if (!reason.empty()) {
-    log("refused " + peer_.name + " the root " + shown(name) + ": " + reason);
-    write(kindRefuse, [&](WireWriter& out) {
-      out.putString(name);
-      out.putString(reason);
-    });
-    return;
-  }
-  write(kindGrant, [&](WireWriter& out) {
-    out.putString(name);
-    out.put32(static_cast<std::uint32_t>(granted));
-  });
-  if (!isUp()) {
-    return;
-  }
-  Flags flags;
-  flags.bitsIs(StreamAdapter::flagRemoteReadOnly, granted != accessReadWrite);
-  const Ptr<Entity> root = exports_->roots().at(name).entity;
-  const Ptr<Root> shared = connection_->demuxer()->exportIs(root, flags)->root();
-  exported_.emplace(name, shared);
-  shared->isToldOfWalksIs(true);
-  log(peer_.name + " mounts " + name + ", " + accessName(granted));
-}
-
-void Session::grantRead(In& in) {
-  const Name name(in.nextString());
-  const Access access = accessOf(in.nextU32());
-  const Ptr<Mount> mount = mounts_ ? mounts_->mount(name) : nullptr;
-  if (!mount || !mount->isAsked_ || access == accessNone || access > mount->wanted()) {
-    throwRangeException("a grant that was not asked for");
-  }
-  mount->isGranted_ = true;
-  mount->access_ = access;
-}
-
-void Session::refuseRead(In& in) {
-  const Name name(in.nextString());
-  const String8 reason = shown(in.nextString());
-  const Ptr<Mount> mount = mounts_ ? mounts_->mount(name) : nullptr;
-  if (!mount || !mount->isAsked_ || mount->root_) {
-    throwRangeException("a refusal of what was not asked for");
-  }
-  refuse(*mount, reason);
-}
-
-void Session::refuse(Mount& mount, String8 reason) {
-  mount.isAsked_ = mount.isGranted_ = false;
-  log("the root " + mount.name() + " is refused: " + reason);
-  mount.stateIs(Mount::refused, now_, std::move(reason));
-}
-
-void Session::withdraw(const Name& name) {
-  const auto at = exported_.find(name);
-  if (at != exported_.end()) {
-    connection_->demuxer()->rootDel(*at->second);
-    exported_.erase(at);
-  }
-  if (isOpen_) {
-    write(kindWithdraw, [&](WireWriter& out) { out.putString(name); });
-  }
-}
-
-void Session::withdrawRead(In& in) {
-  const Name name(in.nextString());
-  offers_.erase(name);
-  const Ptr<Mount> mount = mounts_ ? mounts_->mount(name) : nullptr;
-  if (!mount) {
-    return;
-  }
-  mount->isAsked_ = mount->isGranted_ = false;
-  if (const Ptr<Root> root = mount->root_) {
-    connection_->demuxer()->rootDel(*root);
-    mount->rootGone();
-  }
-  mount->stateIs(mount->entity() ? Mount::stale : Mount::waiting, now_,
-                 "withdrawn by " + peer_.name);
-}
-
-NboAttrLog::MountPolicy::Mount Session::mount(const Ptr<Entity>& fresh) {
-  const Ptr<Mount> mount = mounts_ ? mounts_->mount(fresh->name()) : nullptr;
-  if (!mount || !mount->isGranted_) {
-    return {};
-  }
-  mount->isGranted_ = false;
-  if (!mount->entity() || mount->entity()->fwkType() != fresh->fwkType()) {
-    if (const Ptr<Dir>& dir = mounts_->dir_) {
-      const Ptr<Entity> there = dir->entity(fresh->name());
-      if (there && there != mount->entity()) {
-        refuse(*mount, "another root of this program has the name");
-        return {};
-      }
-      dir->entityDel(fresh->name());
-      dir->entityIs(fresh);
-    }
-    mount->guardsDel();
-    mount->entityIs(fresh);
-  }
-  for (const Ptr<Root>& guards : mount->guards_) {
-    guards->resyncedByIs(connection_->demuxer().ptr());
-  }
-  Flags flags; // even where the peer grants writing: not while the mirror is not in step
-  flags.bitsIs(StreamAdapter::flagReadOnly, true);
-  return {mount->entity(), flags};
-}
-
-Ptr<Mount> Session::mountOf(const Ptr<Entity>& entity) const {
-  const Ptr<Mount> mount = mounts_ ? mounts_->mount(entity->name()) : nullptr;
-  return mount && mount->entity() == entity ? mount : nullptr;
-}
-
-void Session::resyncing(const Ptr<Entity>& entity) {
-  const Ptr<Mount> mount = mountOf(entity);
-  const Ptr<Entity::ZelNboAttrLogSa> adapter =
-      mount ? entity->zelNboAttrLogSa(Ptr<const NboAttrLog::Out>(connection_->out())) : nullptr;
-  if (!adapter || !adapter->root() || !adapter->root()->isImported()) {
-    return;
-  }
-  mount->root_ = adapter->root();
-  mount->root_->keepsGuardsIs(true);
-  mount->stateIs(Mount::resyncing, now_);
-}
-
-void Session::synced(const Ptr<Entity>& entity) {
-  const Ptr<Mount> mount = mountOf(entity);
-  if (!mount || !mount->root_ || mount->state() != Mount::resyncing) {
-    return;
-  }
-  mount->guardsDel();
-  if (mounts_->dir_) {
-    mounts_->dir_->statusIs(mount->name(), Dir::loaded);
-  }
-  mount->stateIs(Mount::live, now_);
-}
-
-Ptr<Root> Session::exported(const Name& name) const {
-  const auto at = exported_.find(name);
-  return at != exported_.end() ? at->second : nullptr;
-}
-
-void Session::digestAsk(const Name& name, DigestAnswer answerTo) {
-  if (digestsAsked_.size() >= maxDigests) {
-    throwRangeException("too many digests at a time");
-  }
-  const std::uint32_t serial = ++lastSerial_;
-  digestsAsked_.emplace(serial, std::pair(name, std::move(answerTo)));
-  if (!isUp() || !isOpen_) {
-    answer(serial, digestUnknown);
-    return;
-  }
-  write(kindDigestAsk, [&](WireWriter& out) {
-    out.put32(serial);
-    out.putString(name);
-  });
-}
-
-void Session::digestAskRead(In& in) {
-  const std::uint32_t serial = in.nextU32();
-  const Name name(in.nextString());
-  if (digestsOwed_.size() >= maxDigests) {
-    throw AttrLogRecordException("the peer asks for too many digests at a time");
-  }
-  digestsOwed_.push_back({serial, name, now_ + options_.digestTime});
-}
-
-/// Answers one of those that wait, since each takes as long as the state is large.
-void Session::digestsWrite() {
-  for (auto at = digestsOwed_.begin(); at != digestsOwed_.end(); ++at) {
-    const Ptr<Root> root = exported(at->name);
-    const bool isQuiet = root && !root->isWalking() && root->owed() == 0;
-    if (root && !isQuiet && now_ < at->until) {
-      continue;
-    }
-    if (!connection_->out()->hasSufficientBuffer()) {
-      return; // the ring drains first
-    }
-    const DigestOwed digest = *at;
-    digestsOwed_.erase(at);
-    const DigestResult result = !root ? digestUnknown : isQuiet ? digestEqual : digestBusy;
-    const std::uint64_t ours = isQuiet ? stateDigest(*exports_->roots().at(digest.name).entity) : 0;
-    write(kindDigest, [&](WireWriter& out) {
-      out.put32(digest.serial);
-      out.put8(static_cast<std::uint8_t>(result));
-      out.put64(ours);
-    });
-    return;
-  }
-}
-
-void Session::digestRead(In& in) {
-  const std::uint32_t serial = in.nextU32();
-  const std::uint8_t result = in.next8();
-  const std::uint64_t theirs = in.nextU64();
-  const auto at = digestsAsked_.find(serial);
-  if (at == digestsAsked_.end() || result > digestUnknown) {
-    throwRangeException("a digest that was not asked for");
-  }
-  const Ptr<Mount> mount = mounts_ ? mounts_->mount(at->second.first) : nullptr;
-  if (result == digestBusy || result == digestUnknown) {
-    answer(serial, static_cast<DigestResult>(result));
-  } else if (!mount || !mount->root_) {
-    answer(serial, digestUnknown);
-  } else if (mount->root_->owed() != 0) {
-    answer(serial, digestBusy);
-  } else {
-    answer(serial, stateDigest(*mount->entity()) == theirs ? digestEqual : digestDiffers);
-  }
-}
-
-void Session::answer(std::uint32_t serial, DigestResult result) {
-  const auto at = digestsAsked_.find(serial);
-  const DigestAnswer to = std::move(at->second.second);
-  digestsAsked_.erase(at);
-  if (to) {
-    to(result);
-  }
-}
-
-void Session::echoAsk(EchoAnswer answerTo) {
-  if (!isUp()) {
-    answerTo(false);
-    return;
-  }
-  echoesWanted_.push_back(std::move(answerTo));
-}
-
-void Session::echoesWrite() {
-  const auto owes = [](const Ptr<Root>& root) { return root && root->owed() != 0; };
-  bool isOwing = !isOpen_;
-  for (const auto& [name, root] : exported_) {
-    isOwing = isOwing || owes(root);
-  }
-  if (mounts_) {
-    for (const auto& [name, mount] : mounts_->mounts()) {
-      isOwing = isOwing || owes(mount->root_);
-    }
-  }
-  if (isOwing || !connection_->out()->hasSufficientBuffer()) {
-    return;
-  }
-  const std::uint32_t serial = ++lastSerial_;
-  echoesAsked_.emplace(serial, std::move(echoesWanted_.front()));
-  echoesWanted_.erase(echoesWanted_.begin());
-  write(kindEchoAsk, [&](WireWriter& out) { out.put32(serial); });
-}
-
-void Session::echoRead(In& in) {
-  const auto at = echoesAsked_.find(in.nextU32());
-  if (at == echoesAsked_.end()) {
-    throwRangeException("an echo that was not asked for");
-  }
-  const EchoAnswer to = std::move(at->second);
-  echoesAsked_.erase(at);
-  to(true);
 }
 
 } // namespace Zel

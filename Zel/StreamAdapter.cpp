@@ -214,6 +214,22 @@ void StreamAdapter::doBaseZelNboAttrLogSaMsg(AttributeId attr, DeserializationOp
   }
 }
 
+bool StreamAdapter::isInTree() const noexcept {
+  const Entity* const entity = rawEntity();
+  return entity != nullptr && (!hasFlag(flagMember) || entity->zelHasParent());
+}
+
+void StreamAdapter::divergedIs() {
+  Demuxer* const demuxer = streamDemuxer();
+  if (demuxer == nullptr || !out_->isUp() || demuxer->adapter(entityId_) != this) {
+    return;
+  }
+  resyncAsk();
+  if (demuxer->policy() != nullptr) {
+    demuxer->policy()->diverged(*this);
+  }
+}
+
 void StreamAdapter::resyncAsk() {
   Demuxer* const demuxer = streamDemuxer();
   if (demuxer == nullptr || !out_->isUp() || demuxer->adapter(entityId_) != this) {
@@ -257,9 +273,10 @@ void Entity::ZelNboAttrLogSa::onNotificationException(AttributeId attr) {
   try {
     std::rethrow_exception(failure);
   } catch (const ReadOnlyException&) {
-    resyncAsk();
+    divergedIs();
     // The mirrors of other connections do not hear of what was written, and would never hear of its
-    // repair if that should come to the same.
+    // repair if that should come to the same. Where a guard has refused, another connection is the
+    // one that repairs.
     const Ptr<Entity> entity(rawEntity());
     for (Demuxer* const demuxer : globalNboAttrLogDemuxerManager().nboDemuxerIterator()) {
       Connection* const other = demuxer->connection();
@@ -267,7 +284,9 @@ void Entity::ZelNboAttrLogSa::onNotificationException(AttributeId attr) {
           entity && other != nullptr && other != connection
               ? entity->zelNboAttrLogSa(Ptr<const NboAttrLog::Out>(other->out()))
               : nullptr;
-      if (adapter && !adapter->hasFlag(flagImported)) {
+      if (adapter && adapter->hasFlag(flagImported)) {
+        adapter->divergedIs();
+      } else if (adapter) {
         adapter->doThis();
       }
     }

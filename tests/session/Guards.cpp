@@ -1,0 +1,120 @@
+#include "Says.h"
+
+#include "attrlog/Ear.h"
+
+#include <Zel/Exception>
+
+#include <gtest/gtest.h>
+
+// A mirror that is not live refuses writes, at every moment from its first record on.
+
+namespace {
+
+using namespace Maintenance::Unit;
+using Wiretap::listen;
+using Zel::Mount;
+using Zel::Name;
+using Zel::Ptr;
+
+class Guarded : public testing::Test, public TwoUnits {
+protected:
+  /// Those who hear of changes, all of them adapters.
+  template <class T>
+  static unsigned adapters(const Ptr<T>& entity) {
+    return entity->zelNotifieeList().count();
+  }
+};
+
+TEST_F(Guarded, AMirrorIsReadOnlyFromItsFirstRecordOn) {
+  units->statusIs("a");
+  const Ptr<Mount> mount = share(Zel::accessReadWrite);
+  unsigned records = 0;
+  settleSlowly([&] {
+    if (mount->entity() && mount->state() != Mount::live && ++records < 24) {
+      EXPECT_EQ(mount->state(), Mount::resyncing);
+      EXPECT_THROW(mirror()->statusIs(Name(std::to_string(records))), Zel::ReadOnlyException);
+    }
+  });
+  EXPECT_GT(records, 20U);
+  EXPECT_EQ(mount->state(), Mount::live);
+}
+
+TEST_F(Guarded, CutBehindAnyRecordTheMirrorIsReadOnly) {
+  units->statusIs("a")->profileNameIs("slow");
+  const Ptr<Mount> mount = share();
+  for (unsigned cutBehind = 1; mount->state() != Mount::live; ++cutBehind) {
+    unsigned records = 0;
+    connect();
+    settleSlowly([&] {
+      if (++records == cutBehind) {
+        cut();
+      }
+    });
+    if (mount->state() == Mount::live) {
+      break;
+    }
+    if (mount->entity()) {
+      EXPECT_EQ(mount->state(), Mount::stale) << cutBehind;
+      EXPECT_THROW(mirror()->statusIs(Name(std::to_string(cutBehind))), Zel::ReadOnlyException);
+      if (mirror("a")) {
+        EXPECT_THROW(mirror("a")->genIdIs(mirror("a")->genId() + 1), Zel::ReadOnlyException);
+      }
+    }
+    ASSERT_LT(cutBehind, 100U);
+  }
+  settle();
+  EXPECT_TRUE(isEqual());
+}
+
+TEST_F(Guarded, AWriteWhileResyncingIsRepairedWhateverHasBeenSent) {
+  units->statusIs("a")->profileNameIs("slow");
+  units->statusIs("b");
+  const Ptr<Mount> mount = share();
+  settle();
+  for (unsigned at = 1; at < 80; ++at) {
+    cut();
+    connect();
+    unsigned records = 0;
+    settleSlowly([&] {
+      if (++records == at && mount->state() != Mount::live) {
+        EXPECT_THROW(mirror("a")->genIdIs(at), Zel::ReadOnlyException);
+        EXPECT_THROW(mirror()->statusDel("b"), Zel::ReadOnlyException);
+        EXPECT_THROW(mirror()->statusIs(Name(std::to_string(at))), Zel::ReadOnlyException);
+      }
+    });
+    ASSERT_STREQ(client->failure().charPtr(), "") << at;
+    ASSERT_STREQ(server->failure().charPtr(), "") << at;
+    ASSERT_EQ(mount->state(), Mount::live) << at;
+    ASSERT_TRUE(isEqual()) << at;
+  }
+}
+
+TEST_F(Guarded, CutsInTheMidstOfResyncsLeaveOneGuardForEachEntity) {
+  for (const char* const unit : {"a", "b", "c", "d"}) {
+    units->statusIs(unit);
+  }
+  const Ptr<Mount> mount = share();
+  settle();
+  const Ptr<Status> a = mirror("a");
+  for (unsigned round = 1; round < 30; ++round) {
+    cut();
+    EXPECT_EQ(adapters(mirror()), 1U) << round;
+    EXPECT_EQ(adapters(a), 1U) << round;
+    EXPECT_THROW(a->genIdIs(round), Zel::ReadOnlyException);
+    connect();
+    unsigned records = 0;
+    settleSlowly([&] {
+      if (++records == 4 * round) {
+        cut("again");
+      }
+    });
+  }
+  connect();
+  settle();
+  EXPECT_EQ(mount->state(), Mount::live);
+  EXPECT_EQ(mirror("a"), a);
+  EXPECT_EQ(adapters(a), 1U);
+  EXPECT_TRUE(isEqual());
+}
+
+} // namespace
