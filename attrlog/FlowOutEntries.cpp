@@ -100,13 +100,14 @@ bool AttrLogAdapter::serializeTextEntry(const FlowStep& step, const void* key, c
   const AttributeId attr = step.row->id;
   const NboAttrLog::Out& out = *nboAttrLogOut();
   const std::size_t bare = sizeWithKey(*step.row->key, key);
-  const std::size_t needed = deleted ? bare : bare + sizeof(std::uint32_t) + text.length();
+  std::size_t needed = deleted ? bare : bare + sizeof(std::uint32_t) + text.length();
   const bool enough = freeSpace() >= needed + textBeginSpace;
   EntityFlowOut* const flow = hasFlag(flagNoFlowOut) ? nullptr : owed();
   TextPosition at(text);
   if (flow != nullptr && isScheduled()) {
     if (!deleted && flow->valueIter() != nullptr) {
       at = zelFlowOutValueDeq<TextPosition>(flowOut());
+      needed = bare + sizeof(std::uint32_t) + at.rest().size();
     }
   } else if (flow != nullptr) {
     if (flow->attrId() == attr && flow->valueIterKey() != nullptr &&

@@ -41,6 +41,15 @@ TEST_F(FlowOutRuns, FromZeroTheBaseComesFirstAndThenEveryStep) {
   EXPECT_FALSE(flow()->hasDirtyAttributes());
 }
 
+TEST_F(FlowOutRuns, AnOwedResyncOutlivesTheFlowThatOwesIt) {
+  writer.freeIs(0);
+  writer.adapter->resyncAsk();
+  EXPECT_TRUE(flow()->hasDataBit(FlowOut::dataBitResyncOwed));
+  EXPECT_THAT(writer.sent(), IsEmpty());
+  owe(274);
+  EXPECT_EQ(writer.worked(), (Briefs{"274", "resync"}));
+}
+
 TEST_F(FlowOutRuns, BelowTheFirstAttributeIsAsFromZero) {
   owe(0);
   EXPECT_EQ(run(257), 0);

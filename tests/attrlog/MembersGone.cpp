@@ -77,6 +77,15 @@ TEST_F(MembersGone, WithMarkedKeysAndTextsIsPassedOver) {
   EXPECT_EQ(demuxer().adapters(), 1U);
 }
 
+TEST_F(MembersGone, AndMadeAgainIsAnnouncedBehindItsDeletionThoughThereIsRoom) {
+  writer.freeIs(0);
+  dir->statusDel("System");
+  EXPECT_THAT(writer.sent(), IsEmpty()); // but from here on there is room
+  dir->statusIs("System");
+  EXPECT_THAT(writer.sent(), IsEmpty());
+  EXPECT_EQ(briefs(writer.seenWorked(), writer.adapter->entityId()), (Briefs{"-258", "258"}));
+}
+
 TEST_F(MembersGone, BeforeItsFirstWalkIsPassedOver) {
   adapter->doThis();
   dir->statusDel("System");

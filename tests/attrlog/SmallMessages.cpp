@@ -47,6 +47,18 @@ struct SmallWriter {
     return bytes;
   }
 
+  /// Takes up room until exactly `free` bytes are left.
+  void freeIs(std::size_t free) const {
+    while (out->freeSpace() > free) {
+      const std::size_t length = std::min<std::size_t>(out->freeSpace() - free, 30000);
+      const std::string bytes(length - Zel::NboAttrLog::recordOverhead, '.');
+      out->nextHeaderIs(MsgHeader::variable(nobody, 258));
+      out->tokenIs(Zel::NboAttrLog::transactBegin);
+      out->putBytes(bytes.data(), bytes.size());
+      out->tokenIs(Zel::NboAttrLog::transactEnd);
+    }
+  }
+
   const Ptr<Connection> connection = Zel::makeObject<Connection>(Connection::End::first);
   const Ptr<Out> out = Zel::makeObject<SmallOut>(connection.ptr(), std::size_t{65536});
   const Ptr<T> entity;
@@ -104,21 +116,10 @@ TEST_F(SmallTexts, ALongOneIsReadWhole) {
 TEST_F(SmallTexts, TheFlowGoesOnWithRoomForOneRecordOfTheLimit) {
   writer.entity->profileNameIs(longText(3000));
   writer.taken();
-  const auto fillTo = [&](std::size_t free) {
-    while (writer.out->freeSpace() > free) {
-      const std::size_t left = writer.out->freeSpace() - free;
-      const std::size_t length = std::min<std::size_t>(left, 30000);
-      writer.out->nextHeaderIs(MsgHeader::variable(nobody, 258));
-      writer.out->tokenIs(Zel::NboAttrLog::transactBegin);
-      const std::string bytes(length - Zel::NboAttrLog::recordOverhead, '.');
-      writer.out->putBytes(bytes.data(), bytes.size());
-      writer.out->tokenIs(Zel::NboAttrLog::transactEnd);
-    }
-  };
-  fillTo(999);
+  writer.freeIs(999);
   writer.connection->service();
   EXPECT_EQ(briefs(parsed(writer.taken())), Briefs());
-  fillTo(1000);
+  writer.freeIs(1000);
   writer.adapter->handleAttrFlowOut(Profile::DefaultProfile::Attr::profileName);
   EXPECT_EQ(briefs(parsed(writer.taken())), Briefs{"259+"});
 }
@@ -141,6 +142,17 @@ TEST_F(SmallEntries, TheKeyIsInEachRecord) {
   reader.feed(bytes);
   EXPECT_TRUE(reader.entity->history(2.5) == text);
   EXPECT_EQ(reader.failure(), "");
+}
+
+TEST_F(SmallEntries, TheFlowGoesOnWithRoomForOneRecordOfTheLimit) {
+  writer.entity->historyIs(2.5, longText(3000));
+  writer.taken();
+  writer.freeIs(999);
+  writer.adapter->handleAttrFlowOut(Status::Attr::history);
+  EXPECT_EQ(briefs(parsed(writer.taken())), Briefs());
+  writer.freeIs(1000);
+  writer.adapter->handleAttrFlowOut(Status::Attr::history);
+  EXPECT_EQ(briefs(parsed(writer.taken())), Briefs{"268+"});
 }
 
 TEST_F(SmallEntries, OneThatFitsIsOneRecord) {
