@@ -36,6 +36,17 @@ struct Children : testing::Test {
   const Ptr<StatusDir> dir = writer.entity;
 };
 
+TEST_F(Children, AMarkedOneThatIsToldOfAgainWithRoomGoesOnceAndAtOnce) {
+  writer.freeIs(0);
+  dir->statusIs("System");
+  EXPECT_EQ(dirty(), 1U);
+  EXPECT_THAT(writer.sent(), IsEmpty()); // but from here on there is room
+  dir->statusNotify("System");
+  EXPECT_EQ(dirty(), 0U);
+  EXPECT_EQ(writer.sent(), Briefs{"258"});
+  EXPECT_THAT(briefs(writer.seenWorked(), writer.adapter->entityId()), IsEmpty());
+}
+
 TEST_F(Children, AMemberIsItsKeyAndItsIdUnderATag) {
   dir->statusIs("System");
   const auto seen = writer.seen();

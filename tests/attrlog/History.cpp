@@ -53,6 +53,18 @@ TEST_F(History, WithOneByteLessItWaitsWithKeyAndPosition) {
   EXPECT_FALSE(flow());
 }
 
+TEST_F(History, AMarkedEntryThatChangesWithRoomGoesOnceAndAtOnce) {
+  flowIs();
+  writer.freeIs(0);
+  unit->historyIs(1.0, "line");
+  EXPECT_EQ(dirty(), 1U);
+  EXPECT_THAT(writer.sent(), IsEmpty()); // but from here on there is room
+  unit->historyIs(1.0, "other");
+  EXPECT_EQ(dirty(), 0U);
+  EXPECT_EQ(textOf(writer.seen()), "other");
+  EXPECT_THAT(writer.worked(), IsEmpty());
+}
+
 TEST_F(History, ADeletionAsksForItsOwnBytesBesides) {
   unit->historyIs(1.0, "line");
   unit->historyIs(2.0, "line");
