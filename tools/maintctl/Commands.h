@@ -1,0 +1,78 @@
+#pragma once
+
+#include "Device.h"
+#include "Failure.h"
+
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+namespace CLI {
+class App;
+} // namespace CLI
+
+namespace Maintctl {
+
+/// What all commands are told.
+struct Options {
+  std::string socket;    ///< of a server; empty for a tree in this process
+  bool json = false;     ///< output for machines
+  double timeout = 10;   ///< seconds that a server has to answer
+  bool inScript = false; ///< the words come from a line of `run`, where quotes are left on them
+};
+
+/// What a command runs with. The device is made when it is first asked for, so a command that does
+/// without one, such as `serve`, connects to nothing.
+class Context {
+public:
+  Context(const Options& options, std::ostream& out) : options_(options), out_(out) {}
+  Context(const Context&) = delete;
+  Context& operator=(const Context&) = delete;
+
+  const Options& options() const noexcept { return options_; }
+  /// Takes what the command prints; complaints and progress go to standard error.
+  std::ostream& out() const noexcept { return out_; }
+  /// Throws `Failure` if there is none.
+  virtual Device& device() = 0;
+
+protected:
+  ~Context() = default;
+
+private:
+  const Options& options_;
+  std::ostream& out_;
+};
+
+/// One run of a command.
+class Command {
+public:
+  Command() = default;
+  Command(const Command&) = delete;
+  Command& operator=(const Command&) = delete;
+  virtual ~Command() = default;
+
+  /// Adds what the command takes to its part of the command line; `app` fills it in before `run`.
+  virtual void declare(CLI::App& app) = 0;
+  /// Yields an exit code; throws `Failure`. Failures of the library may leave it too, see
+  /// `Guard.h`.
+  virtual int run(Context& context) = 0;
+};
+
+/// What there is to know of a command before it runs.
+struct CommandEntry {
+  const char* name;
+  const char* summary;  ///< one line, without a full stop
+  const char* examples; ///< stands at the end of its help, lines with an indent of two
+  std::unique_ptr<Command> (*make)();
+  bool inScripts = true; ///< whether a line of `run` may be one
+  bool isShown = true;   ///< whether the list of commands has it
+};
+
+/// All commands, in the order of the help. To add one, write its file and name it in
+/// `Commands.cpp`.
+const std::vector<CommandEntry>& commands();
+
+/// The device that the options ask for. Throws `Failure` if there is none.
+std::unique_ptr<Device> deviceFor(const Options& options);
+
+} // namespace Maintctl
