@@ -18,9 +18,11 @@ enum ExitCode : int {
   exitDiffers = 8,   ///< `verify`: the mirror differs
   exitFile = 9,      ///< a file could not be read or written
   exitStopped = 130, ///< stopped by Ctrl-C
+  exitPipe = 141,    ///< whoever read the output has gone; nothing is said
 };
 
-/// Ends a command with a message for the user, which tells what to do next where there is something.
+/// Ends a command with a message for the user, which tells what to do next where there is
+/// something.
 class Failure : public std::runtime_error {
 public:
   Failure(ExitCode code, const std::string& message) : std::runtime_error(message), code_(code) {}

@@ -1,0 +1,39 @@
+#include "Change.h"
+#include "CommandList.h"
+
+#include <CLI/CLI.hpp>
+
+namespace Maintctl {
+
+namespace {
+
+class Add : public Command {
+public:
+  void declare(CLI::App& app) override {
+    app.add_option("PATH", path_, "Of what is to be made: a collection's, and its key")->required();
+    app.add_option("ARG", arguments_,
+                   "The value of an entry, if it is not to be true; what else a member is made of");
+  }
+
+  int run(Context& context) override {
+    add(Tree(context.device()).at(path_, Purpose::add), arguments_);
+    context.device().flush();
+    return exitDone;
+  }
+
+private:
+  std::string path_;
+  std::vector<std::string> arguments_;
+};
+
+} // namespace
+
+CommandEntry addCommand() {
+  return {"add", "Make a member or an entry of a collection",
+          "  maintctl --socket /run/maint.sock add /status/Linecard3\n"
+          "  maintctl --socket /run/maint.sock add /status/Linecard3/group/groupTypeBgp,transit\n"
+          "  maintctl --socket /run/maint.sock add /status/Linecard3/history/12.5 \"drain begun\"",
+          make<Add>};
+}
+
+} // namespace Maintctl

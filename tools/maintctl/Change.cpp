@@ -1,0 +1,240 @@
+#include "Change.h"
+
+#include "Failure.h"
+#include "Values.h"
+#include "Words.h"
+
+#include <Zel/ZelType>
+
+#include <deque>
+
+namespace Maintctl {
+
+namespace {
+
+using Zel::AttrKind;
+using Zel::AttrRow;
+using Zel::ValueRecord;
+using Zel::ValueSlot;
+
+/// As many values as there are records, read from as many texts.
+class Arguments {
+public:
+  explicit Arguments(std::string place) : place_(std::move(place)) {}
+
+  void add(const std::string& text, const ValueRecord& record) {
+    ValueSlot& slot = slots_.emplace_back(record);
+    readText(text, record, slot.at(), place_);
+    addresses_.push_back(slot.at());
+  }
+  const void* const* addresses() const { return addresses_.data(); }
+
+private:
+  const std::string place_;
+  std::deque<ValueSlot> slots_; // which cannot move
+  std::vector<const void*> addresses_;
+};
+
+std::string counted(std::size_t count, const char* what) {
+  return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
+}
+
+[[noreturn]] void readOnly(const Target& target) {
+  const AttrKind kind = target.row->kind;
+  const char* const why = kind == AttrKind::constant ? "it is the same for all of its type"
+                          : kind == AttrKind::key    ? "it is the key, make a new one with add"
+                                                     : "it follows from other values";
+  throw Failure(exitRefused, target.path() + " cannot be written: " + why);
+}
+
+/// The key of an entry, in a slot.
+class Key {
+public:
+  explicit Key(const Target& target) : slot_(*target.row->key) {
+    readKey(target.segment, *target.row->key, slot_.at(), "the key in " + target.path());
+  }
+  void* at() { return slot_.at(); }
+
+private:
+  ValueSlot slot_;
+};
+
+/// The attribute of a value that is its key in a collection.
+const AttrRow& ownKeyRow(const AttrRow& collection) {
+  const AttrRow* const row = collection.value->table().row(Zel::keyAttributeName(collection));
+  if (row == nullptr) {
+    throw Failure(exitFailed, "the values of " + std::string(collection.name) + " have no key");
+  }
+  return *row;
+}
+
+void writeOwnKey(const Target& target, const std::string& text) {
+  const AttrRow& row = *target.row;
+  ValueSlot value(*row.value);
+  readText(text, *row.value, value.at(), target.path());
+  if (target.kind == Target::entry) {
+    Key key(target);
+    ValueSlot own(*row.key, [&](void* to) { ownKeyRow(row).read(value.at(), to); });
+    if (!row.key->equal(key.at(), own.at())) {
+      throw Failure(exitBadValue, "bad value " + printable(text) + " for " + target.path() +
+                                      ": its key is " + segmentOf(*row.key, own.at()));
+    }
+  }
+  row.collection->write(target.owner.ptr(), nullptr, value.at());
+}
+
+void writeEntry(const Target& target, const std::string& text) {
+  const AttrRow& row = *target.row;
+  if (row.kind == AttrKind::ownKey) {
+    writeOwnKey(target, text);
+    return;
+  }
+  Key key(target);
+  ValueSlot value(*row.value);
+  readText(text, *row.value, value.at(), target.path());
+  row.collection->write(target.owner.ptr(), key.at(), value.at());
+}
+
+/// The members of a collection are made from their key and what its operations say.
+void create(const Target& target, const std::vector<std::string>& arguments) {
+  const AttrRow& row = *target.row;
+  const auto& wanted = row.collection->arguments;
+  if (arguments.size() != wanted.size()) {
+    throw Failure(exitUsage, target.path() + " is made from " + counted(wanted.size(), "argument") +
+                                 " behind its path, got " + std::to_string(arguments.size()));
+  }
+  Key key(target);
+  Arguments values(target.path());
+  for (std::size_t at = 0; at < wanted.size(); ++at) {
+    values.add(arguments[at], *wanted[at]);
+  }
+  row.collection->create(target.owner.ptr(), key.at(), values.addresses());
+}
+
+/// The one value that an entry is made of.
+std::string valueOf(const Target& target, const std::vector<std::string>& arguments) {
+  if (arguments.size() == 1) {
+    return arguments[0];
+  }
+  const ValueRecord& record = *target.row->value;
+  if (!arguments.empty()) {
+    throw Failure(exitUsage, target.path() + " takes one value, got " +
+                                 std::to_string(arguments.size()) +
+                                 "; a value with blanks in it stands in quotes");
+  }
+  if (record.name != Zel::valueName<bool>()) {
+    throw Failure(exitUsage, target.path() + " needs a value, of type " + std::string(record.name));
+  }
+  return "true";
+}
+
+[[noreturn]] void notOne(const Target& target, const char* command) {
+  const std::string path = target.path();
+  switch (target.kind) {
+  case Target::top:
+    throw Failure(exitUsage,
+                  std::string(command) + " needs a path below /, 'ls /' lists the roots");
+  case Target::collection:
+    throw Failure(exitUsage, path + " is a collection, name one of it: " + path + "/KEY");
+  case Target::attribute:
+    throw Failure(exitUsage, path + " is a value and always there, write it with set");
+  default:
+    throw Failure(exitUsage, path + " is no value, 'ls " + path + "' lists what it has");
+  }
+}
+
+void requireEntry(const Target& target) {
+  if (!target.isThere()) {
+    noneThere(target);
+  }
+}
+
+/// A member as what it is in the collection that holds it; a root as it is.
+Target asEntry(const Target& target) {
+  const Zel::Ptr<Zel::Entity> holder = target.owner->parent();
+  if (!holder) {
+    return target;
+  }
+  const AttrRow& row = *holder->fwkType()->table()->row(target.owner->parentAttrId());
+  ValueSlot key(*row.key, [&](void* to) { row.collection->memberKey(target.owner.ptr(), to); });
+  return {Target::entry, holder, &row, segmentOf(*row.key, key.at())};
+}
+
+} // namespace
+
+void setValue(const Target& target, const std::string& text) {
+  if (target.kind == Target::entry) {
+    requireEntry(target);
+    writeEntry(target, text);
+  } else if (target.kind != Target::attribute) {
+    notOne(target, "set");
+  } else if (target.row->write == nullptr) {
+    readOnly(target);
+  } else {
+    ValueSlot value(*target.row->value);
+    readText(text, *target.row->value, value.at(), target.path());
+    target.row->write(target.owner.ptr(), value.at());
+  }
+}
+
+void add(const Target& target, const std::vector<std::string>& arguments) {
+  const bool bringsKey = target.kind == Target::collection && target.row->kind == AttrKind::ownKey;
+  if (target.kind == Target::entity || (target.kind == Target::entry && target.isThere())) {
+    throw Failure(exitFailed, target.path() + " is there already");
+  }
+  if (target.kind != Target::entry && !bringsKey) {
+    notOne(target, "add");
+  }
+  put(target, arguments);
+}
+
+void remove(const Target& target) {
+  if (target.kind != Target::entry && target.kind != Target::entity) {
+    notOne(target, "del");
+  }
+  const Target entry = target.kind == Target::entity ? asEntry(target) : target;
+  if (entry.kind == Target::entity) {
+    throw Failure(exitRefused, target.path() + " is a root, which stays");
+  }
+  requireEntry(entry);
+  Key key(entry);
+  entry.row->collection->erase(entry.owner.ptr(), key.at());
+}
+
+void put(const Target& target, const std::vector<std::string>& arguments) {
+  switch (target.kind) {
+  case Target::attribute:
+    if (arguments.size() != 1) {
+      throw Failure(exitUsage, target.path() + " needs a value, of type " +
+                                   std::string(target.row->value->name));
+    }
+    setValue(target, arguments[0]);
+    break;
+  case Target::collection:
+    if (target.row->kind != AttrKind::ownKey) {
+      notOne(target, "add");
+    }
+    writeEntry(target, valueOf(target, arguments));
+    break;
+  case Target::entry:
+    if (target.row->kind == AttrKind::instantiating) {
+      create(target, arguments);
+    } else {
+      writeEntry(target, valueOf(target, arguments));
+    }
+    break;
+  case Target::entity:
+    if (!arguments.empty()) {
+      const Target entry = asEntry(target);
+      if (entry.kind == Target::entity) {
+        notOne(target, "set");
+      }
+      create(entry, arguments); // one that is there takes them over
+    }
+    break;
+  case Target::top:
+    notOne(target, "add");
+  }
+}
+
+} // namespace Maintctl

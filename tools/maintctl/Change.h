@@ -1,0 +1,26 @@
+#pragma once
+
+#include "Tree.h"
+
+#include <string>
+#include <vector>
+
+/// Changes of the tree, through the mutators of its types. All take targets that were looked up for
+/// their purpose, and throw `Failure`, or what the mutators throw.
+namespace Maintctl {
+
+/// Writes an attribute, or an entry that is there.
+void setValue(const Target& target, const std::string& text);
+
+/// Makes what is not there yet: a member, of its arguments behind the key, or an entry, of its
+/// value, which is true if the collection is a set. In a collection of values that bring their key,
+/// the target may be the collection.
+void add(const Target& target, const std::vector<std::string>& arguments);
+
+/// Takes an entry or a member out.
+void remove(const Target& target);
+
+/// Makes it so whether or not it is there: what a line of a dump says.
+void put(const Target& target, const std::vector<std::string>& arguments);
+
+} // namespace Maintctl

@@ -1,0 +1,192 @@
+#include "CommandLine.h"
+
+#include "Nearest.h"
+#include "Words.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <cctype>
+
+namespace Maintctl {
+
+namespace {
+
+constexpr const char* purpose =
+    "Looks at and changes the state of a device's maintenance mode, value by value: in a\n"
+    "server that --socket names or, without it, in an empty tree that lasts as long as the\n"
+    "command.";
+
+constexpr const char* exitStatus = R"(Exit status:
+  0    done
+  1    failed, for a reason that has no other number
+  2    the command line makes no sense
+  3    nothing under the path
+  4    a text that is no value of the attribute's type, or a bad line of a file
+  5    read-only, by the model or by the server
+  6    no server there, or the connection has ended
+  7    it took too long
+  8    the mirror differs
+  9    a file could not be read or written
+  130  stopped by Ctrl-C
+  141  whoever read the output has gone
+
+Examples:
+  maintctl --socket /run/maint.sock ls /status
+  maintctl --socket /run/maint.sock set /status/System/state underMaintenance
+  maintctl run commands.txt)";
+
+/// The library's own begin with a capital, and may end in a full stop.
+std::string inOurManner(std::string message) {
+  if (message.size() > 1 && std::islower(static_cast<unsigned char>(message[1])) != 0) {
+    message[0] = static_cast<char>(std::tolower(static_cast<unsigned char>(message[0])));
+  }
+  std::replace(message.begin(), message.end(), '\n', ' ');
+  while (message.ends_with('.') || message.ends_with(' ')) {
+    message.pop_back();
+  }
+  return message;
+}
+
+bool looksNegative(const std::string& word) {
+  return word.size() > 1 && word[0] == '-' &&
+         (std::isdigit(static_cast<unsigned char>(word[1])) != 0 || word[1] == '.' ||
+          word == "-inf");
+}
+
+/// Values such as -1 are no options: from the first of them on, nothing is.
+std::vector<std::string> withNumbersMarked(std::vector<std::string> words) {
+  const auto end = std::find(words.begin(), words.end(), "--");
+  const auto first = std::find_if(words.begin(), end, looksNegative);
+  if (first != end) {
+    words.insert(first, "--");
+  }
+  return words;
+}
+
+void declareCommon(CLI::App& app, Options& options) {
+  app.set_help_flag("-h,--help", "Print this help");
+  app.add_flag("--json", options.json, "Print JSON, for machines");
+  if (!options.inScript) {
+    app.add_option("--socket", options.socket, "Socket of a server")->type_name("PATH");
+    app.add_option("--timeout", options.timeout, "How long a server may take to answer")
+        ->type_name("SECONDS")
+        ->check(CLI::NonNegativeNumber);
+    app.set_version_flag("--version", "maintctl " MAINTCTL_VERSION, "Print the version");
+  }
+}
+
+CLI::App& declare(CLI::App& app, const CommandEntry& entry, Command& command) {
+  CLI::App& sub = *app.add_subcommand(entry.name, entry.summary);
+  sub.fallthrough();
+  sub.footer(std::string("Examples:\n") + entry.examples);
+  if (!entry.isShown) {
+    sub.group("");
+  }
+  command.declare(sub);
+  return sub;
+}
+
+std::string seeHelp(const Options& options, const std::string& command) {
+  return std::string(", see '") + (options.inScript ? "" : "maintctl ") +
+         (command.empty() ? "" : command + " ") + "--help'";
+}
+
+} // namespace
+
+const CommandEntry* entryOf(std::string_view name, bool inScript) {
+  for (const CommandEntry& entry : commands()) {
+    if (entry.name == name && (entry.inScripts || !inScript)) {
+      return &entry;
+    }
+  }
+  return nullptr;
+}
+
+std::vector<std::string> commandNames(bool inScript) {
+  std::vector<std::string> names;
+  for (const CommandEntry& entry : commands()) {
+    if (entry.isShown && (entry.inScripts || !inScript)) {
+      names.emplace_back(entry.name);
+    }
+  }
+  return names;
+}
+
+std::size_t placeOfCommand(const std::vector<std::string>& words) {
+  std::size_t at = 0;
+  while (at < words.size() && words[at].starts_with('-')) {
+    at += words[at] == "--socket" || words[at] == "--timeout" ? 2 : 1;
+  }
+  return std::min(at, words.size());
+}
+
+std::vector<std::string> optionNames(const std::string& command, bool inScript) {
+  Options options;
+  options.inScript = inScript;
+  CLI::App app;
+  declareCommon(app, options);
+  std::unique_ptr<Command> made;
+  std::vector<const CLI::App*> apps = {&app};
+  if (const CommandEntry* const entry = entryOf(command, inScript)) {
+    made = entry->make();
+    apps.push_back(&declare(app, *entry, *made));
+  }
+  std::vector<std::string> names;
+  for (const CLI::App* const one : apps) {
+    for (const CLI::Option* const option : one->get_options()) {
+      for (const std::string& name : option->get_lnames()) {
+        names.push_back("--" + name);
+      }
+    }
+  }
+  std::sort(names.begin(), names.end());
+  names.erase(std::unique(names.begin(), names.end()), names.end());
+  return names;
+}
+
+std::unique_ptr<Command> commandOf(const std::vector<std::string>& words, Options& options,
+                                   std::ostream& out) {
+  const std::size_t place = placeOfCommand(words);
+  const std::string name = place < words.size() ? words[place] : "";
+  const CommandEntry* const chosen = entryOf(name, options.inScript);
+  if (chosen == nullptr && !name.empty()) {
+    throw Failure(
+        exitUsage,
+        "no command " + printable(name) +
+            hint(name, commandNames(options.inScript), "there are", "") +
+            (nearest(name, commandNames(options.inScript)).empty() ? seeHelp(options, "") : ""));
+  }
+  CLI::App app(purpose, options.inScript ? "" : "maintctl");
+  declareCommon(app, options);
+  app.require_subcommand(1);
+  app.footer(exitStatus);
+  app.get_formatter()->label("SUBCOMMAND", "COMMAND");
+  app.get_formatter()->label("Subcommands", "Commands");
+  app.get_formatter()->label("OPTIONS", "OPTIONS");
+  std::vector<std::unique_ptr<Command>> made; // all, for the help, where none is chosen
+  for (const CommandEntry& entry : commands()) {
+    if (chosen == nullptr ? entry.inScripts || !options.inScript : &entry == chosen) {
+      made.push_back(entry.make());
+      declare(app, entry, *made.back());
+    }
+  }
+  try {
+    std::vector<std::string> reversed = withNumbersMarked(words);
+    std::reverse(reversed.begin(), reversed.end());
+    app.parse(std::move(reversed));
+  } catch (const CLI::CallForHelp&) {
+    out << app.help();
+    return nullptr;
+  } catch (const CLI::CallForVersion& version) {
+    out << version.what() << '\n';
+    return nullptr;
+  } catch (const CLI::ParseError& failure) {
+    throw Failure(exitUsage,
+                  (name.empty() ? std::string("no command given") : inOurManner(failure.what())) +
+                      seeHelp(options, name));
+  }
+  return std::move(made.front());
+}
+
+} // namespace Maintctl

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "Commands.h"
+
+/// The commands, each in a file of its own; `Commands.cpp` puts them in order.
+namespace Maintctl {
+
+/// What the entries of commands name.
+template <class C>
+std::unique_ptr<Command> make() {
+  return std::make_unique<C>();
+}
+
+CommandEntry lsCommand();
+CommandEntry getCommand();
+CommandEntry setCommand();
+CommandEntry addCommand();
+CommandEntry delCommand();
+CommandEntry dumpCommand();
+CommandEntry loadCommand();
+CommandEntry runCommand();
+CommandEntry completeCommand();
+
+} // namespace Maintctl

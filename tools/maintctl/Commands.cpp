@@ -1,0 +1,15 @@
+#include "Commands.h"
+
+#include "CommandList.h"
+
+namespace Maintctl {
+
+const std::vector<CommandEntry>& commands() {
+  static const std::vector<CommandEntry> all = {
+      lsCommand(),   getCommand(),  setCommand(), addCommand(),      delCommand(),
+      dumpCommand(), loadCommand(), runCommand(), completeCommand(),
+  };
+  return all;
+}
+
+} // namespace Maintctl

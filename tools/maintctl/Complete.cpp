@@ -1,0 +1,127 @@
+#include "Complete.h"
+
+#include "CommandLine.h"
+#include "CommandList.h"
+#include "Tree.h"
+#include "Values.h"
+
+#include <CLI/CLI.hpp>
+
+namespace Maintctl {
+
+namespace {
+
+using Zel::AttrKind;
+using Zel::AttrRow;
+
+using Names = std::vector<std::string>;
+
+void addItems(Names& names, const Zel::Entity& owner, const AttrRow& row) {
+  for (const Item& item : itemsOf(owner, row)) {
+    names.push_back(item.segment + (row.kind == AttrKind::instantiating ? "/" : ""));
+  }
+}
+
+/// What may follow a path that ends in "/".
+Names below(Tree& tree, const std::string& path, Device& device) {
+  Names names;
+  if (path == "/") {
+    for (const auto& [name, type] : device.roots()) {
+      names.push_back(segmentOf(Zel::valueRecord<Zel::Name>, &name) + "/");
+    }
+    return names;
+  }
+  const Target target = tree.at(path, Purpose::read);
+  if (target.kind == Target::collection) {
+    addItems(names, *target.owner, *target.row);
+  } else if (target.kind == Target::entity) {
+    for (const AttrRow* const row : rowsOf(*target.owner)) {
+      names.push_back(std::string(row->name) + (row->isCollection() ? "/" : ""));
+    }
+    if (const AttrRow* const only = onlyCollection(*target.owner)) {
+      addItems(names, *target.owner, *only);
+    }
+  }
+  return names;
+}
+
+/// The names of a value, where it has some.
+Names valuesAt(Tree& tree, const std::string& path) {
+  const Target target = tree.at(path, Purpose::read);
+  return target.row != nullptr && target.row->value != nullptr ? namesOf(*target.row->value)
+                                                               : Names();
+}
+
+Names startingWith(const std::string& start, const Names& names, const std::string& lead = "") {
+  Names found;
+  for (const std::string& name : names) {
+    if (std::string_view(lead + name).starts_with(start)) {
+      found.push_back(lead + name);
+    }
+  }
+  return found;
+}
+
+class Complete : public Command {
+public:
+  void declare(CLI::App& app) override {
+    app.add_option("WORD", words_, "The words of a command line, the last to be completed")
+        ->allow_extra_args(false)
+        ->expected(0, -1);
+  }
+
+  int run(Context& context) override {
+    if (words_.empty()) {
+      words_.emplace_back();
+    }
+    for (const std::string& name :
+         completions(words_, false, [&]() -> Device& { return context.device(); })) {
+      context.out() << name << '\n';
+    }
+    return exitDone;
+  }
+
+private:
+  Names words_;
+};
+
+} // namespace
+
+Names completions(const Names& words, bool inScript, const std::function<Device&()>& device) {
+  const std::string& start = words.back();
+  const Names before(words.begin(), words.end() - 1);
+  const std::size_t place = placeOfCommand(before);
+  const std::string command = place < before.size() ? before[place] : "";
+  if (start.starts_with('-')) {
+    return startingWith(start, optionNames(command, inScript));
+  }
+  try {
+    if (start.starts_with('/')) {
+      Tree tree(device());
+      const std::string path = start.substr(0, start.rfind('/') + 1);
+      return startingWith(start, below(tree, path, device()), path);
+    }
+    if (command == "set" && before.size() >= 2 && before.back().starts_with('/')) {
+      Tree tree(device());
+      return startingWith(start, valuesAt(tree, before.back()));
+    }
+  } catch (const std::exception&) {
+    return {}; // nobody wants to read it in the midst of a line
+  }
+  if (command.empty()) {
+    return startingWith(start, commandNames(inScript));
+  }
+  return start.empty() && entryOf(command, inScript) != nullptr ? Names{"/"} : Names();
+}
+
+CommandEntry completeCommand() {
+  return {"complete",
+          "Print what the last of some words could become",
+          "  maintctl complete /sta\n"
+          "  maintctl complete -- set /status/System/state u",
+          make<Complete>,
+          false,
+          false};
+}
+
+} // namespace Maintctl

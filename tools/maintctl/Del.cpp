@@ -1,0 +1,35 @@
+#include "Change.h"
+#include "CommandList.h"
+
+#include <CLI/CLI.hpp>
+
+namespace Maintctl {
+
+namespace {
+
+class Del : public Command {
+public:
+  void declare(CLI::App& app) override {
+    app.add_option("PATH", path_, "Of a member or an entry that is there")->required();
+  }
+
+  int run(Context& context) override {
+    remove(Tree(context.device()).at(path_, Purpose::change));
+    context.device().flush();
+    return exitDone;
+  }
+
+private:
+  std::string path_;
+};
+
+} // namespace
+
+CommandEntry delCommand() {
+  return {"del", "Take a member or an entry out of a collection",
+          "  maintctl --socket /run/maint.sock del /status/Linecard3\n"
+          "  maintctl --socket /run/maint.sock del /status/System/group/groupTypeBgp,transit",
+          make<Del>};
+}
+
+} // namespace Maintctl

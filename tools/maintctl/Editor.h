@@ -1,0 +1,29 @@
+#pragma once
+
+#include "Lines.h"
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace Maintctl {
+
+/// Lines that are typed on a terminal, with editing and history; the tabulator key completes words.
+class Editor : public Lines {
+public:
+  /// Takes the words up to the cursor, of which the last is to be completed and may be empty, and
+  /// yields what it could become.
+  using Completer = std::function<std::vector<std::string>(const std::vector<std::string>&)>;
+
+  explicit Editor(Completer completer);
+  ~Editor() override;
+
+  bool next(std::string& line) override;
+  std::string where() const override { return ""; }
+
+private:
+  class Library;
+  const std::unique_ptr<Library> library_;
+};
+
+} // namespace Maintctl

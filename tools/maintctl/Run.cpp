@@ -1,0 +1,156 @@
+#include "CommandLine.h"
+#include "CommandList.h"
+#include "Complete.h"
+#include "Editor.h"
+#include "Guard.h"
+#include "Lines.h"
+#include "Words.h"
+
+#include <CLI/CLI.hpp>
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <fstream>
+#include <iostream>
+#include <system_error>
+
+namespace Maintctl {
+
+namespace {
+
+/// A line's command runs with the line's own options.
+class LineContext : public Context {
+public:
+  LineContext(const Options& options, Context& outer)
+      : Context(options, outer.out()), outer_(outer) {}
+  Device& device() override { return outer_.device(); }
+
+private:
+  Context& outer_;
+};
+
+bool isTerminal() { return isatty(STDIN_FILENO) != 0 && isatty(STDOUT_FILENO) != 0; }
+
+class Run : public Command {
+public:
+  void declare(CLI::App& app) override {
+    app.add_option("FILE", file_, "One command a line; the standard input without it, or for -");
+    app.add_flag("--keep-going", keepGoing_, "Go on behind a line that fails");
+  }
+
+  int run(Context& context) override {
+    if (file_.empty() && isTerminal()) {
+      isTyped_ = true;
+      Editor editor([&](const std::vector<std::string>& words) {
+        return completions(words, true, [&]() -> Device& { return context.device(); });
+      });
+      runAll(editor, context);
+      return exitDone; // each failure has been seen
+    }
+    if (file_.empty() || file_ == "-") {
+      FileLines lines(std::cin, "<stdin>");
+      return runAll(lines, context);
+    }
+    errno = 0;
+    std::ifstream in(file_, std::ios::binary);
+    if (!in) {
+      throw Failure(exitFile,
+                    "cannot open " + file_ + ": " + std::generic_category().message(errno));
+    }
+    FileLines lines(in, file_);
+    return runAll(lines, context);
+  }
+
+private:
+  /// The status of the first line that failed.
+  int runAll(Lines& lines, Context& context) {
+    int status = exitDone;
+    for (std::string line; lines.next(line);) {
+      const int code = runGuarded(line, lines, context);
+      if (code == quit) {
+        break;
+      }
+      if (code != exitDone) {
+        status = status == exitDone ? code : status;
+        if (!keepGoing_ && !isTyped_) {
+          break;
+        }
+      }
+    }
+    return status;
+  }
+
+  /// One line, with its complaint if there is one.
+  int runGuarded(const std::string& line, const Lines& lines, Context& context) {
+    int code = exitDone;
+    std::string complaint;
+    try {
+      code = runLine(line, context);
+      if (code != exitDone && code != quit) {
+        complaint = "ended with status " + std::to_string(code);
+      }
+    } catch (...) {
+      const Failure failure = currentFailure();
+      if (failure.code() == exitPipe) {
+        throw;
+      }
+      code = failure.code();
+      complaint = failure.what();
+    }
+    context.out().flush(); // what was printed comes before the complaint
+    if (!complaint.empty()) {
+      std::cerr << lines.where() << complaint << '\n';
+    }
+    return code;
+  }
+
+  int runLine(const std::string& line, Context& context) const {
+    const std::vector<std::string> words = wordsOf(line);
+    if (words.empty()) {
+      return exitDone;
+    }
+    if (isTyped_ && (words[0] == "quit" || words[0] == "exit")) {
+      return quit;
+    }
+    Options options = context.options();
+    options.inScript = true;
+    const bool asksForHelp = isTyped_ && words[0] == "help";
+    const auto command =
+        commandOf(asksForHelp ? std::vector<std::string>{"--help"} : words, options, context.out());
+    if (command == nullptr) {
+      return exitDone;
+    }
+    LineContext own(options, context);
+    return command->run(own);
+  }
+
+  static constexpr int quit = -1;
+
+  std::string file_;
+  bool keepGoing_ = false;
+  bool isTyped_ = false;
+};
+
+} // namespace
+
+bool FileLines::next(std::string& line) {
+  ++number_;
+  if (std::getline(in_, line)) {
+    return true;
+  }
+  if (in_.bad()) {
+    throw Failure(exitFile, "cannot read " + name_ + " to its end");
+  }
+  return false;
+}
+
+CommandEntry runCommand() {
+  return {"run", "Run commands, one a line, from a file, a pipe or a terminal",
+          "  maintctl run commands.txt\n"
+          "  maintctl run --keep-going < commands.txt\n"
+          "  maintctl --socket /run/maint.sock run",
+          make<Run>, false};
+}
+
+} // namespace Maintctl

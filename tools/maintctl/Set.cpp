@@ -1,0 +1,40 @@
+#include "Change.h"
+#include "CommandList.h"
+
+#include <CLI/CLI.hpp>
+
+namespace Maintctl {
+
+namespace {
+
+class Set : public Command {
+public:
+  void declare(CLI::App& app) override {
+    app.add_option("PATH", path_, "Of an attribute, or of an entry that is there")->required();
+    app.add_option("VALUE", value_,
+                   "In its text form, whose quotes may be left out: active for 'active'")
+        ->required();
+  }
+
+  int run(Context& context) override {
+    setValue(Tree(context.device()).at(path_, Purpose::change), value_);
+    context.device().flush();
+    return exitDone;
+  }
+
+private:
+  std::string path_;
+  std::string value_;
+};
+
+} // namespace
+
+CommandEntry setCommand() {
+  return {"set", "Change a value",
+          "  maintctl --socket /run/maint.sock set /status/System/state underMaintenance\n"
+          "  maintctl --socket /run/maint.sock set /status/System/aggTrafficRate 1000,2000,12.5\n"
+          "  maintctl --socket /run/maint.sock set /defaultProfile/profileName \"'drain slowly'\"",
+          make<Set>};
+}
+
+} // namespace Maintctl

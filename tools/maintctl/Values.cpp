@@ -1,0 +1,144 @@
+#include "Values.h"
+
+#include "Failure.h"
+#include "Nearest.h"
+#include "Words.h"
+
+#include <Zel/ValueBuilder>
+#include <text/Path.h>
+#include <text/Value.h>
+
+#include <nlohmann/json.hpp>
+
+#include <cmath>
+
+namespace Maintctl {
+
+namespace {
+
+using Zel::AttrRow;
+using Zel::String8;
+using Zel::ValueRecord;
+using Zel::ValueSlot;
+
+bool isQuote(char byte) { return byte == '\'' || byte == '"'; }
+
+/// Whether the texts of a type stand in quotes; its default tells.
+bool isQuoted(const ValueRecord& record) {
+  ValueSlot value(record);
+  return record.table == nullptr && textForm(record, value.at()).starts_with('\'');
+}
+
+template <class Read>
+void reading(const std::string& text, const ValueRecord& record, const std::string& place,
+             const Read& read) {
+  const Zel::Expect failures(Zel::exceptionId);
+  try {
+    read();
+  } catch (const Zel::Exception& failure) {
+    std::string message = "bad value " + printable(text) + " for " + place;
+    if (const std::vector<std::string> names = namesOf(record); !names.empty()) {
+      const std::string meant = nearest(text, names);
+      message +=
+          meant.empty() ? ", it is one of " + listOf(names) : ", did you mean " + meant + "?";
+    } else {
+      message += std::string(": ") + failure.what();
+    }
+    throw Failure(exitBadValue, message);
+  }
+}
+
+nlohmann::json numberOf(double number) {
+  if (std::isfinite(number)) {
+    return number;
+  }
+  return Zel::valueToStrep(number).charPtr();
+}
+
+} // namespace
+
+std::string textForm(const ValueRecord& record, const void* value) {
+  return std::string(Zel::textOf(record, value).view());
+}
+
+void readText(const std::string& text, const ValueRecord& record, void* fresh,
+              const std::string& place) {
+  reading(text, record, place, [&] {
+    const bool hasQuotes = !text.empty() && isQuote(text[0]);
+    if (record.table != nullptr && !text.starts_with("Value(")) {
+      Zel::readPathSegment(text, record, fresh);
+    } else if (record.table == nullptr && !hasQuotes && isQuoted(record)) {
+      Zel::readWhole(Zel::valueToStrep(String8(std::string_view(text))), record, fresh);
+    } else {
+      Zel::readWhole(String8(std::string_view(text)), record, fresh);
+    }
+  });
+}
+
+void readKey(const std::string& segment, const ValueRecord& record, void* fresh,
+             const std::string& place) {
+  reading(segment, record, place, [&] { Zel::readPathSegment(segment, record, fresh); });
+}
+
+std::string segmentOf(const ValueRecord& record, const void* key) {
+  return escaped(Zel::pathSegment(record, key).view());
+}
+
+std::string escaped(std::string_view path) {
+  static constexpr char digits[] = "0123456789ABCDEF";
+  std::string result;
+  for (const char character : path) {
+    const auto byte = static_cast<unsigned char>(character);
+    if (byte <= ' ' || byte == 0x7f ||
+        std::string_view("'\"\\#()[]{}").find(character) != std::string_view::npos) {
+      result += {'%', digits[byte >> 4], digits[byte & 15]};
+    } else {
+      result += character;
+    }
+  }
+  return result;
+}
+
+nlohmann::json jsonOf(const ValueRecord& record, const void* value) {
+  if (record.table != nullptr) {
+    nlohmann::json object = nlohmann::json::object();
+    for (const AttrRow& row : record.table().rows) {
+      if (Zel::isStored(row)) {
+        ValueSlot field(*row.value, [&](void* to) { row.read(value, to); });
+        object[std::string(row.name)] = jsonOf(*row.value, field.at());
+      }
+    }
+    return object;
+  }
+  if (record.name == Zel::valueName<bool>()) {
+    return *static_cast<const bool*>(value);
+  }
+  if (record.name == Zel::valueName<unsigned>()) {
+    return *static_cast<const unsigned*>(value);
+  }
+  if (record.name == Zel::valueName<unsigned long long>()) {
+    return *static_cast<const unsigned long long*>(value);
+  }
+  if (record.name == Zel::valueName<double>()) {
+    return numberOf(*static_cast<const double*>(value));
+  }
+  return unquoted(textForm(record, value));
+}
+
+std::string lineOf(const nlohmann::json& json) {
+  return json.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+}
+
+std::vector<std::string> namesOf(const ValueRecord& record) {
+  std::vector<std::string> names;
+  if (record.enumeration != nullptr) {
+    for (const Zel::Enumerator& row : record.enumeration->rows) {
+      names.emplace_back(row.name);
+    }
+  } else if (record.name == Zel::valueName<bool>()) {
+    names = {"true", "false"};
+  }
+  return names;
+}
+
+} // namespace Maintctl

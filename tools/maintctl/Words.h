@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Maintctl {
+
+/// The words of a line, between blanks. Blanks within quotes or brackets part nothing, so the text
+/// form of a value is one word, and it keeps its quotes. `#` at the beginning of a word begins a
+/// comment. Throws `Failure` with `exitUsage` on a quote or a bracket that has no end.
+std::vector<std::string> wordsOf(std::string_view line);
+
+/// A word without the quotes that it may stand in. Throws `Failure` on bad escapes in them.
+std::string unquoted(const std::string& word);
+
+/// A text for a message: control bytes escaped, and of a long one the beginning.
+std::string printable(std::string_view text);
+
+} // namespace Maintctl
