@@ -100,8 +100,9 @@ void create(const Target& target, const std::vector<std::string>& arguments) {
   const AttrRow& row = *target.row;
   const auto& wanted = row.collection->arguments;
   if (arguments.size() != wanted.size()) {
-    throw Failure(exitUsage, target.path() + " is made from " + counted(wanted.size(), "argument") +
-                                 " behind its path, got " + std::to_string(arguments.size()));
+    throw Failure(exitUsage, target.path() + " takes " +
+                                 (wanted.empty() ? "nothing" : counted(wanted.size(), "argument")) +
+                                 " behind its path, got " + counted(arguments.size(), "argument"));
   }
   Key key(target);
   Arguments values(target.path());

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <charconv>
 
 namespace Maintctl {
 
@@ -48,20 +49,30 @@ std::string inOurManner(std::string message) {
   return message;
 }
 
-bool looksNegative(const std::string& word) {
-  return word.size() > 1 && word[0] == '-' &&
-         (std::isdigit(static_cast<unsigned char>(word[1])) != 0 || word[1] == '.' ||
-          word == "-inf");
+/// The parser would take a value such as -1 for an option, and one in brackets for several. A byte
+/// in front, which no path and no text form begins with, keeps it from that.
+constexpr char guard = '\x1f';
+
+std::string guarded(const std::string& word) {
+  const bool isNumber =
+      word.size() > 1 && word[0] == '-' &&
+      (std::isdigit(static_cast<unsigned char>(word[1])) != 0 || word[1] == '.' || word == "-inf");
+  return isNumber || word.starts_with('[') ? guard + word : word;
 }
 
-/// Values such as -1 are no options: from the first of them on, nothing is.
-std::vector<std::string> withNumbersMarked(std::vector<std::string> words) {
-  const auto end = std::find(words.begin(), words.end(), "--");
-  const auto first = std::find_if(words.begin(), end, looksNegative);
-  if (first != end) {
-    words.insert(first, "--");
+std::string unguarded(std::string word) {
+  if (word.starts_with(guard)) {
+    word.erase(0, 1);
   }
-  return words;
+  return word;
+}
+
+/// For an option that takes a number of seconds.
+std::string refuseUnlessSeconds(const std::string& text) {
+  double seconds = 0;
+  const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), seconds);
+  const bool isNumber = failure == std::errc() && end == text.data() + text.size();
+  return isNumber && seconds >= 0 ? "" : printable(text) + " is no number of seconds";
 }
 
 void declareCommon(CLI::App& app, Options& options) {
@@ -71,7 +82,7 @@ void declareCommon(CLI::App& app, Options& options) {
     app.add_option("--socket", options.socket, "Socket of a server")->type_name("PATH");
     app.add_option("--timeout", options.timeout, "How long a server may take to answer")
         ->type_name("SECONDS")
-        ->check(CLI::NonNegativeNumber);
+        ->check(refuseUnlessSeconds);
     app.set_version_flag("--version", "maintctl " MAINTCTL_VERSION, "Print the version");
   }
 }
@@ -80,16 +91,38 @@ CLI::App& declare(CLI::App& app, const CommandEntry& entry, Command& command) {
   CLI::App& sub = *app.add_subcommand(entry.name, entry.summary);
   sub.fallthrough();
   sub.footer(std::string("Examples:\n") + entry.examples);
-  if (!entry.isShown) {
-    sub.group("");
-  }
+  sub.group(entry.isShown ? "Commands" : "");
   command.declare(sub);
+  for (CLI::Option* const option : sub.get_options()) {
+    if (option->get_items_expected_max() > 0) {
+      option->transform(unguarded);
+    }
+    if (option->get_positional()) {
+      option->type_name(""); // all are texts
+    }
+  }
   return sub;
 }
 
 std::string seeHelp(const Options& options, const std::string& command) {
   return std::string(", see '") + (options.inScript ? "" : "maintctl ") +
          (command.empty() ? "" : command + " ") + "--help'";
+}
+
+/// What to say of words that nobody wanted, of which the first counts.
+std::string tooMuch(const std::vector<std::string>& words, const std::vector<std::string>& extras,
+                    const Options& options, const std::string& command) {
+  const auto first = std::find_if(words.begin(), words.end(), [&](const std::string& word) {
+    return std::find(extras.begin(), extras.end(), guarded(word)) != extras.end();
+  });
+  const std::string word = first != words.end() ? *first : extras.front();
+  if (!word.starts_with('-')) {
+    return command + " takes no " + printable(word) + seeHelp(options, command);
+  }
+  const std::vector<std::string> names = optionNames(command, options.inScript);
+  const bool hasNear = !nearest(word, names).empty();
+  return "no option " + printable(word) + (hasNear ? hint(word, names, "", "") : "") +
+         (hasNear ? "" : seeHelp(options, command));
 }
 
 } // namespace
@@ -162,8 +195,6 @@ std::unique_ptr<Command> commandOf(const std::vector<std::string>& words, Option
   app.require_subcommand(1);
   app.footer(exitStatus);
   app.get_formatter()->label("SUBCOMMAND", "COMMAND");
-  app.get_formatter()->label("Subcommands", "Commands");
-  app.get_formatter()->label("OPTIONS", "OPTIONS");
   std::vector<std::unique_ptr<Command>> made; // all, for the help, where none is chosen
   for (const CommandEntry& entry : commands()) {
     if (chosen == nullptr ? entry.inScripts || !options.inScript : &entry == chosen) {
@@ -171,9 +202,11 @@ std::unique_ptr<Command> commandOf(const std::vector<std::string>& words, Option
       declare(app, entry, *made.back());
     }
   }
+  std::vector<std::string> reversed; // as the parser wants them
+  for (std::size_t at = words.size(); at-- > 0;) {
+    reversed.push_back(at > place ? guarded(words[at]) : words[at]);
+  }
   try {
-    std::vector<std::string> reversed = withNumbersMarked(words);
-    std::reverse(reversed.begin(), reversed.end());
     app.parse(std::move(reversed));
   } catch (const CLI::CallForHelp&) {
     out << app.help();
@@ -181,6 +214,8 @@ std::unique_ptr<Command> commandOf(const std::vector<std::string>& words, Option
   } catch (const CLI::CallForVersion& version) {
     out << version.what() << '\n';
     return nullptr;
+  } catch (const CLI::ExtrasError&) {
+    throw Failure(exitUsage, tooMuch(words, app.remaining(true), options, name));
   } catch (const CLI::ParseError& failure) {
     throw Failure(exitUsage,
                   (name.empty() ? std::string("no command given") : inOurManner(failure.what())) +

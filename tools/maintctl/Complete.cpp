@@ -65,9 +65,7 @@ Names startingWith(const std::string& start, const Names& names, const std::stri
 class Complete : public Command {
 public:
   void declare(CLI::App& app) override {
-    app.add_option("WORD", words_, "The words of a command line, the last to be completed")
-        ->allow_extra_args(false)
-        ->expected(0, -1);
+    app.add_option("WORD", words_, "The words of a command line, the last to be completed");
   }
 
   int run(Context& context) override {

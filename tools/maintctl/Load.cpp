@@ -3,15 +3,13 @@
 #include "Change.h"
 #include "CommandList.h"
 #include "Guard.h"
+#include "Input.h"
 #include "Progress.h"
 #include "Words.h"
 
 #include <CLI/CLI.hpp>
 
-#include <cerrno>
-#include <fstream>
 #include <iostream>
-#include <system_error>
 
 namespace Maintctl {
 
@@ -53,8 +51,6 @@ std::string howFar(std::size_t applied) {
                       : std::to_string(applied) + (applied == 1 ? " line" : " lines") +
                             " before it " + (applied == 1 ? "was" : "were") + " loaded";
 }
-
-std::string reason(int error) { return std::generic_category().message(error); }
 
 /// Bad lines, and lines that do not fit the tree, are all bad lines of the file.
 ExitCode codeFor(ExitCode code) {
@@ -114,11 +110,7 @@ std::size_t loadFile(Device& device, const std::string& name) {
   if (name == "-") {
     return load(device, std::cin, "<stdin>");
   }
-  errno = 0;
-  std::ifstream in(name, std::ios::binary);
-  if (!in) {
-    throw Failure(exitFile, "cannot open " + name + ": " + reason(errno));
-  }
+  std::ifstream in = openedFile(name);
   in.seekg(0, std::ios::end);
   const std::streamoff size = in.tellg(); // -1 of a pipe
   in.clear();

@@ -3,6 +3,7 @@
 #include "Complete.h"
 #include "Editor.h"
 #include "Guard.h"
+#include "Input.h"
 #include "Lines.h"
 #include "Words.h"
 
@@ -10,10 +11,7 @@
 
 #include <unistd.h>
 
-#include <cerrno>
-#include <fstream>
 #include <iostream>
-#include <system_error>
 
 namespace Maintctl {
 
@@ -52,12 +50,7 @@ public:
       FileLines lines(std::cin, "<stdin>");
       return runAll(lines, context);
     }
-    errno = 0;
-    std::ifstream in(file_, std::ios::binary);
-    if (!in) {
-      throw Failure(exitFile,
-                    "cannot open " + file_ + ": " + std::generic_category().message(errno));
-    }
+    std::ifstream in = openedFile(file_);
     FileLines lines(in, file_);
     return runAll(lines, context);
   }
