@@ -183,6 +183,16 @@ std::unique_ptr<Command> commandOf(const std::vector<std::string>& words, Option
   const std::size_t place = placeOfCommand(words);
   const std::string name = place < words.size() ? words[place] : "";
   const CommandEntry* const chosen = entryOf(name, options.inScript);
+  if (chosen == nullptr) {
+    const std::vector<std::string> known = optionNames("", options.inScript);
+    for (std::size_t at = 0; at < place && at < words.size(); ++at) {
+      const std::string option = words[at].substr(0, words[at].find('='));
+      if (option.starts_with("--") &&
+          std::find(known.begin(), known.end(), option) == known.end()) {
+        throw Failure(exitUsage, tooMuch(words, {words[at]}, options, ""));
+      }
+    }
+  }
   if (chosen == nullptr && !name.empty()) {
     throw Failure(
         exitUsage,

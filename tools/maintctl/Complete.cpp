@@ -118,7 +118,7 @@ CommandEntry completeCommand() {
           "  maintctl complete /sta\n"
           "  maintctl complete -- set /status/System/state u",
           make<Complete>,
-          false,
+          true,
           false};
 }
 

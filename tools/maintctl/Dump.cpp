@@ -1,3 +1,5 @@
+#include "Dump.h"
+
 #include "CommandList.h"
 #include "Output.h"
 #include "Tree.h"
@@ -41,17 +43,6 @@ private:
   std::ostream& out_;
 };
 
-void dump(Device& device, std::ostream& out) {
-  out << "# The tree of a device: members by their paths, and values behind theirs.\n";
-  Tree tree(device);
-  for (const auto& [name, type] : device.roots()) {
-    const std::string path = "/" + segmentOf(Zel::valueRecord<Zel::Name>, &name);
-    out << "\n# " << path << ", " << type << '\n';
-    Lines lines(out);
-    walk(*tree.at(path, Purpose::read).owner, path + "/", lines);
-  }
-}
-
 class Dump : public Command {
 public:
   void declare(CLI::App& app) override {
@@ -76,6 +67,17 @@ private:
 };
 
 } // namespace
+
+void dump(Device& device, std::ostream& out) {
+  out << "# The tree of a device: members by their paths, and values behind theirs.\n";
+  Tree tree(device);
+  for (const auto& [name, type] : device.roots()) {
+    const std::string path = "/" + segmentOf(Zel::valueRecord<Zel::Name>, &name);
+    out << "\n# " << path << ", " << type << '\n';
+    Lines lines(out);
+    walk(*tree.at(path, Purpose::read).owner, path + "/", lines);
+  }
+}
 
 CommandEntry dumpCommand() {
   return {"dump", "Write the whole tree as text that load reads back",

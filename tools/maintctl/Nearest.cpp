@@ -40,7 +40,8 @@ constexpr std::size_t fewNames = 8;
 
 std::string nearest(std::string_view typed, const std::vector<std::string>& names) {
   const std::string* found = nullptr;
-  std::size_t least = std::max<std::size_t>(1, typed.size() / 3) + 1;
+  const std::size_t most = typed.size() < 2 ? 0 : std::max<std::size_t>(1, typed.size() / 3);
+  std::size_t least = most + 1;
   for (const std::string& name : names) {
     // The difference in length alone takes that many slips.
     const std::size_t atLeast =
@@ -81,7 +82,8 @@ std::string hint(std::string_view typed, const std::vector<std::string>& names,
     return ", did you mean " + meant + "?";
   }
   if (!names.empty() && names.size() <= fewNames) {
-    return ", " + std::string(lead) + " " + listOf(names);
+    const bool isOne = names.size() == 1 && lead == "there are";
+    return ", " + (isOne ? "there is only" : std::string(lead)) + " " + listOf(names);
   }
   return otherwise.empty() ? std::string() : ", " + std::string(otherwise);
 }

@@ -1,0 +1,68 @@
+#include "Run.h"
+
+namespace Maintctl::Test {
+
+namespace {
+
+/// What bash would offer for a command line of these words, the last to be completed.
+std::string offered(const std::string& words) {
+  return Support::shell("PATH=$(dirname '" MAINTCTL_PROGRAM "'):$PATH; exec bash -c '"
+                        "source \"$1\"; shift; COMP_WORDS=(\"$@\"); "
+                        "COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _maintctl; "
+                        "printf \"%s\\n\" \"${COMPREPLY[@]}\"' bash '" MAINTCTL_SOURCES
+                        "/maintctl.bash-completion' maintctl " +
+                        words)
+      .out;
+}
+
+TEST(Complete, YieldsCommandsOptionsPathsAndNames) {
+  EXPECT_EQ(maintctl("complete").out, "ls\nget\nset\nadd\ndel\ndump\nload\nrun\n");
+  EXPECT_EQ(maintctl("complete d").out, "del\ndump\n");
+  EXPECT_EQ(maintctl("complete -- run --").out,
+            "--help\n--json\n--keep-going\n--socket\n--timeout\n--version\n");
+  EXPECT_EQ(maintctl("complete /").out, "/defaultProfile/\n/profiles/\n/status/\n");
+  EXPECT_EQ(maintctl("complete /sta").out, "/status/\n");
+  EXPECT_EQ(maintctl("complete get ''").out, "/\n");
+  EXPECT_EQ(maintctl("complete get /defaultProfile/p").out, "/defaultProfile/profileName\n");
+  EXPECT_EQ(maintctl("complete nonsense ''").out, "");
+  EXPECT_EQ(maintctl("complete get /nowhere/x").out, "");
+  EXPECT_EQ(maintctl("complete get /nowhere/x").status, 0);
+}
+
+TEST(Complete, YieldsMembersEntriesAndValues) {
+  const auto completed = [](const std::string& line) {
+    return printed("add /status/System\nadd /status/System/history/12.5 x\n"
+                   "complete " +
+                   line + "\n");
+  };
+  EXPECT_EQ(completed("get /status/S"), "/status/System/\n");
+  EXPECT_EQ(completed("get /status/status/"), "/status/status/System/\n");
+  EXPECT_EQ(completed("get /status/s"), "/status/status/\n");
+  EXPECT_EQ(completed("get /status/System/history/1"), "/status/System/history/12.5\n");
+  EXPECT_EQ(completed("set /status/System/state maintenance"),
+            "maintenanceModeEnter\nmaintenanceModeExit\n");
+  EXPECT_EQ(completed("set /status/System/group \"\""), "true\nfalse\n");
+}
+
+TEST(BashCompletion, AsksTheProgram) {
+  EXPECT_EQ(offered("lo"), "load\n");
+  EXPECT_EQ(offered("--json ge"), "get\n");
+  EXPECT_EQ(offered("get /def"), "/defaultProfile/\n");
+  EXPECT_EQ(offered("get --js"), "--json\n");
+  EXPECT_EQ(offered("--timeout 5 get /profiles/"), "/profiles/config/\n");
+}
+
+TEST(BashCompletion, LeavesFilesToTheShell) {
+  const Folder folder;
+  const std::string file = folder.write("some-tree", "");
+  const std::string start = file.substr(0, file.size() - 4);
+  EXPECT_EQ(offered("load '" + start + "'"), file + "\n");
+  EXPECT_EQ(offered("dump '" + start + "'"), file + "\n");
+  EXPECT_EQ(offered("run '" + start + "'"), file + "\n");
+  EXPECT_EQ(offered("run --k"), "--keep-going\n");
+  EXPECT_EQ(offered("--socket '" + start + "'"), file + "\n");
+}
+
+} // namespace
+
+} // namespace Maintctl::Test

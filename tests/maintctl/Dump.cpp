@@ -1,0 +1,203 @@
+#include "Run.h"
+
+#include <Dump.h>
+#include <Load.h>
+#include <LocalDevice.h>
+
+#include <Zel/StateDigest>
+
+#include <sys/stat.h>
+
+#include <random>
+
+namespace Maintctl::Test {
+
+namespace {
+
+constexpr const char* someUnit = "add /status/System\n"
+                                 "add /status/System/group/groupTypeBgp,peers\n"
+                                 "add /status/System/history/12.5 'drain\\nbegun'\n"
+                                 "add /profiles/profileTypeBgp,drain\n"
+                                 "set /defaultProfile/profileName drain\n";
+
+constexpr const char* itsDump =
+    "# The tree of a device: members by their paths, and values behind theirs.\n"
+    "\n"
+    "# /defaultProfile, Maintenance::Profile::DefaultProfile\n"
+    "/defaultProfile/profileName 'drain'\n"
+    "\n"
+    "# /profiles, Maintenance::Profile::ConfigDir\n"
+    "/profiles/config/profileTypeBgp,drain\n"
+    "\n"
+    "# /status, Maintenance::Unit::StatusDir\n"
+    "/status/status/System\n"
+    "/status/status/System/unitType 'userConfigured'\n"
+    "/status/status/System/group/groupTypeBgp,peers true\n"
+    "/status/status/System/profileName ''\n"
+    "/status/status/System/state 'init'\n"
+    "/status/status/System/reason 'srcUnknown'\n"
+    "/status/status/System/timeOfStateChange 0\n"
+    "/status/status/System/onBootMaintExitTime 0\n"
+    "/status/status/System/historySize 12\n"
+    "/status/status/System/history/12.5 'drain\\nbegun'\n"
+    "/status/status/System/maintEnterInstance ''\n"
+    "/status/status/System/maintExitInstance ''\n"
+    "/status/status/System/aggTrafficRate Value('Maintenance::Unit::TrafficRates', ** "
+    "{'outBitsRate': 0, 'inBitsRate': 0, 'statsUpdateTime': 0})\n"
+    "/status/status/System/totalIntfTrafficViolations 0\n"
+    "/status/status/System/genId 0\n";
+
+mode_t modeOf(const std::string& file) {
+  struct stat status = {};
+  EXPECT_EQ(stat(file.c_str(), &status), 0) << file;
+  return status.st_mode & mode_t{07777};
+}
+
+std::size_t filesIn(const Folder& folder) {
+  std::size_t count = 0;
+  for (const auto& file : std::filesystem::directory_iterator(folder / "")) {
+    count += file.is_regular_file() ? 1 : 0;
+  }
+  return count;
+}
+
+TEST(Dump, WritesOneValueALine) { EXPECT_EQ(printed(std::string(someUnit) + "dump\n"), itsDump); }
+
+TEST(Dump, WritesAFileThatLoadReadsBack) {
+  const Folder folder;
+  const std::string file = folder / "the tree";
+  EXPECT_EQ(printed(std::string(someUnit) + "dump '" + file + "'\n"), "");
+  EXPECT_EQ(Support::contentOf(file), itsDump);
+  EXPECT_EQ(printed("load '" + file + "'\ndump -\n"), itsDump);
+  EXPECT_EQ(maintctl("load '" + file + "'").status, 0);
+  EXPECT_EQ(maintctl("load -", itsDump).status, 0);
+}
+
+TEST(Dump, ReplacesAFileAndKeepsItsMode) {
+  const Folder folder;
+  const std::string file = folder.write("tree", "old");
+  ASSERT_EQ(chmod(file.c_str(), 0640), 0);
+  EXPECT_EQ(maintctl("dump '" + file + "'").status, 0);
+  EXPECT_TRUE(Support::contentOf(file).starts_with("# The tree of a device"));
+  EXPECT_EQ(modeOf(file), 0640);
+  EXPECT_EQ(filesIn(folder), 1U);
+  const std::string fresh = folder / "fresh";
+  EXPECT_EQ(Support::shell("umask 027; '" MAINTCTL_PROGRAM "' dump '" + fresh + "'").status, 0);
+  EXPECT_EQ(modeOf(fresh), 0640);
+}
+
+TEST(Dump, ReplacesWhatASymbolicLinkPointsAt) {
+  const Folder folder;
+  const std::string file = folder.write("tree", "old");
+  std::filesystem::create_symlink(file, folder / "link");
+  EXPECT_EQ(maintctl("dump '" + (folder / "link").string() + "'").status, 0);
+  EXPECT_TRUE(std::filesystem::is_symlink(folder / "link"));
+  EXPECT_TRUE(Support::contentOf(file).starts_with("# The tree of a device"));
+}
+
+TEST(Dump, TellsOfAFullDiskAndLeavesWhatWasThere) {
+  EXPECT_EQ(refusal(9, "dump /dev/full"),
+            "maintctl: cannot write /dev/full: No space left on device\n");
+  const Folder folder;
+  const std::string file = folder.write("tree", "old");
+  // A limit on the size of files acts as a full disk does, later than at the first byte.
+  std::string lines;
+  for (int unit = 0; unit < 20; ++unit) {
+    lines += "add /status/unit" + std::to_string(unit) + "\n";
+  }
+  const Result result = Support::shell("trap '' XFSZ; ulimit -f 8; '" MAINTCTL_PROGRAM "' run",
+                                       lines + "dump '" + file + "'\n");
+  EXPECT_EQ(result.err, "<stdin>:21: cannot write " + file + ": File too large\n");
+  EXPECT_EQ(result.status, 9);
+  EXPECT_EQ(Support::contentOf(file), "old");
+  EXPECT_EQ(filesIn(folder), 1U);
+}
+
+TEST(Dump, TellsOfAFolderThatIsNotThere) {
+  EXPECT_EQ(refusal(9, "dump /nowhere/tree"),
+            "maintctl: cannot write /nowhere/tree: No such file or directory\n");
+}
+
+/// A tree in this process, with whatever a unit may hold.
+class RandomTree {
+public:
+  explicit RandomTree(unsigned seed) : random_(seed) {}
+
+  std::string lines(int count) {
+    std::string text;
+    for (int line = 0; line < count; ++line) {
+      const std::string unit = "/status/status/unit%20" + std::to_string(upTo(4));
+      text += unit + "\n" + unit + oneValue() + "\n";
+      text += "/profiles/config/profileTypeUnit,p" + std::to_string(upTo(9)) + "\n";
+    }
+    return text;
+  }
+
+  LocalDevice device;
+
+private:
+  unsigned upTo(unsigned most) { return std::uniform_int_distribution<unsigned>(0, most)(random_); }
+
+  std::string text() {
+    std::string bytes = "'";
+    for (unsigned left = upTo(6); left > 0; --left) {
+      static const char* const pieces[] = {"a", " ", "\\n", "\\x00", "#", "\\'", "\xff", "/%"};
+      bytes += pieces[upTo(7)];
+    }
+    return bytes + "'";
+  }
+
+  std::string oneValue() {
+    static const char* const times[] = {"nan", "-inf", "0", "-0", "1e-300", "7.25", "12.5"};
+    switch (upTo(6)) {
+    case 0:
+      return std::string("/timeOfStateChange ") + times[upTo(6)];
+    case 1:
+      return std::string("/history/") + times[upTo(6)] + " " + text();
+    case 2:
+      return "/group/groupTypeBgp,g%2C%20" + std::to_string(upTo(20)) +
+             (upTo(1) != 0 ? "" : " false");
+    case 3:
+      return "/intfsViolatingTrafficThreshold/Ethernet3/" + std::to_string(1 + upTo(40));
+    case 4:
+      return "/profileName " + text();
+    case 5:
+      return "/aggTrafficRate 18446744073709551615," + std::to_string(upTo(9)) + "," +
+             times[upTo(6)];
+    default:
+      return "/genId " + std::to_string(upTo(4000000000U));
+    }
+  }
+
+  std::mt19937 random_;
+};
+
+std::map<std::string, std::uint64_t> digests(const Zel::Ptr<Zel::Dir>& dir) {
+  std::map<std::string, std::uint64_t> all;
+  for (const auto& [name, root] : dir->entities()) {
+    all[name.charPtr()] = Zel::stateDigest(*root);
+  }
+  return all;
+}
+
+TEST(Dump, LoadedIntoAnEmptyTreeHasTheSameDigest) {
+  for (unsigned seed = 1; seed <= 20; ++seed) {
+    RandomTree tree(seed);
+    std::istringstream made(tree.lines(60));
+    ASSERT_GT(load(tree.device, made, "made"), 0U);
+    std::ostringstream dumped;
+    dump(tree.device, dumped);
+    LocalDevice other;
+    ASSERT_NE(digests(other.dir()), digests(tree.device.dir()));
+    std::istringstream in(dumped.str());
+    EXPECT_GT(load(other, in, "dumped"), 0U);
+    EXPECT_EQ(digests(other.dir()), digests(tree.device.dir())) << seed << "\n" << dumped.str();
+    std::ostringstream again;
+    dump(other, again);
+    EXPECT_EQ(again.str(), dumped.str());
+  }
+}
+
+} // namespace
+
+} // namespace Maintctl::Test
