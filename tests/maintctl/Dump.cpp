@@ -148,7 +148,7 @@ private:
   }
 
   std::string oneValue() {
-    static const char* const times[] = {"nan", "-inf", "0", "-0", "1e-300", "7.25", "12.5"};
+    static const char* const times[] = {"nan", "-inf", "0", "-3", "1e-300", "7.25", "12.5"};
     switch (upTo(6)) {
     case 0:
       return std::string("/timeOfStateChange ") + times[upTo(6)];
@@ -191,10 +191,10 @@ TEST(Dump, LoadedIntoAnEmptyTreeHasTheSameDigest) {
     ASSERT_NE(digests(other.dir()), digests(tree.device.dir()));
     std::istringstream in(dumped.str());
     EXPECT_GT(load(other, in, "dumped"), 0U);
-    EXPECT_EQ(digests(other.dir()), digests(tree.device.dir())) << seed << "\n" << dumped.str();
+    EXPECT_EQ(digests(other.dir()), digests(tree.device.dir())) << seed;
     std::ostringstream again;
     dump(other, again);
-    EXPECT_EQ(again.str(), dumped.str());
+    EXPECT_TRUE(again.str() == dumped.str()) << seed; // too long to be shown
   }
 }
 

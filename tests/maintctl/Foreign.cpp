@@ -37,7 +37,7 @@ public:
     }
     return all;
   }
-  void need(const Zel::Name& /*root*/, bool toWrite) override { writes_ += toWrite ? 1 : 0; }
+  void need(const Zel::Name& /*root*/, bool /*toWrite*/) override {}
   void flush() override { ++flushes; }
   bool wait(const std::function<bool()>& isDone, double /*seconds*/) override { return isDone(); }
   Zel::Session::DigestResult verify(const Zel::Name& /*root*/) override {
@@ -74,15 +74,90 @@ public:
 
 private:
   const Zel::Ptr<Zel::Dir> dir_ = Zel::makeObject<Zel::Dir>();
-  int writes_ = 0;
 };
 
-constexpr const char* lines = "/orders/o1 'pressing'\n";
+/// Every kind of value, key and member, in the form of a dump.
+constexpr const char* everything =
+    "# The tree of a device: members by their paths, and values behind theirs.\n"
+    "\n"
+    "# /carrier, Foreign::Carrier\n"
+    "/carrier/load/frozen,ice%20cream true\n"
+    "/carrier/target/hazardous Value('Foreign::SlotCode', ** {'aisle': 'a%,', 'shelf': 3})\n"
+    "/carrier/urgency 'express'\n"
+    "/carrier/idle false\n"
+    "\n"
+    "# /depot, Foreign::Depot\n"
+    "/depot/alarm/door Value('Foreign::Alarm', ** {'sensor': 'door', 'urgency': 'routine'})\n"
+    "/depot/pid 7\n"
+    "/depot/restarts 2\n"
+    "/depot/open true\n"
+    "\n"
+    "# /orders, Foreign::OrderDir\n"
+    "/orders/order/o%2F1 'express'\n"
+    "/orders/order/o%2F1/urgency 'express'\n"
+    "/orders/order/o%2F1/item/nails 100\n"
+    "\n"
+    "# /perishables, Foreign::PerishableDir\n"
+    "/perishables/perishable/milk\n"
+    "/perishables/perishable/milk/supplier/farm true\n"
+    "/perishables/perishable/milk/batch/b%231 12\n"
+    "\n"
+    "# /rack, Foreign::Rack\n"
+    "/rack/zone 'chilled'\n";
 
-TEST(ForeignTree, IsDumpedAndLoadedBack) {
+/// The lines of a text that are not in another.
+std::string without(const std::string& text, const std::string& other) {
+  std::istringstream in(text);
+  std::string left;
+  for (std::string line; std::getline(in, line);) {
+    if ((other + "\n").find(line + "\n") == std::string::npos) {
+      left += line + "\n";
+    }
+  }
+  return left;
+}
+
+TEST(ForeignTree, IsLoadedAndDumpedWithAllKindsOfMembers) {
   ForeignDevice device;
-  std::cout << device.text();
-  EXPECT_EQ(device.refusal(lines), "");
+  EXPECT_EQ(device.take(everything), 15U);
+  EXPECT_EQ(device.flushes, 1);
+  const std::string dumped = device.text();
+  EXPECT_EQ(without(everything, dumped), "") << dumped;
+  ForeignDevice other;
+  other.take(dumped);
+  EXPECT_EQ(other.text(), dumped);
+  EXPECT_EQ(other.digests(), device.digests());
+  EXPECT_NE(other.digests(), ForeignDevice().digests());
+}
+
+TEST(ForeignTree, TakesCreationArgumentsOverWhereTheMemberIsThere) {
+  ForeignDevice device;
+  device.take("/orders/o1 routine\n/orders/o1 express\n");
+  EXPECT_NE(device.text().find("/orders/order/o1/urgency 'express'\n"), std::string::npos);
+  EXPECT_EQ(device.refusal("/orders/o2\n"),
+            "lines:1: /orders/order/o2 takes 1 argument behind its path, got 0 arguments; nothing "
+            "was loaded");
+  EXPECT_EQ(
+      device.refusal("/orders/o2 soon\n"),
+      "lines:1: bad value soon for /orders/order/o2, it is one of urgencyUnknown, routine and "
+      "express; nothing was loaded");
+}
+
+TEST(ForeignTree, HoldsValuesToTheKeyThatTheyBring) {
+  ForeignDevice device;
+  device.take("/depot/alarm gate,routine\n");
+  EXPECT_NE(device.text().find("/depot/alarm/gate Value("), std::string::npos);
+  EXPECT_EQ(device.refusal("/depot/alarm/door gate,routine\n"),
+            "lines:1: bad value gate,routine for /depot/alarm/door: its key is gate; nothing was "
+            "loaded");
+  Tree tree(device);
+  add(tree.at("/depot/alarm", Purpose::add), {"door,express"});
+  setValue(tree.at("/depot/alarm/gate", Purpose::change), "gate,express");
+  remove(tree.at("/depot/alarm/door", Purpose::change));
+  EXPECT_NE(device.text().find("/depot/alarm/gate Value('Foreign::Alarm', ** {'sensor': 'gate', "
+                               "'urgency': 'express'})\n"),
+            std::string::npos);
+  EXPECT_EQ(device.text().find("/depot/alarm/door"), std::string::npos);
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "CommandList.h"
 #include "Tree.h"
 #include "Values.h"
+#include "Words.h"
 
 #include <CLI/CLI.hpp>
 
@@ -71,6 +72,8 @@ public:
   int run(Context& context) override {
     if (words_.empty()) {
       words_.emplace_back();
+    } else if (context.options().inScript) {
+      words_.back() = unquoted(words_.back());
     }
     for (const std::string& name :
          completions(words_, false, [&]() -> Device& { return context.device(); })) {
