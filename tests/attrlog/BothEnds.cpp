@@ -160,6 +160,19 @@ TEST(BothEnds, LimitsHowMuchAPeerMayMake) {
     EXPECT_EQ(pair.there->failure(), "history of units/a: more keys than are kept for a peer");
     EXPECT_EQ(pair.mirror<StatusDir>("units")->status("a")->historyMap().count(), 4U);
   }
+  {
+    Pair pair(0, limits);
+    const auto unit = statusFactory("a");
+    pair.here->demuxer()->exportIs(unit);
+    for (int i = 0; i < 4; ++i) {
+      unit->historyIs(i, "line");
+    }
+    pair.settle();
+    unit->historyIs(4, Zel::String8(std::string(100000, 'x')));
+    Pair::move(*pair.here, *pair.there);
+    pair.there->service(); // with its first record
+    EXPECT_EQ(pair.there->failure(), "history of a: more keys than are kept for a peer");
+  }
 }
 
 } // namespace

@@ -206,4 +206,34 @@ TEST_F(FlowOutRuns, OneThatCanDoNothingIsParkedUntilSomethingHappens) {
   EXPECT_EQ(demuxer.parked(), 0U);
 }
 
+// Several that owe much.
+
+TEST(FlowOutTurns, WhoOwesWritesHalfARecordsSizeAndGoesToTheEndOfTheQueue) {
+  Writer<Status> writer(statusFactory("one"));
+  const auto other = statusFactory("other");
+  const auto second = writer.connection->demuxer()->exportIs(other);
+  writer.worked();
+  for (int i = 0; i < 200; ++i) {
+    writer.entity->historyIs(i, String8(std::string(1000, 'x')));
+    other->historyIs(i, String8(std::string(1000, 'x')));
+  }
+  writer.worked();
+  writer.adapter->doThis();
+  second->doThis();
+  std::vector<std::pair<EntityId, std::size_t>> turns;
+  for (const Seen& one : writer.seenWorked()) {
+    if (turns.empty() || !(turns.back().first == one.entity)) {
+      turns.emplace_back(one.entity, 0);
+    }
+    turns.back().second += one.bytes.size();
+  }
+  EXPECT_EQ(turns.size(), 26U);
+  EXPECT_EQ(turns.front().first, writer.adapter->entityId());
+  turns.resize(turns.size() - 2); // which had less left
+  for (const auto& [entity, bytes] : turns) {
+    EXPECT_GE(bytes, 16384U);
+    EXPECT_LT(bytes, 16384U + 1040);
+  }
+}
+
 } // namespace

@@ -62,6 +62,25 @@ TEST(StateDigest, SeesEachAttributeKeyAndValue) {
   EXPECT_TRUE(changed());
 }
 
+TEST(StateDigest, TellsOneKeyFromAnotherUnderTheSameValue) {
+  const auto a = statusFactory("System");
+  const auto b = statusFactory("System");
+  a->groupIs(peers, true);
+  b->groupIs(Group::GroupKey(Group::groupTypeBgp, "other"), true);
+  EXPECT_NE(stateDigest(*a), stateDigest(*b));
+  a->groupDelAll();
+  b->groupDelAll();
+  EXPECT_EQ(stateDigest(*a), stateDigest(*b));
+  a->historyIs(1.0, "line");
+  b->historyIs(2.0, "line");
+  EXPECT_NE(stateDigest(*a), stateDigest(*b));
+  const auto units = statusDirFactory("units");
+  const auto others = statusDirFactory("units");
+  units->statusIs("a");
+  others->statusIs("b");
+  EXPECT_NE(stateDigest(*units), stateDigest(*others));
+}
+
 TEST(StateDigest, TellsATextInOneAttributeFromThatInAnother) {
   const auto a = statusFactory("System");
   const auto b = statusFactory("System");
