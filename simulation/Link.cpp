@@ -22,8 +22,11 @@ Link::~Link() {
 void Link::madeIs() {
   for (const End end : ends) {
     Side& made = side(end);
+    made.serve = nullptr; // which may hold the connection
     made.connection = nullptr;
-    made.connection = make_(end);
+    Peer peer = make_(end);
+    made.connection = std::move(peer.connection);
+    made.serve = std::move(peer.serve);
     made.incoming.clear();
     made.mayDoMore = true;
     made.cutAfter.reset();
@@ -97,7 +100,8 @@ void Link::service(Random& random, End end) {
   if (own.connection->isUp() && (own.mayDoMore || own.connection->demuxer()->scheduled() != 0)) {
     const std::uint64_t written = own.connection->out()->bytesWritten();
     acted_ = acted_ || own.mayDoMore;
-    own.mayDoMore = own.connection->service(random.size(traits_.pieces));
+    const std::size_t budget = random.size(traits_.pieces);
+    own.mayDoMore = own.serve ? own.serve(budget) : own.connection->service(budget);
     acted_ = acted_ || own.connection->out()->bytesWritten() != written;
   }
 }
@@ -114,6 +118,7 @@ void Link::send(Random& random, End from) {
   count = std::min(count, to.incoming.room());
   to.incoming.put(pending.first(count));
   own.connection->outputConsumed(count);
+  own.mayDoMore = own.mayDoMore || (own.serve && count != 0); // it may wait for room
   acted_ = acted_ || count != 0;
 }
 
@@ -162,6 +167,9 @@ void Link::close(End end, const Zel::String8& why) {
   own.incoming.clear();
   if (own.connection) {
     own.connection->close(why);
+  }
+  if (own.serve) {
+    own.serve(1);
   }
 }
 

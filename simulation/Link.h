@@ -36,8 +36,27 @@ using Time = std::uint64_t;
 class Link {
 public:
   using End = Zel::Connection::End;
+
+  /// What stands at an end: a connection, and what is called in the place of its `service`, with
+  /// the same meaning, if there is something around it. That is called once more when the
+  /// connection has gone down. A session is driven so:
+  ///
+  ///     const auto session = Zel::makeObject<Zel::Session>(end, options, exports, mounts);
+  ///     return Simulation::Link::Peer(session->connection(), [=, &world](std::size_t budget) {
+  ///       return session->service(static_cast<double>(world.now()), budget);
+  ///     });
+  struct Peer {
+    using Serve = std::function<bool(std::size_t budget)>;
+
+    // Whoever has a connection alone may say just that. NOLINTNEXTLINE(google-explicit-constructor)
+    Peer(Zel::Ptr<Zel::Connection> itself, Serve with = {})
+        : connection(std::move(itself)), serve(std::move(with)) {}
+
+    Zel::Ptr<Zel::Connection> connection;
+    Serve serve;
+  };
   /// Makes a new connection for an end, with its exports.
-  using MakeEnd = std::function<Zel::Ptr<Zel::Connection>(End)>;
+  using MakeEnd = std::function<Peer(End)>;
 
   /// What the link is like.
   struct Traits {
@@ -65,6 +84,9 @@ public:
   /// Why an end took its connection down by itself; empty if none did since the link was made.
   const Zel::String8& failure() const noexcept { return failure_; }
 
+  /// Has an end served although nothing has come, since its program has asked something of it.
+  void wake(End end) { side(end).mayDoMore = true; }
+
   /// What is on its way to `to` waits for a duration, and so does what is sent to it then.
   void stall(End to, Time duration);
   /// Cuts the link in the next step: of the bytes in flight, some first ones may still arrive, the
@@ -87,6 +109,7 @@ private:
     explicit Side(std::size_t capacity) : incoming(capacity) {}
 
     Zel::Ptr<Zel::Connection> connection;
+    Peer::Serve serve;
     Pipe incoming;
     bool mayDoMore = true; ///< whether a service might find something to do
     Time stalledUntil = 0;

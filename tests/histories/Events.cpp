@@ -46,7 +46,8 @@ void History::event() {
     break;
   case 5:
     if (link.isUp()) {
-      const bool announcing = random_.chance(1, 2);
+      // A session exports whenever it is asked to.
+      const bool announcing = random_.chance(1, 2) || (isOverSessions() && end == hop.exporter);
       tell(where + (announcing ? "announces" : "announces nothing"));
       link.connection(end)->demuxer()->announcingIs(announcing);
     }
@@ -105,8 +106,9 @@ void History::reconnect(unsigned hop) {
 void History::refusedWrite() {
   const auto number = static_cast<unsigned>(hops_.size() - 1);
   Hop& hop = hops_[number];
-  if (!hop.isReadOnly || !hop.link->isUp() || !hop.link->connection(mirror(hop))->isUp()) {
-    return;
+  const bool isUp = hop.link->isUp() && hop.link->connection(mirror(hop))->isUp();
+  if (!hop.isReadOnly || (!isUp && !isOverSessions())) {
+    return; // what is written then stays until the link is made anew, unless there are guards
   }
   tell("model " + std::to_string(number + 1) + " writes what it may only read");
   const Ownership own(random_.next(), static_cast<unsigned>(models_.size()), number + 1);

@@ -20,8 +20,8 @@ Totals& Totals::operator+=(const Totals& other) {
   return *this;
 }
 
-History::History(std::uint64_t seed, std::function<void(const std::string&)> told)
-    : told_(std::move(told)), world_(seed), random_(world_.random()),
+History::History(std::uint64_t seed, Over over, std::function<void(const std::string&)> told)
+    : over_(over), told_(std::move(told)), world_(seed), random_(world_.random()),
       ownership_(0, 1, std::nullopt) {
   const unsigned models = random_.chance(1, 3) ? 3 : 2;
   for (unsigned i = 0; i < models; ++i) {
@@ -71,11 +71,49 @@ void History::linksIs() {
     if (least < 64) { // bytes take long
       sizes_ = {50000, 100};
     }
-    hop.link = &world_.linkIs(traits, [this, i](End end) { return connectionIs(i, end); });
+    hop.exports = Zel::makeObject<Zel::Exports>();
+    hop.mounts = Zel::makeObject<Zel::Mounts>(models_[i + 1].roots());
+    hop.mounts->allIs(hop.isReadOnly ? Zel::accessReadOnly : Zel::accessReadWrite);
+    hop.link = &world_.linkIs(traits, [this, i](End end) { return peerIs(i, end); });
     tell("link " + std::to_string(i) + ": exporter " + std::to_string(place(hop.exporter)) +
          ", pieces " + std::to_string(traits.pieces) + ", in flight " +
          std::to_string(traits.inFlight) + (hop.isReadOnly ? ", read-only" : ""));
   }
+}
+
+Link::Peer History::peerIs(unsigned hop, End end) {
+  Hop& own = hops_[hop];
+  own.sentBefore[place(end)] = 0;
+  own.strangers[place(end)] = 0;
+  own.expected[place(end)] = {};
+  if (isOverSessions()) {
+    return sessionIs(hop, end);
+  }
+  return connectionIs(hop, end);
+}
+
+Link::Peer History::sessionIs(unsigned hop, End end) {
+  Hop& own = hops_[hop];
+  const bool isExporter = end == own.exporter;
+  Zel::SessionOptions options;
+  options.name = isExporter ? "exporter" : "mirror";
+  options.limits = limits_;
+  options.helloTime = options.digestTime = 1e12;
+  if (!isExporter) {
+    own.saidBefore = 0;
+  }
+  const auto session = Zel::makeObject<Zel::Session>(
+      end, options, isExporter ? own.exports : nullptr, isExporter ? nullptr : own.mounts);
+  own.sessions[place(end)] = session;
+  return {session->connection(), [this, session](std::size_t budget) {
+            return session->service(static_cast<double>(world_.now()), budget);
+          }};
+}
+
+/// A hello, that it offers nothing, and what it asks for.
+std::uint64_t History::Hop::said() const {
+  const Zel::Ptr<Zel::Session>& session = sessions[1 - place(exporter)];
+  return session && session->isOpen() ? 2 + mounts->mounts().size() : 1;
 }
 
 Zel::Ptr<Zel::Connection> History::connectionIs(unsigned hop, End end) {
@@ -94,9 +132,6 @@ Zel::Ptr<Zel::Connection> History::connectionIs(unsigned hop, End end) {
   if (isExporter) {
     rootsExport(hop, *made);
   }
-  hops_[hop].sentBefore[place(end)] = 0;
-  hops_[hop].strangers[place(end)] = 0;
-  hops_[hop].expected[place(end)] = {};
   return made;
 }
 
@@ -107,7 +142,13 @@ bool History::rootsExport(unsigned hop, Zel::Connection& connection) {
   flags.bitsIs(StreamAdapter::flagRemoteReadOnly, hops_[hop].isReadOnly);
   bool isNew = false;
   for (const auto& [name, root] : models_[hop].roots()->entities()) {
-    if (!root->zelNboAttrLogSa(Zel::Ptr<const Zel::NboAttrLog::Out>(connection.out()))) {
+    if (isOverSessions()) {
+      if (hops_[hop].exports->roots().count(name) == 0) {
+        hops_[hop].exports->entityIs(root, hops_[hop].isReadOnly ? Zel::accessReadOnly
+                                                                 : Zel::accessReadWrite);
+        isNew = true;
+      }
+    } else if (!root->zelNboAttrLogSa(Zel::Ptr<const Zel::NboAttrLog::Out>(connection.out()))) {
       connection.demuxer()->announcingIs(true);
       connection.demuxer()->exportIs(root, flags);
       isNew = true;
@@ -172,12 +213,16 @@ void History::epoch(bool isFirst) {
   for (unsigned hop = 0; hop < hops_.size(); ++hop) {
     checkAdapters(hop, End::first);
     checkAdapters(hop, End::second);
+    checkDigest(hop);
   }
   ++epochs_;
 }
 
 void History::changes() {
   const auto model = static_cast<unsigned>(random_.below(ownership_.last() + 1));
+  if (isOverSessions() && model > 0 && !hops_[model - 1].mounts->areLive()) {
+    return; // a mirror is written to while it is in step
+  }
   for (std::uint64_t tries = random_.size(64); tries != 0; --tries) {
     totals_.changes += models_[model].change(random_, ownership_, sizes_, deleted_) ? 1 : 0;
   }
@@ -198,6 +243,7 @@ void History::owedNote() {
 void History::baselineTake() {
   for (Hop& hop : hops_) {
     hop.hasRefused = false;
+    hop.saidBefore = hop.said();
     for (const End end : {End::first, End::second}) {
       hop.sentBefore[place(end)] = hop.link->connection(end)->out()->recordsWritten();
       hop.strangers[place(end)] = 0;

@@ -2,6 +2,7 @@
 
 #include "Model.h"
 
+#include <Zel/Session>
 #include <simulation/World.h>
 
 #include <stdexcept>
@@ -32,8 +33,17 @@ struct Broken : std::runtime_error {
 /// and is looked at. All of it follows from the seed.
 class History {
 public:
+  /// What the models are linked by.
+  enum class Over : std::uint8_t { connections, sessions };
+
+  /// What a seed's history is run over unless told otherwise: every fourth over sessions.
+  static Over overOf(std::uint64_t seed) noexcept {
+    return seed % 4 == 0 ? Over::sessions : Over::connections;
+  }
+
   /// `told` hears of each step.
-  explicit History(std::uint64_t seed, std::function<void(const std::string&)> told = {});
+  explicit History(std::uint64_t seed, Over over = Over::connections,
+                   std::function<void(const std::string&)> told = {});
 
   /// Throws `Broken`, and what the models throw.
   Totals run();
@@ -54,6 +64,15 @@ private:
     std::uint64_t strangers[2] = {};
     /// What each end has to have counted of such records, since the connection was made.
     Zel::NboAttrLog::Demuxer::Counts expected[2];
+
+    // Over sessions.
+    Zel::Ptr<Zel::Exports> exports;
+    Zel::Ptr<Zel::Mounts> mounts;
+    Zel::Ptr<Zel::Session> sessions[2];
+    /// Records that the mirror had said in the session at the start of the epoch.
+    std::uint64_t saidBefore = 0;
+
+    std::uint64_t said() const;
   };
 
   static unsigned place(End end) { return end == End::second ? 1 : 0; }
@@ -62,7 +81,9 @@ private:
   }
 
   void linksIs();
+  Simulation::Link::Peer peerIs(unsigned hop, End end);
   Zel::Ptr<Zel::Connection> connectionIs(unsigned hop, End end);
+  Simulation::Link::Peer sessionIs(unsigned hop, End end);
   bool rootsExport(unsigned hop, Zel::Connection& connection);
   bool rootsExport();
 
@@ -81,6 +102,8 @@ private:
   // In Checks.cpp.
   void check();
   void checkLinks();
+  void checkMounts();
+  void checkDigest(unsigned hop);
   void checkModels();
   void checkIdentity();
   void checkAdapters(unsigned hop, End end);
@@ -94,6 +117,9 @@ private:
     }
   }
 
+  bool isOverSessions() const noexcept { return over_ == Over::sessions; }
+
+  const Over over_;
   const std::function<void(const std::string&)> told_;
   Simulation::World world_;
   Random& random_;

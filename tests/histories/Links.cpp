@@ -1,6 +1,7 @@
 #include <simulation/World.h>
 
 #include <Zel/Exception>
+#include <Zel/Session>
 #include <attrlog/Unit.h>
 
 #include <gtest/gtest.h>
@@ -144,6 +145,34 @@ TEST_F(Linked, AnEndThatGoesDownByItselfSaysWhy) {
   EXPECT_TRUE(link.isDown());
   EXPECT_STREQ(link.failure().charPtr(), "enough");
   EXPECT_STREQ(link.connection(End::first)->failure().charPtr(), "link cut");
+}
+
+TEST_F(Linked, SessionsAreDrivenInTheirOwnWay) {
+  World world(7);
+  const auto exports = Zel::makeObject<Zel::Exports>();
+  const auto mounts = Zel::makeObject<Zel::Mounts>(mirrors_);
+  exports->entityIs(units_);
+  const Zel::Ptr<Zel::Mount> mount = mounts->mountIs("units");
+  Link& link = world.linkIs({}, [&](End end) {
+    Zel::SessionOptions options;
+    options.helloTime = 1e12;
+    const auto session = Zel::makeObject<Zel::Session>(
+        end, options, end == End::first ? exports : nullptr, end == End::second ? mounts : nullptr);
+    return Link::Peer(session->connection(), [&world, session](std::size_t budget) {
+      return session->service(static_cast<double>(world.now()), budget);
+    });
+  });
+  units_->statusIs("System");
+  ASSERT_TRUE(world.settle());
+  EXPECT_EQ(mount->state(), Zel::Mount::live);
+  EXPECT_TRUE(mirror()->status("System"));
+  link.cut();
+  ASSERT_TRUE(world.settle());
+  EXPECT_EQ(mount->state(), Zel::Mount::stale); // the session has been told
+  EXPECT_EQ(mount->reason(), "link cut");
+  link.reconnect();
+  ASSERT_TRUE(world.settle());
+  EXPECT_EQ(mount->state(), Zel::Mount::live);
 }
 
 TEST(Random, IsTheSameEverywhere) {

@@ -22,12 +22,15 @@ extern "C" void crashed(int number) {
 }
 
 int usage(const char* program) {
-  std::cerr << "usage: " << program << " --seeds COUNT [--first SEED] [--trace]\n";
+  std::cerr << "usage: " << program
+            << " --seeds COUNT [--first SEED] [--trace] [--over connections|sessions]\n"
+               "of sessions are every fourth seed's histories if nothing else is said\n";
   return 2;
 }
 
 /// Runs histories of consecutive seeds, and tells what they went through.
-int simulate(const char* program, std::uint64_t first, std::uint64_t count, bool isTraced) {
+int simulate(const char* program, std::uint64_t first, std::uint64_t count, bool isTraced,
+             std::optional<History::Over> over) {
   for (const int number : {SIGABRT, SIGSEGV, SIGFPE, SIGBUS, SIGILL}) {
     std::signal(number, crashed);
   }
@@ -40,10 +43,14 @@ int simulate(const char* program, std::uint64_t first, std::uint64_t count, bool
   for (std::uint64_t seed = first; seed < first + count; ++seed) {
     seedAtWork = static_cast<std::sig_atomic_t>(seed);
     try {
-      totals += History(seed, told).run();
+      totals += History(seed, over.value_or(History::overOf(seed)), told).run();
     } catch (const std::exception& failure) {
       std::cerr << "seed " << seed << ": " << failure.what() << "\nreplay: " << program
-                << " --seeds 1 --first " << seed << " --trace\n";
+                << " --seeds 1 --first " << seed << " --trace"
+                << (over == History::Over::sessions      ? " --over sessions"
+                    : over == History::Over::connections ? " --over connections"
+                                                         : "")
+                << "\n";
       return 1;
     }
   }
@@ -62,10 +69,16 @@ int main(int argc, char** argv) {
   std::uint64_t first = 1;
   std::uint64_t count = 0;
   bool isTraced = false;
+  std::optional<History::Over> over;
   for (int i = 1; i < argc; ++i) {
     const std::string option = argv[i];
     if (option == "--trace") {
       isTraced = true;
+    } else if (option == "--over" && i + 1 < argc &&
+               (argv[i + 1] == std::string("sessions") ||
+                argv[i + 1] == std::string("connections"))) {
+      over = argv[++i] == std::string("sessions") ? History::Over::sessions
+                                                  : History::Over::connections;
     } else if ((option == "--seeds" || option == "--first") && i + 1 < argc) {
       char* end = nullptr;
       const std::uint64_t number = std::strtoull(argv[++i], &end, 10);
@@ -77,6 +90,6 @@ int main(int argc, char** argv) {
       return usage(argv[0]);
     }
   }
-  return argc > 1 ? (count != 0 ? simulate(argv[0], first, count, isTraced) : usage(argv[0]))
+  return argc > 1 ? (count != 0 ? simulate(argv[0], first, count, isTraced, over) : usage(argv[0]))
                   : RUN_ALL_TESTS();
 }
