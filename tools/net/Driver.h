@@ -1,0 +1,61 @@
+#pragma once
+
+#include <Zel/Session>
+
+#include <asio/local/stream_protocol.hpp>
+
+#include <functional>
+#include <memory>
+
+namespace Net {
+
+class Turns;
+
+/// Ties a session to a socket. It reads and writes without waiting, straight from and to the rings
+/// of the connection, and has Asio tell it when the socket can be read or written again: what is in
+/// the rings may move while a write in the background would look at it.
+class Driver : public std::enable_shared_from_this<Driver> {
+public:
+  using Socket = asio::local::stream_protocol::socket;
+  /// Told once, when the session has ended; `Session::failure` says why.
+  using Ended = std::function<void(const Zel::Ptr<Zel::Session>&)>;
+
+  /// Takes a connected socket. The driver lives as long as the session is up.
+  static std::shared_ptr<Driver> start(Turns& turns, Socket socket, Zel::Ptr<Zel::Session> session,
+                                       Ended ended);
+  Driver(const Driver&) = delete;
+  Driver& operator=(const Driver&) = delete;
+  ~Driver() = default;
+
+  const Zel::Ptr<Zel::Session>& session() const noexcept { return session_; }
+  /// Writes what the socket takes at once and ends the session. `ended` is called before this
+  /// returns, unless it has been.
+  void close(const Zel::String8& why);
+
+private:
+  friend class Turns;
+
+  Driver(Turns& turns, Socket socket, Zel::Ptr<Zel::Session> session, Ended ended);
+
+  bool take(double now);
+  bool give(double now);
+  void readIn();
+  bool writeOut(std::size_t& sent);
+  void lose(const asio::error_code& why);
+  void waitRead();
+  void waitWrite();
+  void finish();
+  void turnsGone();
+
+  Turns* turns_; // null once they are gone
+  Socket socket_;
+  const Zel::Ptr<Zel::Session> session_;
+  Ended ended_;
+  bool mayRead_ = true; // as far as is known
+  bool mayWrite_ = true;
+  bool isAtEnd_ = false; // nothing more will come
+  bool isFinished_ = false;
+  Zel::String8 why_; // nothing more can be written; empty while it can
+};
+
+} // namespace Net

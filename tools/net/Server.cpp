@@ -1,0 +1,82 @@
+#include "Server.h"
+
+#include <chrono>
+
+namespace Net {
+
+Server::Server(Turns& turns, ServerOptions options, Zel::Ptr<Zel::Exports> exports)
+    : turns_(turns), options_(std::move(options)), exports_(std::move(exports)),
+      file_(options_.path, options_.access), acceptor_(turns.io()), retry_(turns.io()) {
+  file_.listen(acceptor_);
+  accept();
+}
+
+Server::~Server() {
+  asio::error_code ignored;
+  acceptor_.close(ignored);
+  for (const auto& [number, driver] : std::map(clients_)) {
+    driver->close("the server ends");
+  }
+}
+
+void Server::log(const std::string& line) const {
+  if (options_.log) {
+    options_.log(line);
+  }
+}
+
+void Server::accept() {
+  acceptor_.async_accept(
+      [this, alive = alive_.watch()](const asio::error_code& failed, Socket socket) {
+        if (alive.expired() || failed == asio::error::operation_aborted) {
+          return;
+        }
+        if (!failed) {
+          clientIs(std::move(socket));
+          accept();
+          return;
+        }
+        // No file descriptor, or no memory: the client stays in the queue, and would at once be
+        // tried again for ever.
+        log("cannot accept a client: " + failed.message());
+        retry_.expires_after(std::chrono::seconds(1));
+        retry_.async_wait([this, alive](const asio::error_code& ended) {
+          if (!ended && !alive.expired()) {
+            accept();
+          }
+        });
+      });
+}
+
+void Server::clientIs(Socket socket) {
+  const std::uint64_t number = ++lastClient_;
+  const std::string name = "client " + std::to_string(number) + ": ";
+  try {
+    const Peer peer = Peer::of(socket.native_handle());
+    if (!peer.mayConnect(options_.access)) {
+      log(name + "turned away: " + peer.text() + " may not connect");
+      return;
+    }
+    if (clients_.size() >= options_.maxClients) {
+      log(name + "turned away: " + peer.text() + ": there are " + std::to_string(clients_.size()) +
+          " clients already");
+      return;
+    }
+    log(name + peer.text());
+    Zel::SessionOptions session = options_.session;
+    session.log = [log = options_.log, name](const Zel::String8& line) {
+      if (log) {
+        log(name + printable(line.view()));
+      }
+    };
+    clients_.emplace(
+        number, Driver::start(turns_, std::move(socket),
+                              Zel::makeObject<Zel::Session>(Zel::Connection::End::second,
+                                                            std::move(session), exports_, nullptr),
+                              [this, number](const auto& /*session*/) { clients_.erase(number); }));
+  } catch (const std::exception& failure) { // such as no memory for the rings
+    log(name + "turned away: " + failure.what());
+  }
+}
+
+} // namespace Net

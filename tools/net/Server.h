@@ -1,0 +1,58 @@
+#pragma once
+
+#include "Alive.h"
+#include "Driver.h"
+#include "Log.h"
+#include "Peer.h"
+#include "SocketFile.h"
+#include "Turns.h"
+
+#include <map>
+
+namespace Net {
+
+struct ServerOptions {
+  std::string path;
+  SocketAccess access;
+  std::size_t maxClients = 64; ///< more are turned away
+  /// Of each client's session; its `log` is not used.
+  Zel::SessionOptions session;
+  Log log;
+};
+
+/// Offers a program's roots to all who connect to a Unix socket, each with a session of its own.
+///
+///     asio::io_context io;
+///     Net::Turns turns(io);
+///     Net::Server server(turns, options, exports);
+///     io.run();
+class Server {
+public:
+  /// Clients can connect from here on. Throws `ServerError`.
+  Server(Turns& turns, ServerOptions options, Zel::Ptr<Zel::Exports> exports);
+  Server(const Server&) = delete;
+  Server& operator=(const Server&) = delete;
+  /// Ends the sessions and removes the socket.
+  ~Server();
+
+  std::size_t clients() const noexcept { return clients_.size(); }
+
+private:
+  using Socket = Driver::Socket;
+
+  void accept();
+  void clientIs(Socket socket);
+  void log(const std::string& line) const;
+
+  Turns& turns_;
+  const ServerOptions options_;
+  const Zel::Ptr<Zel::Exports> exports_;
+  SocketFile file_;
+  SocketFile::Protocol::acceptor acceptor_;
+  asio::steady_timer retry_;
+  std::uint64_t lastClient_ = 0;
+  std::map<std::uint64_t, std::shared_ptr<Driver>> clients_;
+  const Alive alive_;
+};
+
+} // namespace Net
