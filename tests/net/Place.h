@@ -1,0 +1,39 @@
+#pragma once
+
+#include "Process.h"
+#include "support/Shell.h"
+
+#include <memory>
+
+namespace TestNet {
+
+/// A folder with a socket, and the processes of a test.
+class Place {
+public:
+  std::string socket() const { return folder / "socket"; }
+
+  /// Starts a server; it listens when this returns.
+  std::unique_ptr<Process> serve(std::vector<std::string> settings = {}) {
+    settings.insert(settings.begin(), {"serve", socket()});
+    auto server = start(std::move(settings));
+    EXPECT_EQ(server->hear(), "listening") << server->errors();
+    return server;
+  }
+  /// Starts a mirror, which may have no server yet.
+  std::unique_ptr<Process> mirror() {
+    auto mirror = start({"mirror", socket()});
+    EXPECT_EQ(mirror->hear(), "mirroring") << mirror->errors();
+    return mirror;
+  }
+  std::unique_ptr<Process> start(std::vector<std::string> words) {
+    const std::string name = "errors" + std::to_string(++started_);
+    return std::make_unique<Process>(std::move(words), folder / name.c_str());
+  }
+
+  const Support::Folder folder;
+
+private:
+  int started_ = 0;
+};
+
+} // namespace TestNet
