@@ -18,6 +18,10 @@ CommandEntry addCommand();
 CommandEntry delCommand();
 CommandEntry dumpCommand();
 CommandEntry loadCommand();
+CommandEntry watchCommand();
+CommandEntry waitCommand();
+CommandEntry verifyCommand();
+CommandEntry serveCommand();
 CommandEntry runCommand();
 CommandEntry completeCommand();
 

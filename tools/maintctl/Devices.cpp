@@ -1,12 +1,15 @@
 #include "Commands.h"
 #include "LocalDevice.h"
+#include "RemoteDevice.h"
 
 namespace Maintctl {
 
 std::unique_ptr<Device> deviceFor(const Options& options) {
   if (!options.socket.empty()) {
-    throw Failure(exitNoServer,
-                  "this program was built without sockets and cannot reach " + options.socket);
+    RemoteDevice::Settings settings;
+    settings.path = options.socket;
+    settings.timeout = options.timeout;
+    return std::make_unique<RemoteDevice>(settings);
   }
   return std::make_unique<LocalDevice>();
 }

@@ -1,0 +1,202 @@
+#include "Place.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using Support::Result;
+
+/// `maintctl` with a server, as its users run it.
+class Commands : public ::testing::Test, protected TestNet::Place {
+protected:
+  /// Runs a script that may call `ctl`, which knows the socket; `briefly`, which has no patience;
+  /// `behind`, for what runs in the background and is to get a signal; `serve`, which starts a
+  /// server and waits for it; `stop`, which ends it; and `appears FILE TEXT`, which waits for a
+  /// line.
+  Result run(const std::string& script) const {
+    return Support::shell(
+        "cd '" + (folder / ".").string() +
+        "'\n"
+        "ctl() { '" MAINTCTL_PROGRAM "' --socket socket --timeout 60 \"$@\"; }\n"
+        "briefly() { '" MAINTCTL_PROGRAM "' --socket socket --timeout 0.2 \"$@\"; }\n"
+        "behind() { exec '" MAINTCTL_PROGRAM "' --socket socket --timeout 60 \"$@\"; }\n"
+        "serve() { '" MAINTCTL_PROGRAM "' --socket socket serve \"$@\" 2>>log & server=$!; "
+        "ctl wait --live; }\n"
+        "stop() { kill $1 $server; wait $server 2>/dev/null; }\n"
+        "appears() { for i in $(seq 600); do grep -qF -- \"$2\" \"$1\" && return; sleep 0.1; done; "
+        "echo \"not in $1: $2\"; }\n" +
+        script);
+  }
+  std::string content(const char* name) const { return Support::contentOf(folder / name); }
+  std::string inFolder(const char* name) const { return (folder / ".").string() + name; }
+};
+
+TEST_F(Commands, AServerIsChangedAndRead) {
+  const Result result = run("serve && ctl ls && ctl add /status/System &&"
+                            "ctl set /status/System/state underMaintenance &&"
+                            "ctl get /status/System/state && ctl verify && stop");
+  EXPECT_EQ(result.out, "/defaultProfile  Maintenance::Profile::DefaultProfile\n"
+                        "/profiles        Maintenance::Profile::ConfigDir\n"
+                        "/status          Maintenance::Unit::StatusDir\n"
+                        "'underMaintenance'\n"
+                        "/defaultProfile: equal\n"
+                        "/profiles: equal\n"
+                        "/status: equal\n");
+  EXPECT_EQ(result.err, "");
+  EXPECT_EQ(result.status, 0);
+}
+
+TEST_F(Commands, AServerEndsCleanlyOnASignal) {
+  const Result result = run("serve; stop -INT; echo $?; serve; stop -TERM; echo $?; ls");
+  EXPECT_EQ(result.out, "0\n0\nlog\n");
+  EXPECT_EQ(result.err, "");
+  const std::string log = content("log");
+  EXPECT_EQ(log.rfind("listening at socket\nclient 1: user ", 0), 0U) << log;
+  EXPECT_NE(log.find("stopped by Ctrl-C\n"), std::string::npos) << log;
+  EXPECT_NE(log.find("stopped by SIGTERM\n"), std::string::npos) << log;
+}
+
+TEST_F(Commands, NoServerIsSaidSo) {
+  const Result result = run("ctl get /status/System/state; echo $?; ctl watch; echo $?");
+  EXPECT_EQ(result.out, "6\n6\n");
+  EXPECT_EQ(result.err, "maintctl: no server at socket: start one with 'maintctl serve'\n"
+                        "maintctl: no server at socket: start one with 'maintctl serve'\n");
+}
+
+TEST_F(Commands, ASecondServerOnOnePathIsSaidSo) {
+  const Result result = run("serve; ctl serve; echo $?; ctl verify /status; stop");
+  EXPECT_EQ(result.out, "1\n/status: equal\n");
+  EXPECT_EQ(result.err, "maintctl: a server is running at socket\n");
+}
+
+TEST_F(Commands, ServeNeedsASocketAndSensibleOptions) {
+  const Result result = run("'" MAINTCTL_PROGRAM "' serve; echo $?; ctl serve --mode 999; echo $?;"
+                            "ctl serve --group nobody-at-all; echo $?;"
+                            "echo nonsense > state; ctl serve --load state; echo $?; ls");
+  EXPECT_EQ(result.out, "2\n2\n1\n4\nstate\n");
+  EXPECT_EQ(result.err,
+            "maintctl: serve needs a socket: maintctl --socket PATH serve\n"
+            "maintctl: no mode of a file: 999, such as 660\n"
+            "maintctl: no group nobody-at-all\n"
+            "maintctl: state:1: a line begins with a path or, as a comment, with #, got nonsense; "
+            "nothing was loaded\n");
+}
+
+TEST_F(Commands, AServerThatIsReadOnlyRefusesBeforeAnythingIsWritten) {
+  const Result result = run("serve --read-only; ctl add /status/System; echo $?;"
+                            "ctl ls /status/status; stop");
+  EXPECT_EQ(result.out, "5\n");
+  EXPECT_EQ(result.err, "maintctl: the server lets /status be read only\n");
+}
+
+TEST_F(Commands, ADumpLoadedIntoAnotherServerIsEqual) {
+  const Result result =
+      run("serve; ctl add /status/System; ctl set /status/System/historySize 7;"
+          "ctl add /status/System/history/1.5 'a line'; ctl dump state; stop;"
+          "serve --load state; ctl dump again; cmp state again; ctl verify /status; stop;"
+          "serve; ctl load state; ctl dump third; cmp state third; ctl verify /status; stop");
+  EXPECT_EQ(result.out, "/status: equal\n/status: equal\n");
+  EXPECT_EQ(result.err, "");
+}
+
+TEST_F(Commands, AWatchFollowsOverARestartWithOtherContents) {
+  const Result result =
+      run("serve; ctl add /status/System; ctl add /status/Linecard3; ctl dump before\n"
+          "behind watch /status >watched 2>&1 & watch=$!\n"
+          "appears watched 'is live'\n"
+          "ctl set /status/System/state underMaintenance; appears watched 'underMaintenance'\n"
+          "ctl add /status/Linecard4; appears watched 'Linecard4 added'\n"
+          "ctl del /status/Linecard4; appears watched 'Linecard4 deleted'\n"
+          "stop -KILL; appears watched 'is stale'\n"
+          "grep -v Linecard3 before >after\n"
+          "serve --load after; appears watched 'live again'\n"
+          "kill -INT $watch; wait $watch; echo $?; stop");
+  EXPECT_EQ(result.out, "130\n");
+  EXPECT_EQ(result.err, "");
+  EXPECT_EQ(content("watched"), "# /status is live\n"
+                                "/status/status/System/state = 'underMaintenance'\n"
+                                "/status/status/Linecard4 added\n"
+                                "/status/status/Linecard4 deleted\n"
+                                "# /status is stale: the peer has gone\n"
+                                "/status/status/Linecard3 deleted\n"
+                                "/status/status/System/state = 'init'\n"
+                                "# /status is live again\n"
+                                "maintctl: stopped\n");
+}
+
+TEST_F(Commands, AWatchTellsOfItsPathsAloneAndInJson) {
+  const Result result = run(
+      "serve; ctl add /status/a; ctl add /status/b\n"
+      "behind --json watch --initial /status/a/historySize /status/c/group >watched & watch=$!\n"
+      "appears watched historySize\n"
+      "ctl set /status/b/historySize 5; ctl set /status/a/state active\n"
+      "ctl set /status/a/historySize 6; ctl add /status/c; ctl add /status/c/group/groupTypeBgp,x\n"
+      "appears watched groupTypeBgp; ctl del /status/a; appears watched deleted\n"
+      "kill -INT $watch; wait $watch 2>/dev/null; stop");
+  EXPECT_EQ(result.out, "");
+  EXPECT_EQ(content("watched"),
+            "{\"path\":\"/status\",\"state\":\"live\"}\n"
+            "{\"path\":\"/status/status/a/historySize\",\"value\":12}\n"
+            "{\"path\":\"/status/status/a/historySize\",\"value\":6}\n"
+            "{\"added\":true,\"path\":\"/status/status/c\"}\n"
+            "{\"path\":\"/status/status/c/group/groupTypeBgp,x\",\"value\":true}\n"
+            "{\"deleted\":true,\"path\":\"/status/status/a\"}\n");
+}
+
+TEST_F(Commands, AWatchOfWhatCannotBeIsSaidSo) {
+  const Result result = run("serve; ctl watch /status/System/stat; echo $?; ctl watch /nothing;"
+                            "echo $?; '" MAINTCTL_PROGRAM "' watch; echo $?; stop");
+  EXPECT_EQ(result.out, "3\n3\n2\n");
+  EXPECT_EQ(result.err,
+            "maintctl: no attribute stat of /status/status/System, did you mean state?\n"
+            "maintctl: no root nothing, there are defaultProfile, profiles and status\n"
+            "maintctl: watch needs a server: maintctl --socket PATH watch\n");
+}
+
+TEST_F(Commands, AWaitEndsWhenTheValueIsThere) {
+  const Result result =
+      run("serve; ctl wait /status/System/state underMaintenance & waiting=$!\n"
+          "ctl add /status/System; ctl set /status/System/state active\n"
+          "ctl set /status/System/state underMaintenance; wait $waiting; echo $?\n"
+          "briefly wait /status/System/state active; echo $?\n"
+          "briefly wait /status/Linecard3/historySize 7; echo $?\n"
+          "ctl wait /status/System/state asleep; echo $?; ctl wait /status/System active; echo $?\n"
+          "ctl wait /status; echo $?; stop");
+  EXPECT_EQ(result.out, "0\n7\n7\n4\n2\n2\n");
+  EXPECT_EQ(result.err.substr(0, result.err.find("maintctl: bad")),
+            "maintctl: /status/status/System/state is 'underMaintenance', not 'active'\n"
+            "maintctl: /status/status/Linecard3/historySize is not there, not 7\n");
+  EXPECT_NE(result.err.find("maintctl: /status/status/System is no value, 'ls "
+                            "/status/status/System' lists what it has\n"
+                            "maintctl: wait needs a path and a value, or --live\n"),
+            std::string::npos)
+      << result.err;
+}
+
+TEST_F(Commands, AWaitOutlastsAServerThatIsNotThereYet) {
+  const Result result =
+      run("ctl wait /status/System/historySize 7 & waiting=$!\n"
+          "serve; ctl add /status/System; stop -KILL; serve; ctl add /status/System\n"
+          "ctl set /status/System/historySize 7; wait $waiting; echo $?; stop\n"
+          "briefly wait --live; echo $?");
+  EXPECT_EQ(result.out, "0\n7\n");
+  EXPECT_EQ(result.err, "maintctl: no server at socket: start one with 'maintctl serve'\n");
+}
+
+TEST_F(Commands, ALoadSaysHowFarItCame) {
+  const Result result = run("serve; printf '/status/System\\n/status/System/historySize x\\n' >bad;"
+                            "ctl load bad; echo $?; ctl ls /status/status; stop");
+  EXPECT_EQ(result.out, "4\nSystem  Maintenance::Unit::Status\n");
+  EXPECT_EQ(result.err.rfind("maintctl: bad:2: ", 0), 0U) << result.err;
+  EXPECT_NE(result.err.find("1 line before it was loaded"), std::string::npos) << result.err;
+}
+
+TEST_F(Commands, AScriptOverASocketReadsAndThenWrites) {
+  const Result result = run("serve; printf 'add /status/a\\nget /status/a/historySize\\n"
+                            "set /status/a/historySize 3\\nget /status/a/historySize\\nverify\\n'"
+                            "| ctl run; stop");
+  EXPECT_EQ(result.out, "12\n3\n/defaultProfile: equal\n/profiles: equal\n/status: equal\n");
+  EXPECT_EQ(result.err, "");
+}
+
+} // namespace

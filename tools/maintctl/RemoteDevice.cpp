@@ -1,0 +1,183 @@
+#include "RemoteDevice.h"
+
+#include "Failure.h"
+
+#include <chrono>
+#include <memory>
+
+namespace Maintctl {
+
+using Zel::Mount;
+using Zel::Ptr;
+using Zel::Session;
+
+namespace {
+
+std::string text(const Zel::String8& text) { return Net::printable(text.view()); }
+
+/// Why nobody answers at a path.
+Failure noServer(const std::string& path, const std::error_code& why) {
+  if (why == std::errc::permission_denied) {
+    return {exitRefused, "may not connect to " + path + ": permission denied"};
+  }
+  if (why == std::errc::no_such_file_or_directory || why == std::errc::connection_refused) {
+    return {exitNoServer, "no server at " + path + ": start one with 'maintctl serve'"};
+  }
+  if (why == std::errc::resource_unavailable_try_again) {
+    return {exitNoServer, "the server at " + path + " takes nobody right now: try again"};
+  }
+  return {exitNoServer, "cannot connect to " + path + ": " + why.message()};
+}
+
+} // namespace
+
+RemoteDevice::RemoteDevice(Settings settings) : settings_(std::move(settings)) { connect(); }
+
+RemoteDevice::~RemoteDevice() = default;
+
+void RemoteDevice::connect() {
+  client_.reset();
+  mounts_ = Zel::makeObject<Zel::Mounts>(dir_);
+  Net::ClientOptions options;
+  options.path = settings_.path;
+  options.reconnects = settings_.waits || settings_.reconnects;
+  options.backoff = {0.1, 5, 2, 0.5}; // somebody is waiting
+  options.session.name = "maintctl";
+  options.session.helloTime = settings_.timeout;
+  client_.emplace(turns_, options, mounts_);
+  if (!client_->start() && !settings_.waits) {
+    throw noServer(settings_.path, client_->refusal());
+  }
+}
+
+std::string RemoteDevice::trouble() const {
+  if (client_->session()) {
+    return {};
+  }
+  if (client_->refusal()) {
+    return noServer(settings_.path, client_->refusal()).what();
+  }
+  return "the server at " + settings_.path +
+         " has ended the connection: " + text(client_->failure());
+}
+
+bool RemoteDevice::until(const std::function<bool()>& isDone, double seconds) {
+  const auto hasEnded = [this] {
+    return !client_->session() && !settings_.reconnects && !settings_.waits;
+  };
+  bool done = isDone();
+  if (!done && !hasEnded()) {
+    asio::steady_timer timer(io_);
+    const Net::Alive here;
+    if (seconds >= 0) {
+      timer.expires_after(std::chrono::duration_cast<std::chrono::nanoseconds>(
+          std::chrono::duration<double>(std::min(seconds, 1e9))));
+      timer.async_wait([this, alive = here.watch()](const asio::error_code& ended) {
+        if (!ended && !alive.expired()) {
+          io_.stop();
+        }
+      });
+    }
+    struct After {
+      Net::Turns& turns;
+      ~After() { turns.afterEachIs(nullptr); }
+    } const scope{turns_};
+    turns_.afterEachIs([&] {
+      done = isDone();
+      if (done || hasEnded()) {
+        io_.stop();
+      }
+    });
+    turns_.soon(); // for what has been changed here
+    io_.restart();
+    io_.run();
+  }
+  if (!done && hasEnded()) {
+    throw Failure(exitNoServer, trouble());
+  }
+  return done;
+}
+
+void RemoteDevice::await(const std::function<bool()>& isDone, const char* what) {
+  if (!until(isDone, settings_.timeout)) {
+    const std::string why = trouble();
+    throw Failure(exitTimeout, why.empty() ? "the server at " + settings_.path +
+                                                 " took too long: " + what + ", see --timeout"
+                                           : why);
+  }
+}
+
+bool RemoteDevice::wait(const std::function<bool()>& isDone, double seconds) {
+  return until(isDone, seconds);
+}
+
+std::map<Zel::Name, Zel::String8> RemoteDevice::roots() {
+  await([this] { return client_->session() && client_->session()->hasOffers(); },
+        "it has not said what it has");
+  return client_->session()->offers();
+}
+
+void RemoteDevice::need(const Zel::Name& root, bool toWrite) {
+  const Ptr<Mount> there = mounts_->mount(root);
+  if (there && there->state() == Mount::live && (!toWrite || there->isWritable())) {
+    catchUp();
+    if (there->state() == Mount::live && (!toWrite || there->isWritable())) {
+      return;
+    }
+  }
+  if (!roots().contains(root)) {
+    throw Failure(exitNotFound, "no root " + text(root));
+  }
+  if (toWrite && there && there->wanted() != Zel::accessReadWrite) {
+    const Zel::Mounts::Members before = mounts_->mounts();
+    connect(); // a mount asks once
+    for (const auto& [name, mount] : before) {
+      awaitLive(this->mount(name, name == root ? Zel::accessReadWrite : mount->wanted()));
+    }
+  }
+  const Ptr<Mount> needed = mount(root, toWrite ? Zel::accessReadWrite : Zel::accessReadOnly);
+  awaitLive(needed);
+  if (toWrite && !needed->isWritable()) {
+    throw Failure(exitRefused, "the server lets /" + text(root) + " be read only");
+  }
+}
+
+Ptr<Mount> RemoteDevice::mount(const Zel::Name& root, Zel::Access access) {
+  const Ptr<Mount> mount = mounts_->mountIs(root, access);
+  turns_.soon();
+  return mount;
+}
+
+void RemoteDevice::awaitLive(const Ptr<Mount>& mount) {
+  await([&] { return mount->state() == Mount::live || mount->state() == Mount::refused; },
+        "it has not sent all of the root");
+  if (mount->state() == Mount::refused) {
+    throw Failure(exitRefused,
+                  "the server refuses /" + text(mount->name()) + ": " + text(mount->reason()));
+  }
+}
+
+/// Waits until the server has answered, and so until all is applied that it had sent before.
+void RemoteDevice::catchUp() {
+  if (!client_->session()) {
+    throw Failure(exitNoServer, trouble());
+  }
+  const auto echo = std::make_shared<std::optional<bool>>();
+  client_->session()->echoAsk([echo](bool came) { *echo = came; });
+  await([&] { return echo->has_value(); }, "it does not answer");
+  if (!echo->value()) {
+    throw Failure(exitNoServer, trouble());
+  }
+}
+
+void RemoteDevice::flush() { catchUp(); }
+
+Session::DigestResult RemoteDevice::verify(const Zel::Name& root) {
+  need(root, false);
+  const auto result = std::make_shared<std::optional<Session::DigestResult>>();
+  client_->session()->digestAsk(root, [result](Session::DigestResult answer) { *result = answer; });
+  await([&] { return result->has_value(); }, "it has not answered with a digest");
+  return result->value();
+}
+
+} // namespace Maintctl

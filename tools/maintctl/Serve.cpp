@@ -1,0 +1,120 @@
+#include "CommandList.h"
+#include "Load.h"
+#include "LocalDevice.h"
+
+#include <CLI/CLI.hpp>
+#include <asio/signal_set.hpp>
+#include <net/Server.h>
+
+#include <csignal>
+#include <iostream>
+
+namespace Maintctl {
+
+namespace {
+
+void log(const std::string& line) {
+  std::cerr << line + "\n"; // in one piece, as others may write to the same file
+  std::cerr.flush();
+}
+
+/// Three or four octal digits.
+unsigned modeOf(const std::string& text) {
+  std::size_t end = 0;
+  unsigned long mode = 01000;
+  try {
+    mode = std::stoul(text, &end, 8);
+  } catch (const std::logic_error&) { // said below
+  }
+  if (end != text.size() || mode > 0777) {
+    throw Failure(exitUsage, "no mode of a file: " + Net::printable(text) + ", such as 660");
+  }
+  return static_cast<unsigned>(mode);
+}
+
+class Serve : public Command {
+public:
+  void declare(CLI::App& app) override {
+    app.add_option("--mode", mode_, "Mode of the socket: who may connect")
+        ->type_name("OCTAL")
+        ->capture_default_str();
+    app.add_option("--group", group_,
+                   "Group of the socket, whose members a mode such as 660 lets in")
+        ->type_name("NAME");
+    app.add_option("--load", load_, "What dump has written, loaded before anybody can connect")
+        ->type_name("FILE");
+    app.add_option("--max-clients", maxClients_, "How many may be connected at a time")
+        ->type_name("NUMBER")
+        ->check(CLI::PositiveNumber)
+        ->capture_default_str();
+    app.add_flag("--read-only", readOnly_, "Let no client write");
+  }
+
+  int run(Context& context) override {
+    Net::ServerOptions options;
+    options.path = context.options().socket;
+    if (options.path.empty()) {
+      throw Failure(exitUsage, "serve needs a socket: maintctl --socket PATH serve");
+    }
+    options.access.mode = modeOf(mode_);
+    options.maxClients = maxClients_;
+    options.session.name = "maintctl serve";
+    options.log = log;
+    try {
+      if (!group_.empty()) {
+        options.access.group = Net::groupId(group_);
+      }
+      serve(std::move(options));
+    } catch (const Net::ServerError& failure) {
+      throw Failure(exitFailed, failure.what());
+    }
+    return exitDone;
+  }
+
+private:
+  void serve(Net::ServerOptions options) const {
+    LocalDevice device;
+    if (!load_.empty()) {
+      const Zel::Dir::Active references(device.dir());
+      loadFile(device, load_);
+    }
+    const auto exports = Zel::makeObject<Zel::Exports>();
+    for (const auto& [name, root] : device.dir()->entities()) {
+      exports->entityIs(root, readOnly_ ? Zel::accessReadOnly : Zel::accessReadWrite);
+    }
+    asio::io_context io;
+    asio::signal_set signals(io, SIGINT, SIGTERM);
+    signals.async_wait([&](const asio::error_code& ended, int number) {
+      if (!ended) {
+        log(number == SIGINT ? "stopped by Ctrl-C" : "stopped by SIGTERM");
+        io.stop();
+      }
+    });
+    Net::Turns turns(io);
+    const std::string path = options.path;
+    const Net::Server server(turns, std::move(options), exports);
+    log("listening at " + path);
+    // References that a client writes resolve in the tree.
+    const Zel::Dir::Active references(device.dir());
+    io.run();
+  }
+
+  std::string mode_ = "600";
+  std::string group_;
+  std::string load_;
+  std::size_t maxClients_ = 64;
+  bool readOnly_ = false;
+};
+
+} // namespace
+
+CommandEntry serveCommand() {
+  return {"serve", "Hold the state of a device and serve it at a socket",
+          "  maintctl --socket /run/maint.sock serve\n"
+          "  maintctl --socket /run/maint.sock serve --load state.txt --mode 660 --group netops\n"
+          "\nIt ends on Ctrl-C and on SIGTERM, and removes the socket. What happens is told on\n"
+          "standard error.",
+          make<Serve>, false};
+}
+
+} // namespace Maintctl

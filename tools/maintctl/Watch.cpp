@@ -1,0 +1,217 @@
+#include "CommandList.h"
+#include "RemoteDevice.h"
+#include "Values.h"
+#include "Walk.h"
+#include "WatchedTree.h"
+
+#include <CLI/CLI.hpp>
+#include <asio/signal_set.hpp>
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <csignal>
+
+namespace Maintctl {
+
+namespace {
+
+using nlohmann::json;
+using Zel::Mount;
+using Zel::Ptr;
+
+/// Writes down what happens, a line each. Callbacks of entities must not fail, as a write to a pipe
+/// may, so the lines are printed later.
+class Teller final : public WatchedTree::Teller, public Visitor {
+public:
+  Teller(std::vector<Scope> scopes, bool isJson) : scopes_(std::move(scopes)), isJson_(isJson) {}
+
+  const std::vector<Scope>& scopes() const noexcept { return scopes_; }
+  bool wants(std::string_view path) const override {
+    return std::any_of(scopes_.begin(), scopes_.end(),
+                       [&](const Scope& scope) { return scope.holds(path); });
+  }
+  bool isBehind(std::string_view path) const override {
+    return std::any_of(scopes_.begin(), scopes_.end(),
+                       [&](const Scope& scope) { return scope.isBehind(path); });
+  }
+
+  void changed(const std::string& path, const Zel::ValueRecord& record,
+               const void* value) override {
+    isJson_ ? line(json{{"path", path}, {"value", jsonOf(record, value)}})
+            : line(path + " = " + textForm(record, value));
+  }
+  void added(const std::string& path) override {
+    isJson_ ? line(json{{"path", path}, {"added", true}}) : line(path + " added");
+  }
+  void deleted(const std::string& path) override {
+    isJson_ ? line(json{{"path", path}, {"deleted", true}}) : line(path + " deleted");
+  }
+
+  /// How a mirror stands.
+  void state(const std::string& root, const std::string& text, const Mount& mount) {
+    const std::string reason = Net::printable(mount.reason().view());
+    if (isJson_) {
+      json all{{"path", root}, {"state", Mount::stateName(mount.state())}};
+      if (!reason.empty()) {
+        all["reason"] = reason;
+      }
+      line(all);
+    } else {
+      line("# " + root + " is " + text + (reason.empty() ? "" : ": " + reason));
+    }
+  }
+
+  // All that is there at first.
+  bool wants(const Zel::AttrRow& /*row*/) override { return true; }
+  void value(const std::string& path, const Zel::ValueRecord& record, const void* value) override {
+    if (wants(path)) {
+      changed(path, record, value);
+    }
+  }
+  void member(const std::string& /*path*/, const Zel::AttrRow& /*row*/,
+              const Zel::Entity& /*member*/) override {}
+
+  std::string takeLines() { return std::exchange(lines_, {}); }
+
+private:
+  void line(const std::string& text) { lines_ += text + "\n"; }
+  void line(const json& all) { line(lineOf(all)); }
+
+  const std::vector<Scope> scopes_;
+  const bool isJson_;
+  std::string lines_;
+};
+
+/// Watches the mirror of a root over all connections.
+class RootWatch : public Mount::Notifiee {
+public:
+  RootWatch(Teller& teller, bool initial) : teller_(teller), initial_(initial) {}
+
+  void start(const Ptr<Mount>& mount) {
+    root_ = "/" + segmentOf(Zel::valueRecord<Zel::Name>, &mount->name());
+    mount_ = mount.ptr();
+    isRegisteredNotifieeIs(true);
+    notifierIs(mount);
+    onState();
+  }
+
+  void onState() override {
+    switch (mount_->state()) {
+    case Mount::live:
+      teller_.state(root_, wasLive_ ? "live again" : "live", *mount_);
+      if (tree_ == nullptr) {
+        treeIs();
+      }
+      wasLive_ = true;
+      break;
+    case Mount::stale:
+      teller_.state(root_, "stale", *mount_);
+      break;
+    case Mount::refused:
+      teller_.state(root_, "refused", *mount_);
+      break;
+    case Mount::waiting:
+    case Mount::resyncing:
+      break;
+    }
+  }
+  /// The next server has a root of another type.
+  void onEntity() override { tree_ = nullptr; }
+
+protected:
+  ~RootWatch() override = default;
+
+private:
+  void treeIs() {
+    if (initial_) {
+      walk(*mount_->entity(), root_ + "/", teller_);
+    }
+    tree_ = std::make_unique<WatchedTree>(mount_->entity(), root_, teller_);
+  }
+
+  Teller& teller_;
+  const bool initial_;
+  bool wasLive_ = false;
+  std::string root_;
+  const Mount* mount_ = nullptr; // the notifier, which is held
+  std::unique_ptr<WatchedTree> tree_;
+};
+
+class Watch : public Command {
+public:
+  void declare(CLI::App& app) override {
+    app.add_option("PATH", paths_, "What to watch, with all that is below; all without it");
+    app.add_flag("--initial", initial_, "Print what is there first");
+  }
+
+  int run(Context& context) override {
+    const Options& options = context.options();
+    if (options.socket.empty()) {
+      throw Failure(exitUsage, "watch needs a server: maintctl --socket PATH watch");
+    }
+    RemoteDevice::Settings settings;
+    settings.path = options.socket;
+    settings.timeout = options.timeout;
+    settings.reconnects = true;
+    RemoteDevice device(settings);
+    bool isStopped = false;
+    asio::signal_set signals(device.io(), SIGINT);
+    signals.async_wait([&](const asio::error_code& ended, int /*number*/) {
+      if (!ended) {
+        isStopped = true;
+        device.turns().soon();
+      }
+    });
+    Teller teller(scopes(device), options.json);
+    const std::vector<Ptr<RootWatch>> watches = watch(device, teller);
+    device.wait(
+        [&] {
+          context.out() << teller.takeLines();
+          context.out().flush();
+          return isStopped;
+        },
+        -1);
+    throw Failure(exitStopped, "stopped");
+  }
+
+private:
+  std::vector<Scope> scopes(Device& device) const {
+    std::vector<Scope> scopes;
+    for (const std::string& path : paths_) {
+      scopes.emplace_back(device, path);
+    }
+    if (scopes.empty()) {
+      scopes.emplace_back(device, "/");
+    }
+    return scopes;
+  }
+
+  std::vector<Ptr<RootWatch>> watch(RemoteDevice& device, Teller& teller) const {
+    std::vector<Ptr<RootWatch>> watches;
+    for (const auto& [name, type] : device.roots()) {
+      const std::string path = "/" + segmentOf(Zel::valueRecord<Zel::Name>, &name);
+      if (teller.wants(path) || teller.isBehind(path)) {
+        watches.push_back(Zel::makeObject<RootWatch>(teller, initial_));
+        watches.back()->start(device.mounts()->mountIs(name));
+      }
+    }
+    return watches;
+  }
+
+  std::vector<std::string> paths_;
+  bool initial_ = false;
+};
+
+} // namespace
+
+CommandEntry watchCommand() {
+  return {"watch", "Print each change as it happens, over restarts of the server",
+          "  maintctl --socket /run/maint.sock watch\n"
+          "  maintctl --socket /run/maint.sock watch /status/System /profiles\n"
+          "  maintctl --socket /run/maint.sock --json watch --initial /status | jq .\n"
+          "\nLines that begin with # tell when the mirror is stale, and when it is live again.\n"
+          "Ctrl-C ends it, with status 130.",
+          make<Watch>, false};
+}
+
+} // namespace Maintctl
