@@ -199,4 +199,72 @@ TEST_F(Commands, AScriptOverASocketReadsAndThenWrites) {
   EXPECT_EQ(result.err, "");
 }
 
+TEST_F(Commands, ABrokenPipeEndsAWatchQuietly) {
+  const Result result = run("serve; ctl add /status/System\n"
+                            "mkfifo pipe; behind watch --initial /status >pipe & watch=$!\n"
+                            "head -n 1 pipe; ctl set /status/System/historySize 7\n"
+                            "wait $watch; echo $?; stop");
+  EXPECT_EQ(result.out, "# /status is live\n141\n");
+  EXPECT_EQ(result.err, "");
+}
+
+TEST_F(Commands, AServerKilledInTheMidstOfACommandIsSaidSo) {
+  // One that does not answer, since it is stopped, and then is no more.
+  const Result result = run("serve; kill -STOP $server; briefly get /status; echo $?\n"
+                            "behind get /status & asking=$!; sleep 0.2; stop -KILL\n"
+                            "wait $asking; echo $?");
+  EXPECT_EQ(result.out, "7\n6\n");
+  EXPECT_EQ(result.err,
+            "maintctl: the server at socket took too long: it has not said what it has, see "
+            "--timeout\n"
+            "maintctl: the server at socket has ended the connection: the peer has gone\n");
+}
+
+TEST_F(Commands, AServerKilledInMidWalkIsSaidSo) {
+  // The walk is longer than what a server that is stopped right away can have sent.
+  const Result result =
+      run("seq 200000 | sed 's,.*,/status/status/unit&,' >state; serve --load state\n"
+          "behind dump >dumped & asking=$!\n"
+          "appears log 'mounts status'; kill -STOP $server; sleep 0.2; stop -KILL\n"
+          "wait $asking; echo $?; ctl get /status; echo $?");
+  EXPECT_EQ(result.out, "6\n6\n");
+  EXPECT_EQ(result.err,
+            "maintctl: the server at socket has ended the connection: the peer has gone\n"
+            "maintctl: no server at socket: start one with 'maintctl serve'\n");
+}
+
+TEST_F(Commands, TheDemonstrationShowsAMirrorThatFollows) {
+  const Result result = Support::shell("'" DEMO_PROGRAM "' '" MAINTCTL_PROGRAM "'");
+  EXPECT_EQ(result.out, "$ maintctl serve --load before.state &\n"
+                        "$ maintctl ls /status/status\n"
+                        "Linecard10  Maintenance::Unit::Status\n"
+                        "Linecard3   Maintenance::Unit::Status\n"
+                        "System      Maintenance::Unit::Status\n"
+                        "$ maintctl watch /status &\n"
+                        "    # /status is live\n"
+                        "$ maintctl set /status/Linecard3/state maintenanceModeEnter\n"
+                        "    /status/status/Linecard3/state = 'maintenanceModeEnter'\n"
+                        "$ maintctl add /status/Linecard11\n"
+                        "    /status/status/Linecard11 added\n"
+                        "$ kill -9 SERVER\n"
+                        "    # /status is stale: the peer has gone\n"
+                        "$ maintctl serve --load after.state &\n"
+                        "    /status/status/Linecard11 deleted\n"
+                        "    /status/status/Linecard10 deleted\n"
+                        "    /status/status/Linecard3/state = 'underMaintenance'\n"
+                        "    # /status is live again\n"
+                        "$ maintctl ls /status/status\n"
+                        "Linecard3  Maintenance::Unit::Status\n"
+                        "System     Maintenance::Unit::Status\n"
+                        "$ maintctl verify /status\n"
+                        "/status: equal\n"
+                        "$ maintctl run drain.commands\n"
+                        "'underMaintenance'\n"
+                        "1  Zel::String  'maintenance asked for by operator \\'mkr\\''\n"
+                        "Linecard3  Maintenance::Unit::Status\n"
+                        "System     Maintenance::Unit::Status\n");
+  EXPECT_EQ(result.err, "");
+  EXPECT_EQ(result.status, 0);
+}
+
 } // namespace
