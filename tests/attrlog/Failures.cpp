@@ -89,6 +89,33 @@ TEST_F(Failures, ANotifieeThatDeletesTheMemberDuringASweepDisturbsNobody) {
   EXPECT_TRUE(pair.there->isUp());
 }
 
+/// When the first member goes, makes the other one anew.
+struct Remaker : StatusDir::Notifiee {
+  using StatusDir::Notifiee::onStatus;
+  void onStatus(Zel::Name unit) override {
+    if (made || notifier()->status(unit)) {
+      return;
+    }
+    const Ptr<StatusDir> dir(const_cast<StatusDir*>(notifier().ptr()));
+    const Zel::Name other = unit == Zel::Name("System") ? "other" : "System";
+    made = dir->status(other);
+    dir->statusDel(other);
+    made = dir->statusIs(other);
+  }
+  Ptr<Status> made;
+};
+
+TEST_F(Failures, AMemberThatIsMadeAnewDuringASweepStays) {
+  dir->statusIs("other");
+  pair.settle();
+  const auto id = mirrors->zelNboAttrLogSa(pair.there->out())->entityId();
+  const auto remaker = listen<Remaker>(mirrors);
+  feed(*pair.there, marker(id, 258, 0) + marker(id, 258, 2));
+  ASSERT_TRUE(remaker->made);
+  EXPECT_EQ(mirrors->statusMap().count(), 1U);
+  EXPECT_EQ(mirrors->status(remaker->made->name()), remaker->made);
+}
+
 TEST_F(Failures, ANotifieeThatClosesTheConnectionDuringARecordDisturbsNobody) {
   const auto ear = listen<Ear>(mirror);
   ear->onHeard = [&](const std::string&) { pair.there->close("enough"); };
