@@ -196,6 +196,48 @@ def attrlog_rows():
                       450 if count == 1_000_000 else None, "bytes")
 
 
+def socket_rows():
+    """Two processes; the times are of the clock, since a peer's waiting counts too."""
+    section, zel = "Sessions over sockets", "sockets-zel"
+    work = "one change of ten thousand units, in batches of 64 KiB"
+    ours = Figure(zel, "changes")
+    yield Row(section, work, ours, None, "", 100)
+    yield Row(section, work, ours, Figure("sockets-raw", "changes"),
+              "records of 32 bytes, in batches of 64 KiB", None)
+    heard = Figure(zel, "changes heard")
+    yield Row(section, f"{work}, each heard by a notifiee", heard,
+              Figure("sockets-qt", "changes of one"),
+              "Qt Remote Objects, one object, 64 in a turn", 1 / 10)
+    yield Row(section, f"{work}, each heard by a notifiee", heard, Figure("sockets-qt", "changes"),
+              "Qt Remote Objects, ten thousand objects, 64 in a turn", None)
+    yield Row(section, f"{work}, each heard by a notifiee", heard,
+              Figure("sockets-redis", "changes"), "Redis PUBLISH, 1024 on their way", 1 / 5)
+    for side in ("writer", "reader"):
+        yield Row(section, f"{work}, processor time of the {side}", Figure(zel, f"changes, {side}"),
+                  None, "", None)
+    yield Row(section, "one change, each flushed by itself", Figure(zel, "changes each"),
+              Figure("sockets-raw", "changes each"), "records of 32 bytes, one by one", 1 / 0.7)
+    for count, text in (("one", "both on one CPU"), ("two", "on two CPUs")):
+        yield Row(section, f"one change and its answer, {text}", Figure(zel, f"round trip {count}"),
+                  Figure("sockets-raw", f"round trip {count}"), "32 bytes and 32 bytes", 1.5)
+    work = "a mount of 100 thousand profiles until it is live, each"
+    ours = Figure(zel, "walk")
+    yield Row(section, f"{work}; the least", ours, None, "", 1000)
+    yield Row(section, f"{work}; the goal", ours, None, "", 500)
+    yield Row(section, work, ours, Figure("sockets-raw", "walk"), "records of 40 bytes, with names",
+              None)
+    yield Row(section, work, ours, Figure("sockets-qt", "walk"), "Qt Remote Objects, one each",
+              None)
+    for side in ("writer", "reader"):
+        yield Row(section, f"{work}, processor time of the {side}", Figure(zel, f"walk, {side}"),
+                  None, "", None)
+    slow = Figure(zel, "nine readers and a slow one")
+    work = "one change, to nine readers beside a slow one"
+    yield Row(section, work, slow, Figure(zel, "ten readers"), "ten readers, none of them slow",
+              1 / 0.9)
+    yield Row(section, work, slow, Figure(zel, "nine readers"), "the nine alone", None)
+
+
 def memory_rows():
     for kind, text in (("allocated", "from the allocator"), ("resident", "resident")):
         yield Row("Memory", f"one Config, 20-byte name, in a ConfigDir of a million, {text}",
@@ -232,12 +274,13 @@ def library_rows():
 
 
 ROWS = [row for rows in (handle_rows, mutator_rows, hashed_rows, ordered_rows, text_rows,
-                         generic_rows, iteration_rows, attrlog_rows, memory_rows, allocation_rows, collision_rows,
-                         library_rows) for row in rows()]
+                         generic_rows, iteration_rows, attrlog_rows, socket_rows, memory_rows, allocation_rows,
+                         collision_rows, library_rows) for row in rows()]
 
 
 class Runner:
-    """Runs programs of a build folder, pinned to the last CPU that this process may use."""
+    """Runs programs of a build folder, pinned to the last CPU that this process may use; those of
+    several processes choose their CPUs themselves."""
 
     def __init__(self, build, minimum_time):
         self.programs = build / "bench"
@@ -255,8 +298,9 @@ class Runner:
             return self.there("collision-intrusive")
         return program == "library" or (self.programs / f"bench-{program.split()[0]}").exists()
 
-    def output(self, *command):
-        done = subprocess.run([*self.prefix, *map(str, command)], stdout=subprocess.PIPE,
+    def output(self, *command, prefix=None):
+        prefix = self.prefix if prefix is None else prefix
+        done = subprocess.run([*prefix, *map(str, command)], stdout=subprocess.PIPE,
                               stderr=subprocess.PIPE, text=True)
         if done.returncode != 0:
             sys.exit(f"{command[0]}: exit status {done.returncode}\n{done.stderr}")
@@ -273,6 +317,10 @@ class Runner:
                 empty = self.programs / "libbench-peer-empty.so"
                 arguments = [empty if arguments == ["empty"] else self.library]
             for line in self.output(path, *arguments).splitlines():
+                operation, value = line.split("\t")
+                yield operation, float(value)
+        elif name.startswith("sockets-"):
+            for line in self.output(path, *operations, *operations, prefix=[]).splitlines():
                 operation, value = line.split("\t")
                 yield operation, float(value)
         else:
