@@ -175,6 +175,7 @@ void Demuxer::adapterIs(const Ptr<StreamAdapter>& adapter, const EntityId& id) {
   if (closed_) {
     throwInternalException("connection closed");
   }
+  ahead_ = nullptr; // which may be somebody else now
   if (adapters_.find(adapter->entityId_) == adapter.ptr()) {
     flowInDel(adapter->entityId_);
     adapters_.remove(*adapter);
@@ -193,6 +194,7 @@ Ptr<StreamAdapter> Demuxer::reactorDel(const EntityId& id) {
     return nullptr;
   }
   adapters_.remove(*found);
+  ahead_ = nullptr;
   flowInDel(id);
   if (found->flowOut()) {
     dequeue(*found->flowOut());
@@ -446,10 +448,12 @@ bool Demuxer::inputApply(std::size_t budget) {
         In& in;
         ~Done() { in.recordDone(); }
       } const done{in};
+      StreamAdapter* const known = ahead_;
+      aheadPrefetch(in, record.payload + recordOverhead);
       applied += record.payload + recordOverhead;
       ++counts_.records;
       try {
-        recordApply(record);
+        recordApply(record, known);
       } catch (const AttrLogRecordException&) {
         throw;
       } catch (const RangeException&) {
@@ -468,7 +472,25 @@ bool Demuxer::inputApply(std::size_t budget) {
   return connection_->isUp() && applied >= budget;
 }
 
-void Demuxer::recordApply(const Record& record) {
+/// Looks at whom the records behind one of `size` bytes are for: what the next will touch has
+/// arrived in the cache when its turn comes, and where it lies has when that is to be found out.
+void Demuxer::aheadPrefetch(const In& in, std::size_t size) noexcept {
+  ahead_ = nullptr;
+  EntityId next;
+  if (!in.entityAhead(size, next)) {
+    return;
+  }
+  ahead_ = adapters_.find(next);
+  if (ahead_ != nullptr) {
+    static_cast<const Entity::ZelNboAttrLogSa*>(ahead_)->prefetch();
+  }
+  if (in.entityAhead(size, next)) {
+    adapters_.prefetch(next);
+  }
+}
+
+/// `known` is whom the record is for, if it is for that one; null if nobody has looked ahead.
+void Demuxer::recordApply(const Record& record, StreamAdapter* known) {
   const MsgHeader& header = record.header;
   if (header.attrId == attrIdOrphan || header.entityId == orphanEntityId) [[unlikely]] {
     if (header.attrId != attrIdSession) {
@@ -478,7 +500,9 @@ void Demuxer::recordApply(const Record& record) {
     }
     return;
   }
-  StreamAdapter* const found = adapters_.find(header.entityId);
+  StreamAdapter* const found = known != nullptr && known->entityId_ == header.entityId
+                                   ? known
+                                   : adapters_.find(header.entityId);
   if (found == nullptr) [[unlikely]] {
     ++counts_.unknownEntities;
     return;

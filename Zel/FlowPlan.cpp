@@ -17,10 +17,20 @@ FlowKind kindOf(const AttrRow& row) {
   return isText ? FlowKind::text : FlowKind::plain;
 }
 
+std::uint8_t numberSizeOf(const AttrRow& row) {
+  if (row.value == &valueRecord<unsigned> || row.value->enumeration != nullptr) {
+    return sizeof(std::uint32_t);
+  }
+  const bool isLong =
+      row.value == &valueRecord<double> || row.value == &valueRecord<unsigned long long>;
+  return isLong ? sizeof(std::uint64_t) : 0;
+}
+
 FlowStep stepOf(const AttrRow& row, unsigned word, std::uint32_t bit) {
   FlowStep step{};
   step.row = &row;
   step.kind = kindOf(row);
+  step.numberSize = step.kind == FlowKind::plain ? numberSizeOf(row) : std::uint8_t{0};
   step.startsClean = (row.options & constructorArgument) != 0;
   // Only these two are told by size; a `double` or an enumeration could be and are not.
   if (step.kind == FlowKind::plain && row.value == &valueRecord<unsigned>) {

@@ -45,6 +45,49 @@ std::span<std::uint8_t> In::space() noexcept {
 }
 
 bool In::recordIs(Record& record) {
+  // The usual record: all of it there, in one piece, and well formed. Any other is looked at once
+  // more, with more care.
+  const std::size_t piece = std::min(size_, capacity() - start_);
+  if (piece < recordOverhead) [[unlikely]] {
+    return recordIsFolded(record);
+  }
+  const std::uint8_t* const at = begin() + start_;
+  const auto load = [at](std::size_t place) {
+    std::uint32_t number;
+    std::memcpy(&number, at + place, sizeof number);
+    return WireWriter::networkOrder(number);
+  };
+  const std::uint32_t word = load(0);
+  const std::size_t length = word & ~chunkFollowsBit;
+  if (length < recordOverhead || length > piece || length >= Connection::Out::maxRecordSize)
+      [[unlikely]] {
+    return recordIsFolded(record);
+  }
+  MsgHeader& header = record.header;
+  std::memcpy(&header.entityId, at + 4, sizeof(EntityId));
+  header.attrId = static_cast<AttributeId>(load(12));
+  header.variableSize = at[16];
+  header.fixedSize = load(17);
+  header.recordTag = load(21);
+  header.reservedFlag = at[25];
+  record.payload = length - recordOverhead;
+  record.chunkFollows = chunkFollows_ = (word & chunkFollowsBit) != 0;
+  const bool isWell =
+      at[26] == transactBegin && at[length - 1] == transactEnd && header.variableSize <= 1 &&
+      header.fixedSize == (header.variableSize == 1 ? 0 : record.payload) &&
+      (header.recordTag == 0 || header.recordTag == childRecordTag) && header.reservedFlag == 0 &&
+      header.attrId != std::numeric_limits<AttributeId>::min();
+  if (!isWell) [[unlikely]] {
+    return recordIsFolded(record);
+  }
+  recordSize_ = length;
+  positionIs(at + headerSize + 1);
+  limitIs(at + length - 1);
+  return true;
+}
+
+/// The same of a record that is not there yet, lies around the ring's end, or is malformed.
+bool In::recordIsFolded(Record& record) {
   if (size_ < headerSize) {
     return false;
   }
@@ -103,13 +146,6 @@ bool In::recordIs(Record& record) {
   positionIs(payload);
   limitIs(closing);
   return true;
-}
-
-void In::recordDone() noexcept {
-  start_ += recordSize_;
-  start_ -= start_ >= capacity() ? capacity() : 0;
-  size_ -= recordSize_;
-  recordSize_ = 0;
 }
 
 void In::chunkRead(String8::Iterator& text) {

@@ -15,10 +15,10 @@ AttrLogAdapter::AttrLogAdapter(const FlowPlan& plan, Zel_BitSet flags, unsigned 
 
 AttrLogAdapter::~AttrLogAdapter() = default;
 
-void AttrLogAdapter::attach(const Ptr<PtrInterface::NotifieeConst>& notifiee,
+void AttrLogAdapter::attach(const Ptr<PtrInterface::NotifieeConst>& heard,
                             const Ptr<const Entity>& entity) {
   referenceBitsClear(notificationActiveBit); // until whoever makes the adapter turns it on
-  notifiee_ = notifiee;
+  notifieeIs(heard);
   if (hasFlag(flagWeakNotifiee)) {
     isWeakReferenceIs(true);
   }
@@ -35,10 +35,10 @@ void AttrLogAdapter::attach(const Ptr<PtrInterface::NotifieeConst>& notifiee,
 
 void AttrLogAdapter::detach() noexcept {
   isWeakReferenceIs(false);
-  if (notifiee_) {
-    notifiee_->isRegisteredNotifieeIs(false);
-    notifiee_->notifierIs(nullptr);
-    notifiee_ = nullptr;
+  if (notifiee() != nullptr) {
+    notifiee()->isRegisteredNotifieeIs(false);
+    notifiee()->notifierIs(nullptr);
+    notifieeIs(nullptr);
   }
 }
 
@@ -47,8 +47,8 @@ void AttrLogAdapter::hasNotificationActiveIs(bool active) {
     return;
   }
   ZelNboAttrLogSa::hasNotificationActiveIs(active);
-  if (notifiee_) {
-    notifiee_->hasNotificationActiveIs(active);
+  if (notifiee() != nullptr) {
+    notifiee()->hasNotificationActiveIs(active);
   }
 }
 
@@ -58,8 +58,8 @@ void AttrLogAdapter::notifierIs(const Ptr<const PtrInterface>& wanted) {
     isRegisteredNotifieeIs(false);
     return;
   }
-  if (notifiee_) {
-    notifiee_->notifierIs(wanted);
+  if (notifiee() != nullptr) {
+    notifiee()->notifierIs(wanted);
   }
   ZelNboAttrLogSa::notifierIs(wanted);
 }
@@ -143,13 +143,13 @@ void AttrLogAdapter::recordFailed(const FlowStep& step, const String8& why) {
 
 void AttrLogAdapter::doNotification(AttributeId attr, void* key) {
   const FlowStep* const wanted = plan().step(attr < 0 ? -attr : attr);
-  if (wanted == nullptr || !notifiee_) {
+  if (wanted == nullptr || notifiee() == nullptr) {
     return;
   }
   if (isCollection(wanted->kind)) {
-    wanted->row->collection->tellKey(*notifiee_, key);
+    wanted->row->collection->tellKey(*notifiee(), key);
   } else if (attr > 0) {
-    wanted->row->tell(*notifiee_);
+    wanted->row->tell(*notifiee());
   }
 }
 

@@ -45,10 +45,9 @@ protected:
   ~AttrLogAdapter() override;
 
   /// Takes the notifiee that will hear of the entity, and the entity.
-  void attach(const Ptr<PtrInterface::NotifieeConst>& notifiee, const Ptr<const Entity>& entity);
+  void attach(const Ptr<PtrInterface::NotifieeConst>& heard, const Ptr<const Entity>& entity);
   /// The last of what an adapter does, before any part of it is gone.
   void detach() noexcept;
-  PtrInterface::NotifieeConst* notifiee() const noexcept { return notifiee_.ptr(); }
 
   // What the lines of the types stand for.
 
@@ -85,6 +84,15 @@ private:
     }
     return gateSlow(step);
   }
+  /// Whether a change is the echo of the record that is being applied, which ends here. Clears the
+  /// mark.
+  bool isEcho() noexcept {
+    if ((zel_bitSet().word() & (flagReactorActive | flagSyncFanOut)) != flagReactorActive) {
+      return false;
+    }
+    reactorActiveIs(false);
+    return true;
+  }
   bool isHeldMember() const noexcept {
     return rawNotifier() != nullptr && static_cast<const Entity*>(rawNotifier())->zelHasParent();
   }
@@ -97,7 +105,7 @@ private:
   void readOnlyCheck(const FlowStep& step);
   bool isScheduled() const noexcept { return hasFlag(flagScheduledFlowOut); }
   EntityFlowOut* owed() const noexcept { return static_cast<EntityFlowOut*>(flowOut().ptr()); }
-  const FlowStep& step(AttributeId attr) const noexcept { return *plan().step(attr); }
+  const FlowStep& step(AttributeId attr) const noexcept { return plan().knownStep(attr); }
 
   /// Makes a `FlowOut` that owes nothing yet but what concerns this attribute; null if the
   /// connection has none to give.
@@ -128,6 +136,9 @@ private:
   void childAnnounce(const FlowStep& step, const void* key, Entity& child);
   void childGone(const Ptr<PtrInterface>& child) const;
 
+  void recordRead(AttributeId attr, DeserializationOptions options, unsigned size,
+                  const Ptr<NboAttrLog::In>& in);
+  bool numberRead(AttributeId attr);
   void singularRead(const FlowStep& step, NboAttrLog::In& in, bool apply);
   void textRead(const FlowStep& step, NboAttrLog::In& in, unsigned size, bool apply);
   void textEntryRead(const FlowStep& step, NboAttrLog::In& in, unsigned size, bool apply);
@@ -147,8 +158,6 @@ private:
   void entriesSweep(const FlowStep& step, AttrTransactionType type);
   void childrenSweep(const FlowStep& step, AttrTransactionType type);
   void entryDelete(const FlowStep& step, const CollectionPosition& at);
-
-  Ptr<PtrInterface::NotifieeConst> notifiee_;
 };
 
 } // namespace Zel

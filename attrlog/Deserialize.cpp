@@ -22,6 +22,13 @@ using Entry = MsgChannel::Constrainer::ZelEntry;
 
 void AttrLogAdapter::handleAttrDeserialization(AttributeId attr, DeserializationOptions options,
                                                unsigned size, const Ptr<In>& in) {
+  if (in || !numberRead(attr)) {
+    recordRead(attr, options, size, in);
+  }
+}
+
+void AttrLogAdapter::recordRead(AttributeId attr, DeserializationOptions options, unsigned size,
+                                const Ptr<In>& in) {
   In* const source = in ? in.ptr() : nboAttrLogOut() ? nboAttrLogOut()->rawReverseLog() : nullptr;
   if (source == nullptr) {
     return;
@@ -79,6 +86,32 @@ void AttrLogAdapter::handleAttrDeserialization(AttributeId attr, Deserialization
   }
 }
 
+/// Applies the record of a number, which is what most records are. False, with nothing done, if it
+/// is anything else or there is anything unusual about it.
+bool AttrLogAdapter::numberRead(AttributeId attr) {
+  const FlowStep* const at = plan().step(attr);
+  if (at == nullptr || at->numberSize == 0 || at->row->value->enumeration != nullptr ||
+      hasFlag(flagReactorActive | flagRemoteReadOnly) || !nboAttrLogOut() ||
+      rawEntity() == nullptr) {
+    return false;
+  }
+  In* const source = nboAttrLogOut()->rawReverseLog();
+  if (source == nullptr) {
+    return false;
+  }
+  const Ptr<Entity> kept(rawEntity());
+  IsActiveAnchor active;
+  active.telIs(this);
+  if (at->numberSize == sizeof(std::uint32_t)) {
+    const std::uint32_t value = source->nextU32();
+    at->row->write(kept.ptr(), &value);
+  } else {
+    const std::uint64_t value = source->nextU64();
+    at->row->write(kept.ptr(), &value);
+  }
+  return true;
+}
+
 void AttrLogAdapter::channelModeIs(unsigned mode) const {
   if (channelEntry() != nullptr) {
     static_cast<Entry*>(channelEntry())->modeIs(static_cast<Entry::Mode>(mode));
@@ -97,13 +130,6 @@ void AttrLogAdapter::enumRead(const ValueRecord& record, void* to, In& in) {
 
 void AttrLogAdapter::singularRead(const FlowStep& step, In& in, bool apply) {
   const AttrRow& row = *step.row;
-  if (apply && row.value->decode != nullptr && row.value->isTrivial &&
-      row.value->size <= sizeof(std::uint64_t)) [[likely]] {
-    std::uint64_t raw = 0;
-    row.value->decode(&raw, in);
-    row.write(rawEntity(), &raw);
-    return;
-  }
   ValueSlot value(*row.value);
   if (row.value->enumeration != nullptr) {
     enumRead(*row.value, value.at(), in);

@@ -15,11 +15,15 @@ bool isAtEnd(const TextPosition& at) { return at.position() < 0 || at.eot(); }
 } // namespace
 
 void AttrLogAdapter::zelOnSingular(AttributeId attr) {
+  if (isEcho()) {
+    return;
+  }
   const FlowStep& plain = step(attr);
   if (gate(plain) != Gate::pass) {
     return;
   }
-  const bool sufficient = nboAttrLogOut()->hasSufficientBuffer();
+  NboAttrLog::Out& out = *nboAttrLogOut();
+  const bool sufficient = out.hasSufficientBuffer();
   if (hasFlag(flagNoFlowOut)) {
     if (!isScheduled() && (!sufficient || hasFlag(flagForceFlowOut))) {
       if (EntityFlowOut* const flow = absorb(attr)) {
@@ -34,18 +38,24 @@ void AttrLogAdapter::zelOnSingular(AttributeId attr) {
     }
     owed()->bitIs(plain, false);
   }
-  write(plain, MsgHeader{entityId(), attr, plain.variableSize, plain.fixedSize, 0, 0},
-        [&](WireWriter& out) {
-          const ValueRecord& type = *plain.row->value;
-          if (type.isTrivial && type.size <= sizeof(std::uint64_t)) [[likely]] {
-            std::uint64_t raw;
-            plain.row->read(rawEntity(), &raw);
-            encodeValue(type, &raw, out);
-            return;
-          }
-          ValueSlot value(type, [&](void* at) { plain.row->read(rawEntity(), at); });
-          encodeValue(type, value.at(), out);
-        });
+  const MsgHeader header{entityId(), attr, plain.variableSize, plain.fixedSize, 0, 0};
+  const ValueRecord& type = *plain.row->value;
+  std::uint64_t small;
+  const bool isSmall = type.isTrivial && type.size <= sizeof small;
+  if (isSmall) [[likely]] {
+    plain.row->read(rawEntity(), &small);
+    if (plain.numberSize != 0 && out.numberRecordIs(header, plain.numberSize, &small)) [[likely]] {
+      return;
+    }
+  }
+  write(plain, header, [&](WireWriter& to) {
+    if (isSmall) {
+      encodeValue(type, &small, to);
+      return;
+    }
+    ValueSlot value(type, [&](void* at) { plain.row->read(rawEntity(), at); });
+    encodeValue(type, value.at(), to);
+  });
 }
 
 bool AttrLogAdapter::zelSerializeText(AttributeId attr) {
