@@ -212,6 +212,8 @@ def socket_rows():
               "Qt Remote Objects, ten thousand objects, 64 in a turn", None)
     yield Row(section, f"{work}, each heard by a notifiee", heard,
               Figure("sockets-redis", "changes"), "Redis PUBLISH, 1024 on their way", 1 / 5)
+    yield Row(section, f"{work}, each heard by a notifiee", heard,
+              Figure("sockets-ovsdb", "changes"), "an OVSDB monitor, 100 in a transaction", 1 / 50)
     for side in ("writer", "reader"):
         yield Row(section, f"{work}, processor time of the {side}", Figure(zel, f"changes, {side}"),
                   None, "", None)
@@ -227,6 +229,8 @@ def socket_rows():
     yield Row(section, work, ours, Figure("sockets-raw", "walk"), "records of 40 bytes, with names",
               None)
     yield Row(section, work, ours, Figure("sockets-qt", "walk"), "Qt Remote Objects, one each",
+              None)
+    yield Row(section, work, ours, Figure("sockets-ovsdb", "walk"), "an OVSDB monitor, a row each",
               None)
     for side in ("writer", "reader"):
         yield Row(section, f"{work}, processor time of the {side}", Figure(zel, f"walk, {side}"),

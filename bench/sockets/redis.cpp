@@ -1,54 +1,17 @@
 // Redis: PUBLISH of 32 bytes to one subscriber, pipelined. The server runs on the first CPU, and
 // both clients on the last.
 
-#include "sockets/Processes.h"
+#include "sockets/Server.h"
 
-#include <cstdlib>
+#include <algorithm>
 #include <cstring>
-#include <filesystem>
 #include <hiredis/hiredis.h>
 #include <memory>
-#include <signal.h>
 #include <string>
-#include <unistd.h>
 
 namespace {
 
 using namespace Bench::Sockets;
-
-/// A server of its own, in a folder of its own.
-class Server {
-public:
-  Server() {
-    char name[] = "/tmp/bench-redis-XXXXXX";
-    if (mkdtemp(name) == nullptr) {
-      fail("no folder for the server");
-    }
-    folder_ = name;
-    process_ = fork();
-    if (process_ == 0) {
-      placeIs(Place::first);
-      execlp("redis-server", "redis-server", "--port", "0", "--unixsocket", socket().c_str(),
-             "--save", "", "--appendonly", "no", "--dir", folder_.c_str(), "--logfile",
-             (folder_ + "/log").c_str(), nullptr);
-      fail("redis-server does not start");
-    }
-    waitFor([&] { return std::filesystem::exists(socket()); });
-  }
-  ~Server() {
-    kill(process_, SIGTERM);
-    waitFor([&] { return !std::filesystem::exists(socket()); });
-    std::filesystem::remove_all(folder_);
-  }
-  Server(const Server&) = delete;
-  Server& operator=(const Server&) = delete;
-
-  std::string socket() const { return folder_ + "/socket"; }
-
-private:
-  std::string folder_;
-  pid_t process_ = -1;
-};
 
 using Context = std::unique_ptr<redisContext, decltype(&redisFree)>;
 using Reply = std::unique_ptr<redisReply, decltype(&freeReplyObject)>;
@@ -75,7 +38,8 @@ Reply next(const Context& context) {
 
 double changes(std::size_t count, std::size_t window) {
   const SharedBoard board;
-  const Server server;
+  const Server server({"redis-server", "--port", "0", "--unixsocket", "@/socket", "--save", "",
+                       "--appendonly", "no", "--dir", "@", "--logfile", "@/log"});
   {
     const Process reader([&] {
       placeIs(Place::last);
