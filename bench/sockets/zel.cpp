@@ -287,10 +287,10 @@ double readers(std::size_t count, bool isLastSlow, std::size_t rounds) {
 
 Bench::Sockets::Operations Bench::Sockets::operations() {
   return {
-      {"changes", [] { return changes(500, batch, false); }},
-      {"changes, writer", [] { return changes(500, batch, false, Time::writer); }},
-      {"changes, reader", [] { return changes(500, batch, false, Time::reader); }},
-      {"changes heard", [] { return changes(500, batch, true); }},
+      {"changes", [] { return changes(200, batch, false); }},
+      {"changes, writer", [] { return changes(200, batch, false, Time::writer); }},
+      {"changes, reader", [] { return changes(200, batch, false, Time::reader); }},
+      {"changes heard", [] { return changes(200, batch, true); }},
       {"changes each", [] { return changes(50, 1, false); }},
       {"round trip one", [] { return roundTrip(Place::first, 100'000); }},
       {"round trip two", [] { return roundTrip(Place::last, 20'000); }},
