@@ -23,6 +23,7 @@ using Zel::ValueSlot;
 
 std::vector<std::string> namesOf(const std::vector<const AttrRow*>& rows) {
   std::vector<std::string> names;
+  names.reserve(rows.size());
   for (const AttrRow* const row : rows) {
     names.emplace_back(row->name);
   }
@@ -31,6 +32,7 @@ std::vector<std::string> namesOf(const std::vector<const AttrRow*>& rows) {
 
 std::vector<std::string> segmentsOf(const std::vector<Item>& items) {
   std::vector<std::string> segments;
+  segments.reserve(items.size());
   for (const Item& item : items) {
     segments.push_back(item.segment);
   }
