@@ -206,6 +206,26 @@ TEST_F(FlowOutRuns, OneThatCanDoNothingIsParkedUntilSomethingHappens) {
   EXPECT_EQ(demuxer.parked(), 0U);
 }
 
+// One that waits for the peer.
+
+TEST(FlowOutWaits, ForTheEndOfATransactionThatTheCollectionIsReceivedIn) {
+  Reader<Status> reader;
+  const Demuxer& demuxer = *reader.connection->demuxer();
+  reader.feed(marker(reader.id, Attr::history, Adapter::attrTransactionBegin));
+  reader.adapter->doThis();
+  while (reader.connection->service()) {
+  }
+  EXPECT_EQ(demuxer.parked(), 1U);
+  EXPECT_EQ(demuxer.scheduled(), 0U);
+  reader.sent();
+  reader.feed(marker(reader.id, Attr::history, Adapter::attrTransactionEnd));
+  while (reader.connection->service()) {
+  }
+  EXPECT_THAT(reader.sent(), testing::IsSupersetOf({"begin 268", "end 268"}));
+  EXPECT_EQ(demuxer.parked(), 0U);
+  EXPECT_FALSE(reader.adapter->flowOut());
+}
+
 // Several that owe much.
 
 TEST(FlowOutTurns, WhoOwesWritesHalfARecordsSizeAndGoesToTheEndOfTheQueue) {
