@@ -117,4 +117,95 @@ TEST_F(Guarded, CutsInTheMidstOfResyncsLeaveOneGuardForEachEntity) {
   EXPECT_TRUE(isEqual());
 }
 
+TEST_F(Guarded, MembersThatAWalkAnewHasNotReachedRefuseToo) {
+  for (const char* const unit : {"a", "b", "c", "d"}) {
+    units->statusIs(unit);
+  }
+  share();
+  for (unsigned cutBehind = 1; cutBehind < 12; ++cutBehind) {
+    settle();
+    EXPECT_THROW(mirror()->statusIs("nobody"), Zel::ReadOnlyException);
+    unsigned records = 0;
+    settleSlowly([&] {
+      if (++records == cutBehind) {
+        cut();
+      }
+    });
+    for (const char* const unit : {"a", "b", "c", "d"}) {
+      EXPECT_THROW(mirror(unit)->genIdIs(cutBehind), Zel::ReadOnlyException) << cutBehind << unit;
+    }
+    connect();
+    settle();
+    ASSERT_TRUE(isEqual()) << cutBehind;
+  }
+}
+
+TEST_F(Guarded, MembersThatAreTakenOutOfAStaleMirrorAreFree) {
+  units->statusIs("a");
+  share();
+  settle();
+  cut();
+  const Ptr<Status> a = mirror("a");
+  EXPECT_THROW(mirror()->statusDel("a"), Zel::ReadOnlyException);
+  EXPECT_FALSE(mirror("a"));
+  a->genIdIs(7); // of no tree any more
+  EXPECT_EQ(a->genId(), 7U);
+  connect();
+  settle();
+  EXPECT_TRUE(isEqual());
+  EXPECT_NE(mirror("a"), a);
+}
+
+TEST_F(Guarded, GuardsOfWhatIsGoneGoToo) {
+  share();
+  settle();
+  for (unsigned round = 1; round < 20; ++round) {
+    cut();
+    units->statusDelAll(); // another device by now
+    for (unsigned i = 0; i < 5; ++i) {
+      units->statusIs(Name(std::to_string(10 * round + i)));
+    }
+    connect();
+    bool isMade = false;
+    settleSlowly([&] {
+      isMade = isMade || mirror(std::to_string(10 * round).c_str());
+      if (isMade && mirror()->statusMap().count() == 5) {
+        cut(); // swept, and not live yet
+      }
+    });
+    ASSERT_EQ(mount()->state(), Mount::stale);
+    std::size_t guards = 0;
+    const auto& members = mirror()->statusMap();
+    for (StatusDir::StatusMap::Iterator at(members); at; at.advance()) {
+      guards += adapters(Ptr<Status>(at.ptr()));
+    }
+    EXPECT_EQ(guards, members.count());
+    EXPECT_EQ(adapters(mirror()), 1U);
+  }
+}
+
+TEST_F(Guarded, AWriteThatANotifieeMakesDuringAResyncIsRefused) {
+  units->statusIs("a");
+  share();
+  settle();
+  const auto ear = listen<Wiretap::Ear>(mirror("a"));
+  unsigned refused = 0;
+  ear->onHeard = [&](const std::string& word) {
+    if (word == "genId") {
+      try {
+        mirror("a")->totalIntfTrafficViolationsIs(99);
+      } catch (const Zel::ReadOnlyException&) {
+        ++refused;
+      }
+    }
+  };
+  cut();
+  units->status("a")->genIdIs(7);
+  connect();
+  settle();
+  EXPECT_EQ(refused, 1U);
+  EXPECT_EQ(mount()->state(), Mount::live);
+  EXPECT_TRUE(isEqual());
+}
+
 } // namespace
