@@ -190,6 +190,43 @@ TEST_F(Writes, AreAllowedOnlyWhenEarlierOnesAreRepaired) {
   }
 }
 
+TEST_F(Writes, WaitForTheRepairAndNotForTheWalkBeforeIt) {
+  units->statusIs("a");
+  const Ptr<Mount> mount = share(Zel::accessReadWrite);
+  serve(*server);
+  serve(*client);
+  move(*server, *client);
+  move(*client, *server);
+  serve(*server);
+  serve(*client);
+  move(*server, *client); // the offer
+  serve(*client);
+  move(*client, *server); // what is asked for
+  serve(*server);
+  bool refused = false;
+  while (const std::size_t size = firstRecord(*server)) { // the walk, whole
+    move(*server, *client, size);
+    serve(*client);
+    if (mount->state() == Mount::resyncing && mirror() && mirror("a") && !refused) {
+      EXPECT_THROW(mirror("a")->genIdIs(7), Zel::ReadOnlyException);
+      refused = true;
+    }
+  }
+  ASSERT_TRUE(refused);
+  // The peer has said that it has sent all, but not of what was refused.
+  EXPECT_EQ(mount->state(), Mount::resyncing);
+  if (mount->isWritable()) {
+    mirror("a")->genIdIs(8);
+  }
+  move(*client, *server, firstRecord(*client)); // the request
+  serve(*server);
+  EXPECT_FALSE(mount->isWritable());
+  settle();
+  EXPECT_TRUE(mount->isWritable());
+  EXPECT_EQ(mirror("a")->genId(), 0U);
+  EXPECT_TRUE(isEqual());
+}
+
 TEST_F(Writes, OfEachEndReachTheOther) {
   units->statusIs("a");
   const Ptr<Mount> mount = share(Zel::accessReadWrite);
