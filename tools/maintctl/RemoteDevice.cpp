@@ -37,6 +37,7 @@ RemoteDevice::~RemoteDevice() = default;
 
 void RemoteDevice::connect() {
   client_.reset();
+  mounts_ = nullptr; // whose mirrors leave the directory with it
   mounts_ = Zel::makeObject<Zel::Mounts>(dir_);
   Net::ClientOptions options;
   options.path = settings_.path;

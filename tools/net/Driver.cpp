@@ -157,6 +157,9 @@ void Driver::finish() {
     return;
   }
   isFinished_ = true;
+  if (turns_ != nullptr) {
+    turns_->driverDel(*this); // and with it the session, unless somebody else holds that
+  }
   asio::error_code ignored;
   socket_.close(ignored);
   if (const Ended ended = std::exchange(ended_, nullptr)) {

@@ -26,6 +26,10 @@ void Turns::driverIs(std::shared_ptr<Driver> driver) {
   soon();
 }
 
+void Turns::driverDel(const Driver& driver) {
+  std::erase_if(drivers_, [&](const std::shared_ptr<Driver>& one) { return one.get() == &driver; });
+}
+
 void Turns::soon() {
   if (!std::exchange(isSoon_, true)) {
     asio::post(io_, [this, alive = alive_.watch()] {
@@ -43,20 +47,23 @@ void Turns::run() {
   const std::vector<std::shared_ptr<Driver>> drivers = drivers_;
   const double at = now();
   bool more = false;
-  for (const std::shared_ptr<Driver>& driver : drivers) {
-    more = driver->take(at) || more;
-  }
-  for (const std::shared_ptr<Driver>& driver : drivers) {
-    more = driver->give(at) || more;
-  }
+  const auto each = [&](bool (Driver::*part)(double)) {
+    for (const std::shared_ptr<Driver>& driver : drivers) {
+      try {
+        more = (driver.get()->*part)(at) || more;
+      } catch (const std::exception& failure) { // one peer's trouble, such as no memory for it
+        driver->session()->close(at, failure.what());
+      }
+    }
+  };
+  each(&Driver::take);
+  each(&Driver::give);
   for (const std::shared_ptr<Driver>& driver : drivers) {
     if (!driver->session()->isUp()) {
       driver->finish();
       more = true; // mirrors have become stale, which may have changed something
     }
   }
-  std::erase_if(drivers_,
-                [](const std::shared_ptr<Driver>& driver) { return driver->isFinished_; });
   if (more) {
     soon();
   }

@@ -49,6 +49,7 @@ private:
   friend class Driver;
 
   void driverIs(std::shared_ptr<Driver> driver);
+  void driverDel(const Driver& driver);
   void run();
   void timerIs();
 
