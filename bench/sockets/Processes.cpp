@@ -7,7 +7,9 @@
 #include <cstring>
 #include <new>
 #include <sched.h>
+#include <signal.h>
 #include <sys/mman.h>
+#include <sys/prctl.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <time.h>
@@ -130,6 +132,7 @@ pid_t forked(const std::function<void()>& work) {
     fail(std::string("fork: ") + std::strerror(errno));
   }
   if (id == 0) {
+    prctl(PR_SET_PDEATHSIG, SIGKILL); // who waits for a process that has failed waits for ever
     work();
     std::_Exit(0);
   }

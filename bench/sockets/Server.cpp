@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <signal.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -41,6 +42,7 @@ Server::Server(std::vector<std::string> command) {
   }
   process_ = fork();
   if (process_ == 0) {
+    prctl(PR_SET_PDEATHSIG, SIGTERM);
     placeIs(Place::first);
     become(command);
   }

@@ -1,14 +1,12 @@
 // Sessions over sockets: changes in batches and one by one, the round trip of a change and its
 // answer, the walk of a directory, and ten readers of which one is slow.
 
-#include "sockets/Driver.h"
+#include "sockets/Reader.h"
 
 #include <Zel/AttrLogRoot>
-#include <Zel/Demuxer>
 
 #include <memory>
 #include <string>
-#include <unistd.h>
 #include <vector>
 
 namespace {
@@ -29,77 +27,6 @@ double eachOf(const Board& board, std::size_t count, Time time = Time::clock) {
                                              : board.ended - board.started;
   return took / static_cast<double>(count) * 1e9;
 }
-
-struct Recorder : Status::Notifiee {
-  explicit Recorder(std::uint64_t& sum) : heard(sum) {}
-  void onGenId() override { ++heard; }
-  void onTimeOfStateChange() override { ++heard; }
-  std::uint64_t& heard;
-};
-
-template <class T, class... Arguments>
-Ptr<T> listener(const Ptr<Status>& unit, Arguments&&... arguments) {
-  const auto made = Zel::makeObject<T>(std::forward<Arguments>(arguments)...);
-  made->isRegisteredNotifieeIs(true);
-  made->notifierIs(unit);
-  return made;
-}
-
-/// A mirror of the units that takes their changes, each of them.
-class Reader {
-public:
-  Reader(int socket, const SharedBoard& board) : mirror_(socket, "units"), board_(board) {
-    mirror_.settle();
-    units_ = std::make_unique<Units>(Zel::ptrCast<StatusDir>(mirror_.mount->entity()));
-    applied_ = records();
-  }
-  void listen() {
-    for (const Ptr<Status>& unit : units_->all()) {
-      recorders_.push_back(listener<Recorder>(unit, heard_));
-    }
-  }
-  /// Reads all changes of so many rounds, and no record more.
-  void run(std::size_t rounds) {
-    const double before = processorTime();
-    ++board_->readersReady;
-    while (records() - applied_ < rounds * Units::count) {
-      mirror_.driver.receive();
-    }
-    board_->endedAt(now());
-    board_->readerTime = processorTime() - before;
-    const Zel::NboAttrLog::Demuxer::Counts& counts =
-        mirror_.driver.connection().demuxer()->counts();
-    if (records() - applied_ != rounds * Units::count || counts.badValues + counts.refused != 0 ||
-        counts.unknownEntities + counts.unknownAttributes != 0 || !units_->areChanged(rounds) ||
-        heard_ != (recorders_.empty() ? 0 : rounds * Units::count)) {
-      fail("not every change has been applied");
-    }
-  }
-  /// Reads little at a time and pauses, until the others are done; then it gets what it has missed.
-  void runSlowly(std::size_t rounds) {
-    ++board_->readersReady;
-    while (!board_->isOver) {
-      mirror_.driver.receive(4096);
-      usleep(10'000);
-    }
-    while (!units_->areChanged(rounds)) {
-      mirror_.driver.receive();
-    }
-    if (records() - applied_ >= rounds * Units::count) {
-      fail("the slow reader was not slow");
-    }
-  }
-
-private:
-  std::uint64_t records() const { return mirror_.driver.connection().demuxer()->counts().records; }
-
-  Mirror mirror_;
-  const SharedBoard& board_;
-  std::unique_ptr<Units> units_;
-  std::uint64_t applied_ = 0;
-  std::uint64_t heard_ = 0;
-  std::vector<Ptr<Recorder>> recorders_;
-};
 
 Ptr<Zel::Exports> offering(const Ptr<Zel::Entity>& root, Zel::Access most = Zel::accessReadOnly) {
   const auto exports = Zel::makeObject<Zel::Exports>();
