@@ -18,7 +18,7 @@ protected:
         "cd '" + (folder / ".").string() +
         "'\n"
         "ctl() { '" MAINTCTL_PROGRAM "' --socket socket --timeout 60 \"$@\"; }\n"
-        "briefly() { '" MAINTCTL_PROGRAM "' --socket socket --timeout 0.2 \"$@\"; }\n"
+        "briefly() { '" MAINTCTL_PROGRAM "' --socket socket --timeout 1.5 \"$@\"; }\n"
         "behind() { exec '" MAINTCTL_PROGRAM "' --socket socket --timeout 60 \"$@\"; }\n"
         "serve() { '" MAINTCTL_PROGRAM "' --socket socket serve \"$@\" 2>>log & server=$!; "
         "ctl wait --live; }\n"

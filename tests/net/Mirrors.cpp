@@ -106,7 +106,7 @@ TEST_F(Mirrors, OutliveAnyNumberOfKilledServers) {
       memory = client->number("memory");
     }
   }
-  EXPECT_LT(client->number("memory"), memory + 4096) << "kilobytes";
+  EXPECT_LT(client->number("memory"), TestNet::grown(memory, 4096));
 }
 
 TEST_F(Mirrors, MayBeKilledAtAnyMoment) {
@@ -123,7 +123,7 @@ TEST_F(Mirrors, MayBeKilledAtAnyMoment) {
       memory = server->number("memory");
     }
   }
-  EXPECT_LT(server->number("memory"), memory + 4096) << "kilobytes";
+  EXPECT_LT(server->number("memory"), TestNet::grown(memory, 4096));
   ASSERT_EQ(server->ask("rest"), "resting");
   expectEqual(*steady);
   EXPECT_EQ(steady->ask("digest"), server->ask("digest"));
@@ -171,7 +171,7 @@ TEST_F(Mirrors, FiftyGoOnWhileOneIsStopped) {
   const std::size_t memory = server->number("memory");
   clients.front()->signal(SIGSTOP);
   change(60); // kept for the one that is stopped, they would take 4 MB and more
-  EXPECT_LT(server->number("memory"), memory + 2048) << "kilobytes";
+  EXPECT_LT(server->number("memory"), TestNet::grown(memory, 2048));
   EXPECT_EQ(server->ask("clients"), "50");
   clients.front()->signal(SIGCONT);
   const std::string digest = server->ask("digest");

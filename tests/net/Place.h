@@ -7,6 +7,21 @@
 
 namespace TestNet {
 
+/// What a process may take, in kilobytes, that took `before` and is to grow by less than `growth`.
+inline std::size_t grown(std::size_t before, std::size_t growth) {
+#if defined(__SANITIZE_ADDRESS__)
+  return before + growth + (std::size_t{1} << 20); // which keeps what is freed for a while
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+  return before + growth + (std::size_t{1} << 20);
+#else
+  return before + growth;
+#endif
+#else
+  return before + growth;
+#endif
+}
+
 /// A folder with a socket, and the processes of a test.
 class Place {
 public:

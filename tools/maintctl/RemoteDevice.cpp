@@ -44,7 +44,7 @@ void RemoteDevice::connect() {
   options.reconnects = settings_.waits || settings_.reconnects;
   options.backoff = {0.1, 5, 2, 0.5}; // somebody is waiting
   options.session.name = "maintctl";
-  options.session.helloTime = settings_.timeout;
+  options.session.helloTime = settings_.timeout + 1; // what waits for it gives up first
   client_.emplace(turns_, options, mounts_);
   if (!client_->start() && !settings_.waits) {
     throw noServer(settings_.path, client_->refusal());
