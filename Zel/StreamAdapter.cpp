@@ -212,6 +212,8 @@ void StreamAdapter::doBaseZelNboAttrLogSaMsg(AttributeId attr, DeserializationOp
   }
 }
 
+bool StreamAdapter::isGuard() const noexcept { return root_ && root_->isGuard(); }
+
 bool StreamAdapter::isInTree() const noexcept {
   const Entity* const entity = rawEntity();
   return entity != nullptr && (!hasFlag(flagMember) || entity->zelHasParent());
@@ -292,7 +294,7 @@ void Entity::ZelNboAttrLogSa::onNotificationException(AttributeId attr) {
     for (Demuxer* const demuxer : globalNboAttrLogDemuxerManager().nboDemuxerIterator()) {
       Connection* const other = demuxer->connection();
       const Ptr<ZelNboAttrLogSa> adapter =
-          entity && other != nullptr && other != connection
+          entity && other != nullptr && (other != connection || isGuard())
               ? entity->zelNboAttrLogSa(Ptr<const NboAttrLog::Out>(other->out()))
               : nullptr;
       if (adapter && adapter->hasFlag(flagImported)) {
@@ -406,6 +408,9 @@ bool AdapterSearch::looksAt(const PtrInterface::NotifieeConst& notifiee) {
   }
   // Every stream adapter is one of an entity.
   auto* const adapter = static_cast<Entity::ZelNboAttrLogSa*>(reactor);
+  if (adapter->isGuard()) {
+    return false; // of a root that has gone, which may come again over the same connection
+  }
   if (out_ == nullptr) {
     if (adapter->hasUnifiedEntityId() && adapter->nboAttrLogOut()->carriesChannel()) {
       found_.ptrAssign(adapter);

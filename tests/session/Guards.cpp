@@ -156,6 +156,38 @@ TEST_F(Guarded, MembersThatAreTakenOutOfAStaleMirrorAreFree) {
   EXPECT_NE(mirror("a"), a);
 }
 
+TEST_F(Guarded, ARootThatComesAgainOverTheSameConnectionIsMirroredAgain) {
+  units->statusIs("a");
+  share();
+  settle();
+  const Ptr<Status> a = mirror("a");
+  for (unsigned round = 1; round < 4; ++round) {
+    exports->entityDel("units");
+    settle();
+    EXPECT_EQ(mount()->state(), Mount::stale);
+    EXPECT_THROW(a->genIdIs(100 + round), Zel::ReadOnlyException);
+    exports->entityIs(units);
+    unsigned records = 0;
+    settleSlowly([&] {
+      if (mount()->state() == Mount::resyncing && ++records < 30) {
+        EXPECT_THROW(a->genIdIs(1000 + records), Zel::ReadOnlyException);
+      }
+    });
+    EXPECT_EQ(mount()->state(), Mount::live);
+    EXPECT_EQ(mirror("a"), a);
+    EXPECT_EQ(adapters(a), 1U);
+    EXPECT_EQ(adapters(mirror()), 1U);
+    units->status("a")->totalIntfTrafficViolationsIs(round);
+    settle();
+    EXPECT_EQ(a->totalIntfTrafficViolations(), round);
+    EXPECT_TRUE(isEqual());
+  }
+  exports->entityDel("units");
+  settle();
+  cut();
+  EXPECT_THROW(a->genIdIs(5), Zel::ReadOnlyException);
+}
+
 TEST_F(Guarded, GuardsOfWhatIsGoneGoToo) {
   share();
   settle();
