@@ -224,10 +224,10 @@ TEST_F(Commands, AServerKilledInMidWalkIsSaidSo) {
   // The walk is longer than what is under way to a client that has been stopped.
   const Result result =
       run("seq 100000 | sed 's,.*,/status/status/unit&,' >state; serve --load state\n"
-          "behind dump >dumped & asking=$!\n"
+          "behind get /status >got & asking=$!\n"
           "until grep -q 'client 2: maintctl mounts status' log; do :; done\n"
           "kill -STOP $asking; stop -KILL; kill -CONT $asking; wait $asking; echo $?\n"
-          "ctl get /status; echo $?; cat dumped");
+          "ctl get /status; echo $?; cat got");
   EXPECT_EQ(result.out, "6\n6\n");
   EXPECT_EQ(result.err,
             "maintctl: the server at socket has ended the connection: the peer has gone\n"
