@@ -23,7 +23,8 @@ protected:
         "serve() { '" MAINTCTL_PROGRAM "' --socket socket serve \"$@\" 2>>log & server=$!; "
         "ctl wait --live; }\n"
         "stop() { kill $1 $server; wait $server 2>/dev/null; }\n"
-        "appears() { for i in $(seq 600); do grep -qF -- \"$2\" \"$1\" && return; sleep 0.1; done; "
+        "appears() { for i in $(seq 600); do grep -qsF -- \"$2\" \"$1\" && return; sleep 0.1; "
+        "done; "
         "echo \"not in $1: $2\"; }\n" +
         script);
   }

@@ -10,7 +10,7 @@ TEST(Poll, PrintsWhatChangesInAServer) {
   const Support::Result result = Support::shell(
       "ctl() { '" MAINTCTL_PROGRAM "' --socket '" + socket +
       "' \"$@\"; }\n"
-      "printed() { for i in $(seq 600); do grep -qF \"$1\" '" +
+      "printed() { for i in $(seq 600); do grep -qsF \"$1\" '" +
       out +
       "' && return; sleep 0.1; done;"
       " echo \"never printed: $1\"; }\n"
