@@ -111,7 +111,7 @@ Ptr<Mount> Mounts::mount(const Name& name) const {
 }
 
 Ptr<Mount> Mounts::offered(const Name& name) {
-  const Ptr<Mount> there = mount(name);
+  Ptr<Mount> there = mount(name);
   if (there || all_ == accessNone || mounts_.size() >= most_) {
     return there;
   }

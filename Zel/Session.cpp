@@ -9,7 +9,6 @@ namespace Zel {
 
 using NboAttrLog::In;
 using NboAttrLog::MsgHeader;
-using NboAttrLog::Root;
 
 namespace {
 
@@ -115,12 +114,17 @@ bool Session::service(double now, std::size_t budget) {
 }
 
 double Session::deadline() const noexcept {
-  double next = !isOpen_ ? helloUntil_ : never;
+  double next = never;
+  if (!isOpen_) {
+    next = helloUntil_;
+  }
   for (const DigestOwed& digest : digestsOwed_) {
     next = std::min(next, digest.until);
   }
   for (const auto& [serial, digest] : digestsAsked_) {
-    next = std::min(next, digest.isSent ? never : digest.until);
+    if (!digest.isSent) {
+      next = std::min(next, digest.until);
+    }
   }
   return isUp() ? next : never;
 }

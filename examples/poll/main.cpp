@@ -135,8 +135,8 @@ int main(int argc, char** argv) {
     }
     more = more || !isThere;
     const double wait = session->deadline() - now(); // infinite if nothing is due
-    pollfd one = {file, POLLIN, 0};
-    one.events |= static_cast<short>(session->connection()->wantsWrite() ? POLLOUT : 0);
+    constexpr short both = POLLIN | POLLOUT;
+    pollfd one = {file, session->connection()->wantsWrite() ? both : short{POLLIN}, 0};
     poll(&one, 1,
          more         ? 0
          : wait < 1e6 ? std::max(0, static_cast<int>(std::ceil(wait * 1000)))

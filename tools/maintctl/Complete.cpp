@@ -102,7 +102,8 @@ Names completions(const Names& words, bool inScript, const std::function<Device&
       const std::string path = start.substr(0, start.rfind('/') + 1);
       return startingWith(start, below(tree, path, device()), path);
     }
-    if ((command == "set" || command == "wait") && before.size() >= 2 && before.back().starts_with('/')) {
+    if ((command == "set" || command == "wait") && before.size() >= 2 &&
+        before.back().starts_with('/')) {
       Tree tree(device());
       return startingWith(start, valuesAt(tree, before.back()));
     }

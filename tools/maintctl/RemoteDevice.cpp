@@ -144,7 +144,7 @@ void RemoteDevice::need(const Zel::Name& root, bool toWrite) {
 }
 
 Ptr<Mount> RemoteDevice::mount(const Zel::Name& root, Zel::Access access) {
-  const Ptr<Mount> mount = mounts_->mountIs(root, access);
+  Ptr<Mount> mount = mounts_->mountIs(root, access);
   turns_.soon();
   return mount;
 }

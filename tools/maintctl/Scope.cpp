@@ -65,6 +65,7 @@ std::string keyOf(const AttrRow& row, const std::string& segment, const std::str
 [[noreturn]] void noAttribute(const std::string& segment, const std::string& path,
                               const std::vector<const AttrRow*>& rows) {
   std::vector<std::string> names;
+  names.reserve(rows.size());
   for (const AttrRow* const row : rows) {
     names.emplace_back(row->name);
   }

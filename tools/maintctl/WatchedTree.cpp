@@ -16,7 +16,7 @@ using Zel::GenericIfEntity;
 using Zel::Ptr;
 
 /// An entity that is listened to, and its members that are.
-class WatchedTree::Node : public GenericIfEntity::Listener {
+class WatchedTree::Node final : public GenericIfEntity::Listener {
 public:
   Node(Ptr<Entity> entity, std::string path, Teller& teller)
       : entity_(std::move(entity)), path_(std::move(path)), teller_(teller),
