@@ -115,6 +115,9 @@ bool Session::service(double now, std::size_t budget) {
 
 double Session::deadline() const noexcept {
   double next = never;
+  if (!isUp()) {
+    return next;
+  }
   if (!isOpen_) {
     next = helloUntil_;
   }
@@ -126,7 +129,7 @@ double Session::deadline() const noexcept {
       next = std::min(next, digest.until);
     }
   }
-  return isUp() ? next : never;
+  return next;
 }
 
 void Session::close(double now, const String8& why) {
