@@ -70,7 +70,7 @@ public:
       out.putBytes(&words.mark, sizeof words.mark);
       out.put8(static_cast<std::uint8_t>(words.side));
       out.putString("peer");
-      for (const std::uint64_t limit : {1, 2, 3}) {
+      for (const std::uint64_t limit : {1U, 2U, 3U}) {
         out.put64(limit);
       }
     });

@@ -142,7 +142,6 @@ TEST_F(Deceived, ASessionRecordForAnEntityIsNone) {
 TEST_F(Deceived, TooManyDigestsEndTheSession) {
   exports->entityIs(Maintenance::Unit::statusDirFactory("ours"));
   hear(ask("ours"));
-  exports->roots().at("ours").entity; // stays
   Wiretap::fill(*session->connection(), 100);
   for (unsigned i = 0; i < Session::maxDigests; ++i) {
     hear(digestAsk(i, "ours"));

@@ -191,7 +191,7 @@ TEST_F(Client, MoreOffersThanAreKeptEndTheSession) {
 }
 
 TEST_F(Client, MoreThanAreMountedAreLeft) {
-  const auto few = Zel::makeObject<Zel::Mounts>(nullptr, 2);
+  const auto few = Zel::makeObject<Zel::Mounts>(nullptr, 2U);
   few->allIs(Zel::accessReadOnly);
   few->mountIs("c");
   session->close(now);
