@@ -23,6 +23,9 @@ using Zel::String8;
 
 class Asking : public testing::Test, public TwoUnits {
 protected:
+  /// Whoever still waits is answered while there is somewhere to put it.
+  ~Asking() override { cut(); }
+
   void ask(const char* name = "units") {
     client->digestAsk(name, [this](Result result) { results.push_back(result); });
   }
