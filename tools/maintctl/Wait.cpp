@@ -59,12 +59,14 @@ class Wait : public Command {
 public:
   void declare(CLI::App& app) override {
     app.add_option("PATH", path_, "Of a value; with --live, of a root, or all without it");
-    value_ = app.add_option("VALUE", text_, "What is waited for");
+    app.add_option("VALUE", text_, "What is waited for")->each([this](const std::string&) {
+      hasText_ = true;
+    });
     app.add_flag("--live", live_, "Wait until the server is there and has sent all");
   }
 
   int run(Context& context) override {
-    if (live_ == (value_->count() != 0)) {
+    if (live_ == hasText_) {
       throw Failure(exitUsage, live_ ? "--live waits for no value, leave out " + printable(text_)
                                      : "wait needs a path and a value, or --live");
     }
@@ -132,7 +134,7 @@ private:
 
   std::string path_ = "/";
   std::string text_;
-  CLI::Option* value_ = nullptr;
+  bool hasText_ = false;
   bool live_ = false;
 };
 
