@@ -4,6 +4,9 @@
 
 namespace Zel::NboAttrLog {
 
+Root::Root(Demuxer& demuxer, bool isImported) noexcept
+    : demuxer_(&demuxer), isImported_(isImported) {}
+
 Root::~Root() = default;
 
 void Root::isToldOfWalksIs(bool told) {
