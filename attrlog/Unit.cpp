@@ -4,6 +4,14 @@
 
 namespace Maintenance::Unit {
 
+Config::ZelNboAttrLogSa::~ZelNboAttrLogSa() = default;
+Config::ZelNboAttrLogSa::ZelNboAttrLogSaAdapter_::~ZelNboAttrLogSaAdapter_() = default;
+Config::ZelNboAttrLogSa::FlowOut::~FlowOut() = default;
+
+ConfigDir::ZelNboAttrLogSa::~ZelNboAttrLogSa() = default;
+ConfigDir::ZelNboAttrLogSa::ZelNboAttrLogSaAdapter_::~ZelNboAttrLogSaAdapter_() = default;
+ConfigDir::ZelNboAttrLogSa::FlowOut::~FlowOut() = default;
+
 Status::ZelNboAttrLogSa::~ZelNboAttrLogSa() = default;
 Status::ZelNboAttrLogSa::ZelNboAttrLogSaAdapter_::~ZelNboAttrLogSaAdapter_() = default;
 Status::ZelNboAttrLogSa::FlowOut::~FlowOut() = default;
@@ -55,5 +63,7 @@ void operator<<(const Zel::Ptr<Zel::NboAttrLog::Out>& out, const MaintenanceStag
 
 } // namespace Maintenance::Unit
 
+ZEL_ADAPTER(Maintenance::Unit::Config)
+ZEL_ADAPTER(Maintenance::Unit::ConfigDir)
 ZEL_ADAPTER(Maintenance::Unit::Status)
 ZEL_ADAPTER(Maintenance::Unit::StatusDir)

@@ -20,6 +20,20 @@ Zel::Ptr<MaintenanceOp_GenericIf_> MaintenanceOp_GenericIf_Is(MaintenanceOp valu
   return MaintenanceOp_GenericIf_::GenericIf_Is(value, isConst);
 }
 
+Config::GenericIf_::GenericIf_(const Zel::Ptr<Config>& object, bool isConst)
+    : EntityGenericIf(isConst) {
+  zelAttach(this, object);
+}
+Config::GenericIf_::~GenericIf_() = default;
+Config::GenericIf_::GenericIf_Adapter_::~GenericIf_Adapter_() = default;
+
+ConfigDir::GenericIf_::GenericIf_(const Zel::Ptr<ConfigDir>& object, bool isConst)
+    : EntityGenericIf(isConst) {
+  zelAttach(this, object);
+}
+ConfigDir::GenericIf_::~GenericIf_() = default;
+ConfigDir::GenericIf_::GenericIf_Adapter_::~GenericIf_Adapter_() = default;
+
 Status::GenericIf_::GenericIf_(const Zel::Ptr<Status>& object, bool isConst)
     : EntityGenericIf(isConst) {
   zelAttach(this, object);
@@ -47,6 +61,8 @@ template class ZEL_API TypeOf<Maintenance::Unit::MaintenanceStageClasses>;
 template class ZEL_API TypeOf<Maintenance::Unit::MaintenanceStageList>;
 template class ZEL_API TypeOf<Maintenance::Unit::TrafficRates>;
 template class ZEL_API TypeOf<Maintenance::Unit::StageMgrInstKey>;
+template class ZEL_API TypeOf<Maintenance::Unit::Config>;
+template class ZEL_API TypeOf<Maintenance::Unit::ConfigDir>;
 template class ZEL_API TypeOf<Maintenance::Unit::Status>;
 template class ZEL_API TypeOf<Maintenance::Unit::StatusDir>;
 

@@ -7,6 +7,56 @@
 /// The generic objects of the unit types.
 namespace Maintenance::Unit {
 
+class ZEL_API Config::GenericIf_ : public Zel::EntityGenericIf<Config> {
+public:
+  class GenericIf_Adapter_;
+  GenericIf_(const Zel::Ptr<Config>& object, bool isConst);
+
+  void onUnitType() { zelOnSingular(Attr::unitType); }
+  void onGroup(const Group::GroupKey& key) { zelOnMember(Attr::group, &key); }
+  void onProfileName() { zelOnSingular(Attr::profileName); }
+
+protected:
+  ~GenericIf_() override;
+};
+
+class ZEL_API Config::GenericIf_::GenericIf_Adapter_
+    : public Zel::GenericAdapter<Config, Config::GenericIf_> {
+public:
+  using GenericAdapter::GenericAdapter;
+
+  void onUnitType() override { zelForward(&GenericIf_::onUnitType); }
+  void onGroup(const Group::GroupKey& key) override { zelForward(&GenericIf_::onGroup, key); }
+  void onGroup() override { zelForwardCollection(Attr::group); }
+  void onProfileName() override { zelForward(&GenericIf_::onProfileName); }
+
+protected:
+  ~GenericIf_Adapter_() override;
+};
+
+class ZEL_API ConfigDir::GenericIf_ : public Zel::EntityGenericIf<ConfigDir> {
+public:
+  class GenericIf_Adapter_;
+  GenericIf_(const Zel::Ptr<ConfigDir>& object, bool isConst);
+
+  void onConfig(Zel::Name unit) { zelOnMember(Attr::config, &unit); }
+
+protected:
+  ~GenericIf_() override;
+};
+
+class ZEL_API ConfigDir::GenericIf_::GenericIf_Adapter_
+    : public Zel::GenericAdapter<ConfigDir, ConfigDir::GenericIf_> {
+public:
+  using GenericAdapter::GenericAdapter;
+
+  void onConfig(Zel::Name unit) override { zelForward(&GenericIf_::onConfig, unit); }
+  void onConfig() override { zelForwardCollection(Attr::config); }
+
+protected:
+  ~GenericIf_Adapter_() override;
+};
+
 class ZEL_API Status::GenericIf_ : public Zel::EntityGenericIf<Status> {
 public:
   class GenericIf_Adapter_;

@@ -1,6 +1,8 @@
 #pragma once
 
 // All of namespace Maintenance::Unit.
+#include <model/Unit/Config.h>
+#include <model/Unit/ConfigDir.h>
 #include <model/Unit/Constants.h>
 #include <model/Unit/Enumerations.h>
 #include <model/Unit/StageMgrInstKey.h>

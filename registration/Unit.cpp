@@ -22,6 +22,8 @@ const Zel::ZelType* MaintenanceStageList::_fwkType() {
   return unitModule.fwkType<MaintenanceStageList>();
 }
 const Zel::ZelType* TrafficRates::_fwkType() { return unitModule.fwkType<TrafficRates>(); }
+const Zel::ZelType* Config::_fwkType() { return unitModule.fwkType<Config>(); }
+const Zel::ZelType* ConfigDir::_fwkType() { return unitModule.fwkType<ConfigDir>(); }
 const Zel::ZelType* _fwkType_State() { return unitModule.fwkType<State>(); }
 const Zel::ZelType* Status::_fwkType() { return unitModule.fwkType<Status>(); }
 const Zel::ZelType* StatusDir::_fwkType() { return unitModule.fwkType<StatusDir>(); }

@@ -177,6 +177,20 @@ TEST_F(AdapterMembers, AUnitThatIsInstantiatedSendsNothing) {
   EXPECT_EQ(sender.written(), "");
 }
 
+TEST_F(AdapterMembers, OfADirectoryOfConfiguredUnitsToo) {
+  namespace Unit = Maintenance::Unit;
+  const auto configured = Unit::configDirFactory("c");
+  sender.announce(configured);
+  const auto configs = Zel::ptrCast<Unit::ConfigDir::ZelNboAttrLogSa>(adapterOf(configured));
+  configured->configIs("u");
+  const auto config = configured->config("u");
+  EXPECT_EQ(configs->configNboAttrLogAdapter(config), adapterOf(config));
+  EXPECT_EQ(configs->configNboAttrLogAdapterDel(config)->entityId(), (Zel::EntityId{4, 0}));
+  EXPECT_FALSE(configs->configNboAttrLogAdapter(config));
+  EXPECT_TRUE(configs->configNboAttrLogAdapterIs(Flags(0x40), config, 1, sender.out(), nullptr));
+  EXPECT_EQ(adapterOf(config)->entityId(), (Zel::EntityId{6, 0}));
+}
+
 TEST_F(AdapterMembers, OfADirectoryOfUnitsToo) {
   using namespace Maintenance::Unit;
   const auto units = statusDirFactory("d");

@@ -102,6 +102,15 @@ TEST(AdapterSlots, ThenTheCallbackOfADirectoryOrAProfile) {
   EXPECT_EQ(endOf<Profile::Config::ZelNboAttrLogSa>(), firstOwn);
 }
 
+using namespace Maintenance::Unit;
+EXPECT_EQ(slotOf(&Config::ZelNboAttrLogSa::onUnitType), firstOwn);
+EXPECT_EQ(slotOf(&Config::ZelNboAttrLogSa::onGroup), firstOwn + 1);
+EXPECT_EQ(slotOf(&Config::ZelNboAttrLogSa::onProfileName), firstOwn + 2);
+EXPECT_EQ(endOf<Config::ZelNboAttrLogSa>(), firstOwn + 3);
+EXPECT_EQ(slotOf(&ConfigDir::ZelNboAttrLogSa::onConfig), firstOwn);
+EXPECT_EQ(endOf<ConfigDir::ZelNboAttrLogSa>(), firstOwn + 1);
+}
+
 TEST(AdapterSlots, OfADerivedTypeThoseOfItsBaseComeFirst) {
   using A = Foreign::Perishable::ZelNboAttrLogSa;
   EXPECT_EQ(slotOf(&A::onPrice), firstOwn);

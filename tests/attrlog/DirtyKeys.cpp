@@ -155,6 +155,20 @@ TEST_F(DirtyKeys, OfDirectoriesAndDerivedTypes) {
   EXPECT_FALSE(milk->hasDirtyAttributes());
 }
 
+TEST_F(DirtyKeys, OfConfiguredUnits) {
+  const auto config = cleanOf(configFactory("u"));
+  config->zelIsGroupDirtyIs(key, true);
+  EXPECT_TRUE(config->hasDirtyAttributes());
+  EXPECT_TRUE(config->zelIsGroupDirtyDel(key));
+  EXPECT_FALSE(config->hasDirtyAttributes());
+
+  const auto configured = cleanOf(configDirFactory("d"));
+  configured->zelIsConfigDirtyIs("u", true);
+  EXPECT_TRUE(configured->hasDirtyAttributes());
+  EXPECT_TRUE(configured->zelIsConfigDirtyDel("u"));
+  EXPECT_FALSE(configured->hasDirtyAttributes());
+}
+
 TEST_F(DirtyKeys, WhatConcernsNoAttributeIsOwedToo) {
   flowOut->pendingAbortIs(261, true);
   EXPECT_TRUE(flowOut->hasDirtyAttributes());

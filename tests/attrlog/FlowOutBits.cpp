@@ -76,6 +76,20 @@ TEST(FlowOutBits, OfProfilesAndDirectories) {
               {{0, 0, true}, {258, 0, true}, {259, 0x2, false}, {0x7fffffff, 0x2, false}});
 }
 
+TEST(FlowOutBits, OfConfiguredUnits) {
+  using namespace Maintenance::Unit;
+  expectWords(configFactory("u"), {{lowest, 0xa, true},
+                                   {0, 0xa, true},
+                                   {258, 0xa, true},
+                                   {259, 0xa, true},
+                                   {260, 0x8, true},
+                                   {261, 0xc, true},
+                                   {262, 0x4, false},
+                                   {0x7fffffff, 0x4, false}});
+  expectWords(configDirFactory("d"),
+              {{0, 0, true}, {258, 0, true}, {259, 0x2, false}, {0x7fffffff, 0x2, false}});
+}
+
 TEST(FlowOutBits, OfAProfileThereAreNone) {
   const Owing<Maintenance::Profile::Config> owing(
       Zel::makeObject<Maintenance::Profile::Config>(Maintenance::Profile::ProfileKey()));

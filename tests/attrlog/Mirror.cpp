@@ -49,15 +49,16 @@ TEST(Mirror, HoldsWhatWasThereBeforeAndWhatCameAfter) {
 
 TEST(Mirror, OfAHundredThousandProfiles) {
   Pair pair;
-  using namespace Maintenance::Profile;
-  const auto dir = configDirFactory("profiles");
+  namespace Profile = Maintenance::Profile;
+  const auto dir = Profile::configDirFactory("profiles");
   for (int i = 0; i < 100000; ++i) {
-    dir->configIs(ProfileKey(profileTypeBgp, Zel::String8("profile-" + std::to_string(i))));
+    dir->configIs(
+        Profile::ProfileKey(Profile::profileTypeBgp, Zel::String8("profile-" + std::to_string(i))));
   }
   pair.here->demuxer()->exportIs(dir);
   pair.settle();
   EXPECT_STREQ(pair.there->failure().charPtr(), "");
-  EXPECT_EQ(pair.mirror<ConfigDir>("profiles")->configMap().count(), 100000U);
+  EXPECT_EQ(pair.mirror<Profile::ConfigDir>("profiles")->configMap().count(), 100000U);
 }
 
 } // namespace

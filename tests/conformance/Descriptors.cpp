@@ -94,6 +94,20 @@ constexpr ExpectedAttr state[] = {
     {6, "failedExit",           {0x20001, 0x40200400}, 0, "Maintenance::Unit::State"},
 };
 
+constexpr ExpectedAttr unitConfig[] = {
+    {154, "zelHasAttrLogInterface", {0x22001, 0x400},       8, "bool"},
+    {258, "unitName",               {0x220001, 0x400},      0, "Zel::String"},
+    {259, "unitType",               {0x220143, 0x1000400},  2, "Maintenance::Unit::UnitType"},
+    {260, "group",                  {0x1a20143, 0x1000400}, 2, "bool", "Group::GroupKey"},
+    {261, "profileName",            {0x220143, 0x1000400},  2, "Zel::String"},
+    {0,   "fwkKey",                 {0x200001, 0x400},      0, "Zel::Name"},
+};
+
+constexpr ExpectedAttr unitConfigDir[] = {
+    {154, "zelHasAttrLogInterface", {0x22001, 0x400}, 8, "bool"},
+    {258, "config", {0x9a20143, 0x11000400}, 0, "Maintenance::Unit::Config", "Zel::Name", "name"},
+};
+
 constexpr ExpectedAttr status[] = {
     {154, "zelHasAttrLogInterface",    {0x22001, 0x400},       8, "bool"},
     {258, "unitName",                  {0x220001, 0x400},      0, "Zel::String"},
@@ -187,6 +201,8 @@ std::vector<ExpectedDescriptor> modelDescriptors() {
   using namespace Maintenance::Unit;
   using ProfileConfig = Maintenance::Profile::Config;
   using ProfileConfigDir = Maintenance::Profile::ConfigDir;
+  using UnitConfig = Maintenance::Unit::Config;
+  using UnitConfigDir = Maintenance::Unit::ConfigDir;
   // clang-format off
   return {
       {"Maintenance::Profile::ProfileType", "", enumerationFlags, 4, false, false, {}, profileType},
@@ -207,6 +223,10 @@ std::vector<ExpectedDescriptor> modelDescriptors() {
        maintenanceStageList},
       {"Maintenance::Unit::TrafficRates", "", valueFlags, sizeof(TrafficRates), true, false, {},
        trafficRates},
+      {"Maintenance::Unit::Config", "Zel::Entity", entityFlags, sizeof(UnitConfig), true, false,
+       nameArgument, unitConfig},
+      {"Maintenance::Unit::ConfigDir", "Zel::Entity", entityFlags, sizeof(UnitConfigDir), true,
+       true, nameArgument, unitConfigDir},
       {"Maintenance::Unit::State", "", enumerationFlags, 4, false, false, {}, state},
       {"Maintenance::Unit::Status", "Zel::Entity", entityFlags, sizeof(Status), true, false,
        nameArgument, status},

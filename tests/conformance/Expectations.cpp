@@ -56,6 +56,18 @@ constexpr Expected stageMgrInstKey[] = {
     {4, "genId", AttrKind::valueMember, 0, "", "U32"},
 };
 
+constexpr Expected unitConfig[] = {
+    {258, "unitName", AttrKind::computed, 0, "", "Zel::String"},
+    {259, "unitType", AttrKind::singular, 0, "", "Maintenance::Unit::UnitType"},
+    {260, "group", AttrKind::keyed, 0, "Group::GroupKey", "bool"},
+    {261, "profileName", AttrKind::singular, 0, "", "Zel::String"},
+    {0, "fwkKey", AttrKind::frameworkKey, 0, "", "Zel::Name"},
+};
+
+constexpr Expected unitConfigDir[] = {
+    {258, "config", AttrKind::instantiating, 0, "Zel::Name", ""},
+};
+
 constexpr Expected status[] = {
     {258, "unitName", AttrKind::computed, 0, "", "Zel::String"},
     {259, "unitType", AttrKind::singular, 0, "", "Maintenance::Unit::UnitType"},
@@ -223,6 +235,8 @@ constexpr ExpectedType types[] = {
     {"Maintenance::Unit::MaintenanceStageList", TypeKind::value, false, maintenanceStageList},
     {"Maintenance::Unit::TrafficRates", TypeKind::value, false, trafficRates},
     {"Maintenance::Unit::StageMgrInstKey", TypeKind::value, false, stageMgrInstKey},
+    {"Maintenance::Unit::Config", TypeKind::entity, true, unitConfig},
+    {"Maintenance::Unit::ConfigDir", TypeKind::entity, true, unitConfigDir},
     {"Maintenance::Unit::Status", TypeKind::entity, true, status},
     {"Maintenance::Unit::StatusDir", TypeKind::entity, true, statusDir},
     {"Foreign::SkuKey", TypeKind::value, false, skuKey},

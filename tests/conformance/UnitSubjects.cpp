@@ -9,6 +9,18 @@ namespace {
 using namespace Maintenance::Unit;
 using Attr = Status::Attr;
 
+class ConfigRecorder : public Recorder<Config> {
+  void onUnitType() override { hear(Config::Attr::unitType); }
+  void onGroup(const Group::GroupKey& key) override { hear(Config::Attr::group, key); }
+  void onGroup() override { hear(Config::Attr::group); }
+  void onProfileName() override { hear(Config::Attr::profileName); }
+};
+
+class ConfigDirRecorder : public Recorder<ConfigDir> {
+  void onConfig(Zel::Name unit) override { hear(ConfigDir::Attr::config, unit); }
+  void onConfig() override { hear(ConfigDir::Attr::config); }
+};
+
 class StatusRecorder : public Recorder<Status> {
   void onUnitType() override { hear(Attr::unitType); }
   void onGroup(const Group::GroupKey& key) override { hear(Attr::group, key); }
@@ -86,6 +98,16 @@ void addUnitSubjects(std::vector<Subject>& all) {
           .reads<&Key::instanceName>(Key::Attr::instanceName, "#0", {"System#1", "a#4294967295"})
           .reads<&Key::unitName>(Key::Attr::unitName, "")
           .reads<&Key::genId>(Key::Attr::genId, 0));
+  all.push_back(
+      SubjectOf<Config, ConfigRecorder>("UnitConfig", [] { return configFactory("Linecard3"); })
+          .reads<&Config::unitName>(Config::Attr::unitName, "Linecard3")
+          .reads<&Config::unitType>(Config::Attr::unitType, userConfigured)
+          .looksUp<&Config::group, &Config::groupMap>(Config::Attr::group)
+          .reads<&Config::profileName>(Config::Attr::profileName, "")
+          .reads<&Config::fwkKey>(Zel::fwkKeyId, "Linecard3"));
+  all.push_back(SubjectOf<ConfigDir, ConfigDirRecorder>("UnitConfigDir", [] {
+                  return configDirFactory("dir");
+                }).finds<&ConfigDir::config, &ConfigDir::configMap>(ConfigDir::Attr::config));
   all.push_back(statusSubject());
   all.push_back(SubjectOf<StatusDir, StatusDirRecorder>("StatusDir", [] {
                   return statusDirFactory("dir");

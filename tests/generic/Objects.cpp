@@ -172,6 +172,7 @@ class ObjectList : public testing::TestWithParam<const Zel::ZelType*> {};
 
 INSTANTIATE_TEST_SUITE_P(OfNamedTypes, ObjectList,
                          testing::Values(Status::_fwkType(), Unit::StatusDir::_fwkType(),
+                                         Unit::Config::_fwkType(), Unit::ConfigDir::_fwkType(),
                                          Profile::ConfigDir::_fwkType(),
                                          Profile::DefaultProfile::_fwkType()),
                          [](const auto& test) {

@@ -207,6 +207,7 @@ bool Model::memberChange(Random& random, const Place& place, const Zel::AttrRow&
 std::vector<Zel::Ptr<Zel::Entity>> makeRoots() {
   return {
       Maintenance::Unit::statusDirFactory("units"),
+      Maintenance::Unit::configDirFactory("configured"),
       Maintenance::Profile::configDirFactory("profiles"),
       Maintenance::Profile::defaultProfileFactory("default"),
       Zel::makeObject<Foreign::Rack>("rack"),

@@ -8,7 +8,7 @@ using namespace TestModel;
 
 template <class D>
 using FailedAllocations = Directory<D>;
-TYPED_TEST_SUITE(FailedAllocations, BothDirectories, DirectoryNames);
+TYPED_TEST_SUITE(FailedAllocations, AllDirectories, DirectoryNames);
 
 /// Expects that the directory stands as it did after `count` insertions.
 template <class D>

@@ -51,6 +51,24 @@ TEST(CallbackSlots, OfADefaultProfile) {
   EXPECT_EQ(endOf<Profile::DefaultProfile::Notifiee>(), firstOwn + 1);
 }
 
+TEST(CallbackSlots, OfAConfiguredUnit) {
+  using N = Unit::Config::NotifieeConst;
+  EXPECT_EQ(slotOf(&N::onUnitType), firstOwn);
+  EXPECT_EQ(slotOf(callback<N, const Group::GroupKey&>(&N::onGroup)), firstOwn + 1);
+  EXPECT_EQ(slotOf(&N::onGroupzelImmediate), firstOwn + 2);
+  EXPECT_EQ(slotOf(callback<N>(&N::onGroup)), firstOwn + 3);
+  EXPECT_EQ(slotOf(&N::onProfileName), firstOwn + 4);
+  EXPECT_EQ(endOf<Unit::Config::Notifiee>(), firstOwn + 5);
+}
+
+TEST(CallbackSlots, OfADirectoryOfConfiguredUnits) {
+  using N = Unit::ConfigDir::NotifieeConst;
+  EXPECT_EQ(slotOf(callback<N, Zel::Name>(&N::onConfig)), firstOwn);
+  EXPECT_EQ(slotOf(&N::onConfigzelImmediate), firstOwn + 1);
+  EXPECT_EQ(slotOf(callback<N>(&N::onConfig)), firstOwn + 2);
+  EXPECT_EQ(endOf<Unit::ConfigDir::Notifiee>(), firstOwn + 3);
+}
+
 TEST(CallbackSlots, OfADirectoryOfUnits) {
   using N = Unit::StatusDir::NotifieeConst;
   EXPECT_EQ(slotOf(callback<N, Zel::Name>(&N::onStatus)), firstOwn);
@@ -97,6 +115,10 @@ void expectUnused(const Zel::PendingKey<Key>& pending) {
 TEST(PendingKeys, EveryNotifieeHasOneForEachCollection) {
   const auto profiles = Zel::makeObject<Profile::ConfigDir::Notifiee>();
   expectUnused<Profile::ProfileKey>(profiles->zelPendingConfig);
+  const auto configured = Zel::makeObject<Unit::ConfigDir::Notifiee>();
+  expectUnused<Zel::Name>(configured->zelPendingConfig);
+  const auto config = Zel::makeObject<Unit::Config::Notifiee>();
+  expectUnused<Group::GroupKey>(config->zelPendingGroup);
   const auto units = Zel::makeObject<Unit::StatusDir::Notifiee>();
   expectUnused<Zel::Name>(units->zelPendingStatus);
   const auto unit = Zel::makeObject<Unit::Status::Notifiee>();

@@ -10,7 +10,7 @@ using namespace TestModel;
 
 template <class D>
 using Directories = Directory<D>;
-TYPED_TEST_SUITE(Directories, BothDirectories, DirectoryNames);
+TYPED_TEST_SUITE(Directories, AllDirectories, DirectoryNames);
 
 TYPED_TEST(Directories, TheFactoryMakesAnEmptyOneWithOneReferenceAndNothingElse) {
   auto& made = *this->dir;

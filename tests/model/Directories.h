@@ -6,7 +6,7 @@
 
 namespace TestModel {
 
-// The two directories under common names, so that one set of tests does for both.
+// The directories under common names, so that one set of tests does for all.
 
 struct Profiles {
   using Dir = Maintenance::Profile::ConfigDir;
@@ -14,9 +14,12 @@ struct Profiles {
   using Key = Maintenance::Profile::ProfileKey;
   using Map = Dir::ConfigMap;
   using Listener = ConfigDirListener;
+  static constexpr const char* name = "profiles";
   static constexpr const char* attribute = "config";
 
-  static Ptr<Dir> make(const char* name) { return Maintenance::Profile::configDirFactory(name); }
+  static Ptr<Dir> make(const char* dirName) {
+    return Maintenance::Profile::configDirFactory(dirName);
+  }
   static Key key(int number) {
     return Key(Maintenance::Profile::profileTypeBgp,
                Zel::String8(joined("k", std::to_string(number))));
@@ -39,9 +42,10 @@ struct Units {
   using Key = Zel::Name;
   using Map = Dir::StatusMap;
   using Listener = StatusDirListener;
+  static constexpr const char* name = "units";
   static constexpr const char* attribute = "status";
 
-  static Ptr<Dir> make(const char* name) { return Maintenance::Unit::statusDirFactory(name); }
+  static Ptr<Dir> make(const char* dirName) { return Maintenance::Unit::statusDirFactory(dirName); }
   static Key key(int number) { return Zel::String8(joined("k", std::to_string(number))); }
   static Key keyOf(const Member& member) { return member.fwkKey(); }
   static const Map& map(const Dir& dir) { return dir.statusMap(); }
@@ -55,13 +59,36 @@ struct Units {
   static void notify(Dir& dir, const Key& key) { dir.statusNotify(key); }
 };
 
+struct UnitConfigs {
+  using Dir = Maintenance::Unit::ConfigDir;
+  using Member = Maintenance::Unit::Config;
+  using Key = Zel::Name;
+  using Map = Dir::ConfigMap;
+  using Listener = UnitConfigDirListener;
+  static constexpr const char* name = "unitConfigs";
+  static constexpr const char* attribute = "config";
+
+  static Ptr<Dir> make(const char* dirName) { return Maintenance::Unit::configDirFactory(dirName); }
+  static Key key(int number) { return Zel::String8(joined("k", std::to_string(number))); }
+  static Key keyOf(const Member& member) { return member.fwkKey(); }
+  static const Map& map(const Dir& dir) { return dir.configMap(); }
+
+  static auto read(const Dir& dir, const Key& key) { return dir.config(key); }
+  static auto add(Dir& dir, const Key& key) { return dir.newConfig(key); }
+  static auto is(Dir& dir, const Key& key) { return dir.configIs(key); }
+  static auto del(Dir& dir, const Key& key) { return dir.configDel(key); }
+  static auto del(Dir& dir, Map::Iterator& at) { return dir.configDel(at); }
+  static void delAll(Dir& dir) { dir.configDelAll(); }
+  static void notify(Dir& dir, const Key& key) { dir.configNotify(key); }
+};
+
 struct DirectoryNames {
   template <class D>
   static std::string GetName(int /*index*/) {
-    return D::attribute;
+    return D::name;
   }
 };
-using BothDirectories = testing::Types<Profiles, Units>;
+using AllDirectories = testing::Types<Profiles, Units, UnitConfigs>;
 
 template <class D>
 struct Directory : testing::Test {

@@ -18,7 +18,7 @@ struct DirectoryEnds : Directory<D> {
 
   Ptr<typename D::Member> held;
 };
-TYPED_TEST_SUITE(DirectoryEnds, BothDirectories, DirectoryNames);
+TYPED_TEST_SUITE(DirectoryEnds, AllDirectories, DirectoryNames);
 
 TYPED_TEST(DirectoryEnds, AMemberHeldElsewhereLivesOnWithoutAParent) {
   EXPECT_EQ(this->held->parent(), this->dir);

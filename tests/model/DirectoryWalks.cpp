@@ -12,7 +12,7 @@ using namespace TestModel;
 
 template <class D>
 using DirectoryWalks = Directory<D>;
-TYPED_TEST_SUITE(DirectoryWalks, BothDirectories, DirectoryNames);
+TYPED_TEST_SUITE(DirectoryWalks, AllDirectories, DirectoryNames);
 
 TYPED_TEST(DirectoryWalks, RunByReversedHashWhateverTheHistory) {
   std::mt19937_64 random(22);

@@ -80,6 +80,24 @@ public:
   void onConfig() override { hear("on any"); }
 };
 
+class UnitConfigDirListener : public Listener<Maintenance::Unit::ConfigDir::Notifiee> {
+public:
+  using Listener::Listener;
+  void onConfig(Zel::Name unit) override { hear(joined("on ", textOf(unit))); }
+  void onConfigzelImmediate() override { hear("immediate"); }
+  void onConfig() override { hear("on any"); }
+};
+
+class UnitConfigListener : public Listener<Maintenance::Unit::Config::Notifiee> {
+public:
+  using Listener::Listener;
+  void onUnitType() override { hear("onUnitType"); }
+  void onGroup(const Group::GroupKey& key) override { hear(joined("onGroup ", textOf(key))); }
+  void onGroupzelImmediate() override { hear("onGroupzelImmediate"); }
+  void onGroup() override { hear("onGroup"); }
+  void onProfileName() override { hear("onProfileName"); }
+};
+
 class StatusDirListener : public Listener<Maintenance::Unit::StatusDir::Notifiee> {
 public:
   using Listener::Listener;

@@ -57,8 +57,8 @@ TEST(Scopes, ListTheirTypesInTheOrderOfDeclaration) {
               ElementsAre("ProfileType", "ProfileKey", "Config", "ConfigDir", "DefaultProfile"));
   EXPECT_THAT(typesOf(*scope(maintenance, "Unit")),
               ElementsAre("UnitType", "InputSrc", "BuiltinUnitName", "MaintenanceStageClasses",
-                          "MaintenanceStageList", "TrafficRates", "State", "Status", "StatusDir",
-                          "MaintenanceOp", "StageMgrInstKey"));
+                          "MaintenanceStageList", "TrafficRates", "Config", "ConfigDir", "State",
+                          "Status", "StatusDir", "MaintenanceOp", "StageMgrInstKey"));
   EXPECT_THAT(typesOf(*scope(root(), "Foreign")),
               ElementsAre("Zone", "Urgency", "SkuKey", "Dimensions", "SlotCode", "Alarm", "TourKey",
                           "Limits", "Product", "ProductDir", "Perishable", "PerishableDir", "Rack",

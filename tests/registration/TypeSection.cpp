@@ -59,7 +59,8 @@ TEST(TypeSection, NamesTheTypesOfTheLibraryModuleByModuleFromTheLastToTheFirst) 
         "Maintenance::Profile::Config", "Maintenance::Profile::ProfileKey",
         "Maintenance::Profile::ProfileType", "Maintenance::Unit::StageMgrInstKey",
         "Maintenance::Unit::MaintenanceOp", "Maintenance::Unit::StatusDir",
-        "Maintenance::Unit::Status", "Maintenance::Unit::State", "Maintenance::Unit::TrafficRates",
+        "Maintenance::Unit::Status", "Maintenance::Unit::State", "Maintenance::Unit::ConfigDir",
+        "Maintenance::Unit::Config", "Maintenance::Unit::TrafficRates",
         "Maintenance::Unit::MaintenanceStageList", "Maintenance::Unit::MaintenanceStageClasses",
         "Maintenance::Unit::BuiltinUnitName", "Maintenance::Unit::InputSrc",
         "Maintenance::Unit::UnitType"}) {

@@ -24,6 +24,8 @@ TEST(TypeSection, OfTheLibraryListsItsTypesInTheirOrder) {
                         "Maintenance::Unit::StatusDir\n"
                         "Maintenance::Unit::Status\n"
                         "Maintenance::Unit::State\n"
+                        "Maintenance::Unit::ConfigDir\n"
+                        "Maintenance::Unit::Config\n"
                         "Maintenance::Unit::TrafficRates\n"
                         "Maintenance::Unit::MaintenanceStageList\n"
                         "Maintenance::Unit::MaintenanceStageClasses\n"
