@@ -20,6 +20,10 @@ StatusDir::ZelNboAttrLogSa::~ZelNboAttrLogSa() = default;
 StatusDir::ZelNboAttrLogSa::ZelNboAttrLogSaAdapter_::~ZelNboAttrLogSaAdapter_() = default;
 StatusDir::ZelNboAttrLogSa::FlowOut::~FlowOut() = default;
 
+Input::ZelNboAttrLogSa::~ZelNboAttrLogSa() = default;
+Input::ZelNboAttrLogSa::ZelNboAttrLogSaAdapter_::~ZelNboAttrLogSaAdapter_() = default;
+Input::ZelNboAttrLogSa::FlowOut::~FlowOut() = default;
+
 TrafficRates::TrafficRates(Zel::NboAttrLog::In* in, Zel::StreamBogon /*stream*/) {
   Zel::decode(*this, *in);
 }
@@ -67,3 +71,4 @@ ZEL_ADAPTER(Maintenance::Unit::Config)
 ZEL_ADAPTER(Maintenance::Unit::ConfigDir)
 ZEL_ADAPTER(Maintenance::Unit::Status)
 ZEL_ADAPTER(Maintenance::Unit::StatusDir)
+ZEL_ADAPTER(Maintenance::Unit::Input)

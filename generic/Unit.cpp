@@ -48,6 +48,13 @@ StatusDir::GenericIf_::GenericIf_(const Zel::Ptr<StatusDir>& object, bool isCons
 StatusDir::GenericIf_::~GenericIf_() = default;
 StatusDir::GenericIf_::GenericIf_Adapter_::~GenericIf_Adapter_() = default;
 
+Input::GenericIf_::GenericIf_(const Zel::Ptr<Input>& object, bool isConst)
+    : EntityGenericIf(isConst) {
+  zelAttach(this, object);
+}
+Input::GenericIf_::~GenericIf_() = default;
+Input::GenericIf_::GenericIf_Adapter_::~GenericIf_Adapter_() = default;
+
 } // namespace Maintenance::Unit
 
 namespace Zel {
@@ -65,5 +72,6 @@ template class ZEL_API TypeOf<Maintenance::Unit::Config>;
 template class ZEL_API TypeOf<Maintenance::Unit::ConfigDir>;
 template class ZEL_API TypeOf<Maintenance::Unit::Status>;
 template class ZEL_API TypeOf<Maintenance::Unit::StatusDir>;
+template class ZEL_API TypeOf<Maintenance::Unit::Input>;
 
 } // namespace Zel

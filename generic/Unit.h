@@ -141,4 +141,29 @@ protected:
   ~GenericIf_Adapter_() override;
 };
 
+class ZEL_API Input::GenericIf_ : public Zel::EntityGenericIf<Input> {
+public:
+  class GenericIf_Adapter_;
+  GenericIf_(const Zel::Ptr<Input>& object, bool isConst);
+
+  void onPriority() { zelOnSingular(Attr::priority); }
+  void onUnit(Zel::String8 unitName) { zelOnMember(Attr::unit, &unitName); }
+
+protected:
+  ~GenericIf_() override;
+};
+
+class ZEL_API Input::GenericIf_::GenericIf_Adapter_
+    : public Zel::GenericAdapter<Input, Input::GenericIf_> {
+public:
+  using GenericAdapter::GenericAdapter;
+
+  void onPriority() override { zelForward(&GenericIf_::onPriority); }
+  void onUnit(Zel::String8 unitName) override { zelForward(&GenericIf_::onUnit, unitName); }
+  void onUnit() override { zelForwardCollection(Attr::unit); }
+
+protected:
+  ~GenericIf_Adapter_() override;
+};
+
 } // namespace Maintenance::Unit

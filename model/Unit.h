@@ -5,6 +5,7 @@
 #include <model/Unit/ConfigDir.h>
 #include <model/Unit/Constants.h>
 #include <model/Unit/Enumerations.h>
+#include <model/Unit/Input.h>
 #include <model/Unit/StageMgrInstKey.h>
 #include <model/Unit/Status.h>
 #include <model/Unit/StatusDir.h>

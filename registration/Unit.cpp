@@ -27,6 +27,7 @@ const Zel::ZelType* ConfigDir::_fwkType() { return unitModule.fwkType<ConfigDir>
 const Zel::ZelType* _fwkType_State() { return unitModule.fwkType<State>(); }
 const Zel::ZelType* Status::_fwkType() { return unitModule.fwkType<Status>(); }
 const Zel::ZelType* StatusDir::_fwkType() { return unitModule.fwkType<StatusDir>(); }
+const Zel::ZelType* Input::_fwkType() { return unitModule.fwkType<Input>(); }
 const Zel::ZelType* _fwkType_MaintenanceOp() { return unitModule.fwkType<MaintenanceOp>(); }
 const Zel::ZelType* StageMgrInstKey::_fwkType() { return unitModule.fwkType<StageMgrInstKey>(); }
 

@@ -8,7 +8,7 @@ namespace Maintenance::Unit {
 /// The types of the module, in the order of declaration.
 using Types = Zel::TypeList<UnitType, InputSrc, BuiltinUnitName, MaintenanceStageClasses,
                             MaintenanceStageList, TrafficRates, Config, ConfigDir, State, Status,
-                            StatusDir, MaintenanceOp, StageMgrInstKey>;
+                            StatusDir, Input, MaintenanceOp, StageMgrInstKey>;
 
 ZEL_API Zel::Module& zelModule();
 /// The module's registration procedure, see `Zel::Module::zelInit`.

@@ -102,13 +102,17 @@ TEST(AdapterSlots, ThenTheCallbackOfADirectoryOrAProfile) {
   EXPECT_EQ(endOf<Profile::Config::ZelNboAttrLogSa>(), firstOwn);
 }
 
-using namespace Maintenance::Unit;
-EXPECT_EQ(slotOf(&Config::ZelNboAttrLogSa::onUnitType), firstOwn);
-EXPECT_EQ(slotOf(&Config::ZelNboAttrLogSa::onGroup), firstOwn + 1);
-EXPECT_EQ(slotOf(&Config::ZelNboAttrLogSa::onProfileName), firstOwn + 2);
-EXPECT_EQ(endOf<Config::ZelNboAttrLogSa>(), firstOwn + 3);
-EXPECT_EQ(slotOf(&ConfigDir::ZelNboAttrLogSa::onConfig), firstOwn);
-EXPECT_EQ(endOf<ConfigDir::ZelNboAttrLogSa>(), firstOwn + 1);
+TEST(AdapterSlots, ThenTheCallbacksOfConfiguredUnitsAndInputs) {
+  using namespace Maintenance::Unit;
+  EXPECT_EQ(slotOf(&Config::ZelNboAttrLogSa::onUnitType), firstOwn);
+  EXPECT_EQ(slotOf(&Config::ZelNboAttrLogSa::onGroup), firstOwn + 1);
+  EXPECT_EQ(slotOf(&Config::ZelNboAttrLogSa::onProfileName), firstOwn + 2);
+  EXPECT_EQ(endOf<Config::ZelNboAttrLogSa>(), firstOwn + 3);
+  EXPECT_EQ(slotOf(&ConfigDir::ZelNboAttrLogSa::onConfig), firstOwn);
+  EXPECT_EQ(endOf<ConfigDir::ZelNboAttrLogSa>(), firstOwn + 1);
+  EXPECT_EQ(slotOf(&Input::ZelNboAttrLogSa::onPriority), firstOwn);
+  EXPECT_EQ(slotOf(&Input::ZelNboAttrLogSa::onUnit), firstOwn + 1);
+  EXPECT_EQ(endOf<Input::ZelNboAttrLogSa>(), firstOwn + 2);
 }
 
 TEST(AdapterSlots, OfADerivedTypeThoseOfItsBaseComeFirst) {

@@ -155,7 +155,7 @@ TEST_F(DirtyKeys, OfDirectoriesAndDerivedTypes) {
   EXPECT_FALSE(milk->hasDirtyAttributes());
 }
 
-TEST_F(DirtyKeys, OfConfiguredUnits) {
+TEST_F(DirtyKeys, OfConfiguredUnitsAndInputs) {
   const auto config = cleanOf(configFactory("u"));
   config->zelIsGroupDirtyIs(key, true);
   EXPECT_TRUE(config->hasDirtyAttributes());
@@ -167,6 +167,13 @@ TEST_F(DirtyKeys, OfConfiguredUnits) {
   EXPECT_TRUE(configured->hasDirtyAttributes());
   EXPECT_TRUE(configured->zelIsConfigDirtyDel("u"));
   EXPECT_FALSE(configured->hasDirtyAttributes());
+
+  const auto input = cleanOf(inputFactory("i"));
+  input->zelIsUnitDirtyIs("u", true);
+  EXPECT_TRUE(input->hasDirtyAttributes());
+  EXPECT_EQ(input->zelIsUnitDirtyMap().count(), 1U);
+  EXPECT_TRUE(input->zelIsUnitDirtyDel("u"));
+  EXPECT_FALSE(input->hasDirtyAttributes());
 }
 
 TEST_F(DirtyKeys, WhatConcernsNoAttributeIsOwedToo) {

@@ -90,6 +90,16 @@ TEST(FlowOutBits, OfConfiguredUnits) {
               {{0, 0, true}, {258, 0, true}, {259, 0x2, false}, {0x7fffffff, 0x2, false}});
 }
 
+TEST(FlowOutBits, OfInputs) {
+  using namespace Maintenance::Unit;
+  expectWords(inputFactory("i"), {{lowest, 0x2, true},
+                                  {0, 0x2, true},
+                                  {258, 0x2, true},
+                                  {259, 0, true},
+                                  {260, 0x4, false},
+                                  {0x7fffffff, 0x4, false}});
+}
+
 TEST(FlowOutBits, OfAProfileThereAreNone) {
   const Owing<Maintenance::Profile::Config> owing(
       Zel::makeObject<Maintenance::Profile::Config>(Maintenance::Profile::ProfileKey()));

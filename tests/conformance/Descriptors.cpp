@@ -135,6 +135,12 @@ constexpr ExpectedAttr statusDir[] = {
     {258, "status", {0x9a20143, 0x11000400}, 0, "Maintenance::Unit::Status", "Zel::Name", "name"},
 };
 
+constexpr ExpectedAttr input[] = {
+    {154, "zelHasAttrLogInterface", {0x22001, 0x400},       8, "bool"},
+    {258, "priority",               {0x220143, 0x1000400},  2, "Maintenance::Unit::InputSrc"},
+    {259, "unit",                   {0x1a20143, 0x1000400}, 2, "bool", "Zel::String"},
+};
+
 constexpr ExpectedAttr maintenanceOp[] = {
     {1, "value",                 {0x20001, 0x400},      0, "Maintenance::Unit::MaintenanceOp"},
     {0, "unknown",               {0x20001, 0x40200400}, 0, "Maintenance::Unit::MaintenanceOp"},
@@ -232,6 +238,8 @@ std::vector<ExpectedDescriptor> modelDescriptors() {
        nameArgument, status},
       {"Maintenance::Unit::StatusDir", "Zel::Entity", entityFlags, sizeof(StatusDir), true, true,
        nameArgument, statusDir},
+      {"Maintenance::Unit::Input", "Zel::Entity", entityFlags, sizeof(Input), true, true,
+       nameArgument, input},
       {"Maintenance::Unit::MaintenanceOp", "", enumerationFlags, 4, false, false, {},
        maintenanceOp},
       {"Maintenance::Unit::StageMgrInstKey", "", valueFlags, sizeof(StageMgrInstKey), true, false,

@@ -93,6 +93,11 @@ constexpr Expected statusDir[] = {
     {258, "status", AttrKind::instantiating, 0, "Zel::Name", ""},
 };
 
+constexpr Expected input[] = {
+    {258, "priority", AttrKind::singular, 0, "", "Maintenance::Unit::InputSrc"},
+    {259, "unit", AttrKind::keyed, 0, "Zel::String", "bool"},
+};
+
 constexpr Expected skuKey[] = {
     {2, "zone", AttrKind::key, 0, "", "Foreign::Zone"},
     {3, "sku", AttrKind::key, 0, "", "Zel::String"},
@@ -239,6 +244,7 @@ constexpr ExpectedType types[] = {
     {"Maintenance::Unit::ConfigDir", TypeKind::entity, true, unitConfigDir},
     {"Maintenance::Unit::Status", TypeKind::entity, true, status},
     {"Maintenance::Unit::StatusDir", TypeKind::entity, true, statusDir},
+    {"Maintenance::Unit::Input", TypeKind::entity, true, input},
     {"Foreign::SkuKey", TypeKind::value, false, skuKey},
     {"Foreign::Dimensions", TypeKind::value, false, dimensions},
     {"Foreign::SlotCode", TypeKind::value, false, slotCode},

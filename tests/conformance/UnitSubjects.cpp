@@ -49,6 +49,12 @@ class StatusDirRecorder : public Recorder<StatusDir> {
   void onStatus() override { hear(StatusDir::Attr::status); }
 };
 
+class InputRecorder : public Recorder<Input> {
+  void onPriority() override { hear(Input::Attr::priority); }
+  void onUnit(Zel::String8 unitName) override { hear(Input::Attr::unit, unitName); }
+  void onUnit() override { hear(Input::Attr::unit); }
+};
+
 Subject statusSubject() {
   return SubjectOf<Status, StatusRecorder>("Status", [] { return statusFactory("Linecard3"); })
       .reads<&Status::unitName>(Attr::unitName, "Linecard3")
@@ -112,6 +118,9 @@ void addUnitSubjects(std::vector<Subject>& all) {
   all.push_back(SubjectOf<StatusDir, StatusDirRecorder>("StatusDir", [] {
                   return statusDirFactory("dir");
                 }).finds<&StatusDir::status, &StatusDir::statusMap>(StatusDir::Attr::status));
+  all.push_back(SubjectOf<Input, InputRecorder>("Input", [] { return inputFactory("cli"); })
+                    .reads<&Input::priority>(Input::Attr::priority, srcUnknown)
+                    .looksUp<&Input::unit, &Input::unitMap>(Input::Attr::unit));
 }
 
 } // namespace Conformance

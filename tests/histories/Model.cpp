@@ -208,6 +208,7 @@ std::vector<Zel::Ptr<Zel::Entity>> makeRoots() {
   return {
       Maintenance::Unit::statusDirFactory("units"),
       Maintenance::Unit::configDirFactory("configured"),
+      Maintenance::Unit::inputFactory("input"),
       Maintenance::Profile::configDirFactory("profiles"),
       Maintenance::Profile::defaultProfileFactory("default"),
       Zel::makeObject<Foreign::Rack>("rack"),

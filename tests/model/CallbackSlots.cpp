@@ -69,6 +69,15 @@ TEST(CallbackSlots, OfADirectoryOfConfiguredUnits) {
   EXPECT_EQ(endOf<Unit::ConfigDir::Notifiee>(), firstOwn + 3);
 }
 
+TEST(CallbackSlots, OfAnInput) {
+  using N = Unit::Input::NotifieeConst;
+  EXPECT_EQ(slotOf(&N::onPriority), firstOwn);
+  EXPECT_EQ(slotOf(callback<N, Zel::String8>(&N::onUnit)), firstOwn + 1);
+  EXPECT_EQ(slotOf(&N::onUnitzelImmediate), firstOwn + 2);
+  EXPECT_EQ(slotOf(callback<N>(&N::onUnit)), firstOwn + 3);
+  EXPECT_EQ(endOf<Unit::Input::Notifiee>(), firstOwn + 4);
+}
+
 TEST(CallbackSlots, OfADirectoryOfUnits) {
   using N = Unit::StatusDir::NotifieeConst;
   EXPECT_EQ(slotOf(callback<N, Zel::Name>(&N::onStatus)), firstOwn);
@@ -119,6 +128,8 @@ TEST(PendingKeys, EveryNotifieeHasOneForEachCollection) {
   expectUnused<Zel::Name>(configured->zelPendingConfig);
   const auto config = Zel::makeObject<Unit::Config::Notifiee>();
   expectUnused<Group::GroupKey>(config->zelPendingGroup);
+  const auto input = Zel::makeObject<Unit::Input::Notifiee>();
+  expectUnused<Zel::String8>(input->zelPendingUnit);
   const auto units = Zel::makeObject<Unit::StatusDir::Notifiee>();
   expectUnused<Zel::Name>(units->zelPendingStatus);
   const auto unit = Zel::makeObject<Unit::Status::Notifiee>();

@@ -98,6 +98,15 @@ public:
   void onProfileName() override { hear("onProfileName"); }
 };
 
+class InputListener : public Listener<Maintenance::Unit::Input::Notifiee> {
+public:
+  using Listener::Listener;
+  void onPriority() override { hear("onPriority"); }
+  void onUnit(Zel::String8 unitName) override { hear(joined("onUnit ", textOf(unitName))); }
+  void onUnitzelImmediate() override { hear("onUnitzelImmediate"); }
+  void onUnit() override { hear("onUnit"); }
+};
+
 class StatusDirListener : public Listener<Maintenance::Unit::StatusDir::Notifiee> {
 public:
   using Listener::Listener;

@@ -58,7 +58,7 @@ TEST(Scopes, ListTheirTypesInTheOrderOfDeclaration) {
   EXPECT_THAT(typesOf(*scope(maintenance, "Unit")),
               ElementsAre("UnitType", "InputSrc", "BuiltinUnitName", "MaintenanceStageClasses",
                           "MaintenanceStageList", "TrafficRates", "Config", "ConfigDir", "State",
-                          "Status", "StatusDir", "MaintenanceOp", "StageMgrInstKey"));
+                          "Status", "StatusDir", "Input", "MaintenanceOp", "StageMgrInstKey"));
   EXPECT_THAT(typesOf(*scope(root(), "Foreign")),
               ElementsAre("Zone", "Urgency", "SkuKey", "Dimensions", "SlotCode", "Alarm", "TourKey",
                           "Limits", "Product", "ProductDir", "Perishable", "PerishableDir", "Rack",

@@ -58,12 +58,12 @@ TEST(TypeSection, NamesTheTypesOfTheLibraryModuleByModuleFromTheLastToTheFirst) 
        {"Maintenance::Profile::DefaultProfile", "Maintenance::Profile::ConfigDir",
         "Maintenance::Profile::Config", "Maintenance::Profile::ProfileKey",
         "Maintenance::Profile::ProfileType", "Maintenance::Unit::StageMgrInstKey",
-        "Maintenance::Unit::MaintenanceOp", "Maintenance::Unit::StatusDir",
-        "Maintenance::Unit::Status", "Maintenance::Unit::State", "Maintenance::Unit::ConfigDir",
-        "Maintenance::Unit::Config", "Maintenance::Unit::TrafficRates",
-        "Maintenance::Unit::MaintenanceStageList", "Maintenance::Unit::MaintenanceStageClasses",
-        "Maintenance::Unit::BuiltinUnitName", "Maintenance::Unit::InputSrc",
-        "Maintenance::Unit::UnitType"}) {
+        "Maintenance::Unit::MaintenanceOp", "Maintenance::Unit::Input",
+        "Maintenance::Unit::StatusDir", "Maintenance::Unit::Status", "Maintenance::Unit::State",
+        "Maintenance::Unit::ConfigDir", "Maintenance::Unit::Config",
+        "Maintenance::Unit::TrafficRates", "Maintenance::Unit::MaintenanceStageList",
+        "Maintenance::Unit::MaintenanceStageClasses", "Maintenance::Unit::BuiltinUnitName",
+        "Maintenance::Unit::InputSrc", "Maintenance::Unit::UnitType"}) {
     expected.append(name).push_back('\0');
   }
   EXPECT_EQ(sections[0].bytes, expected);

@@ -21,6 +21,7 @@ TEST(TypeSection, OfTheLibraryListsItsTypesInTheirOrder) {
                         "Maintenance::Profile::ProfileType\n"
                         "Maintenance::Unit::StageMgrInstKey\n"
                         "Maintenance::Unit::MaintenanceOp\n"
+                        "Maintenance::Unit::Input\n"
                         "Maintenance::Unit::StatusDir\n"
                         "Maintenance::Unit::Status\n"
                         "Maintenance::Unit::State\n"
