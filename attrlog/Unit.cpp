@@ -24,6 +24,14 @@ Input::ZelNboAttrLogSa::~ZelNboAttrLogSa() = default;
 Input::ZelNboAttrLogSa::ZelNboAttrLogSaAdapter_::~ZelNboAttrLogSaAdapter_() = default;
 Input::ZelNboAttrLogSa::FlowOut::~FlowOut() = default;
 
+MergedInput::ZelNboAttrLogSa::~ZelNboAttrLogSa() = default;
+MergedInput::ZelNboAttrLogSa::ZelNboAttrLogSaAdapter_::~ZelNboAttrLogSaAdapter_() = default;
+MergedInput::ZelNboAttrLogSa::FlowOut::~FlowOut() = default;
+
+MergedInputDir::ZelNboAttrLogSa::~ZelNboAttrLogSa() = default;
+MergedInputDir::ZelNboAttrLogSa::ZelNboAttrLogSaAdapter_::~ZelNboAttrLogSaAdapter_() = default;
+MergedInputDir::ZelNboAttrLogSa::FlowOut::~FlowOut() = default;
+
 TrafficRates::TrafficRates(Zel::NboAttrLog::In* in, Zel::StreamBogon /*stream*/) {
   Zel::decode(*this, *in);
 }
@@ -72,3 +80,5 @@ ZEL_ADAPTER(Maintenance::Unit::ConfigDir)
 ZEL_ADAPTER(Maintenance::Unit::Status)
 ZEL_ADAPTER(Maintenance::Unit::StatusDir)
 ZEL_ADAPTER(Maintenance::Unit::Input)
+ZEL_ADAPTER(Maintenance::Unit::MergedInput)
+ZEL_ADAPTER(Maintenance::Unit::MergedInputDir)

@@ -55,6 +55,20 @@ Input::GenericIf_::GenericIf_(const Zel::Ptr<Input>& object, bool isConst)
 Input::GenericIf_::~GenericIf_() = default;
 Input::GenericIf_::GenericIf_Adapter_::~GenericIf_Adapter_() = default;
 
+MergedInput::GenericIf_::GenericIf_(const Zel::Ptr<MergedInput>& object, bool isConst)
+    : EntityGenericIf(isConst) {
+  zelAttach(this, object);
+}
+MergedInput::GenericIf_::~GenericIf_() = default;
+MergedInput::GenericIf_::GenericIf_Adapter_::~GenericIf_Adapter_() = default;
+
+MergedInputDir::GenericIf_::GenericIf_(const Zel::Ptr<MergedInputDir>& object, bool isConst)
+    : EntityGenericIf(isConst) {
+  zelAttach(this, object);
+}
+MergedInputDir::GenericIf_::~GenericIf_() = default;
+MergedInputDir::GenericIf_::GenericIf_Adapter_::~GenericIf_Adapter_() = default;
+
 } // namespace Maintenance::Unit
 
 namespace Zel {
@@ -73,5 +87,7 @@ template class ZEL_API TypeOf<Maintenance::Unit::ConfigDir>;
 template class ZEL_API TypeOf<Maintenance::Unit::Status>;
 template class ZEL_API TypeOf<Maintenance::Unit::StatusDir>;
 template class ZEL_API TypeOf<Maintenance::Unit::Input>;
+template class ZEL_API TypeOf<Maintenance::Unit::MergedInput>;
+template class ZEL_API TypeOf<Maintenance::Unit::MergedInputDir>;
 
 } // namespace Zel

@@ -166,4 +166,49 @@ protected:
   ~GenericIf_Adapter_() override;
 };
 
+class ZEL_API MergedInput::GenericIf_ : public Zel::EntityGenericIf<MergedInput> {
+public:
+  class GenericIf_Adapter_;
+  GenericIf_(const Zel::Ptr<MergedInput>& object, bool isConst);
+
+  void onPriority() { zelOnSingular(Attr::priority); }
+
+protected:
+  ~GenericIf_() override;
+};
+
+class ZEL_API MergedInput::GenericIf_::GenericIf_Adapter_
+    : public Zel::GenericAdapter<MergedInput, MergedInput::GenericIf_> {
+public:
+  using GenericAdapter::GenericAdapter;
+
+  void onPriority() override { zelForward(&GenericIf_::onPriority); }
+
+protected:
+  ~GenericIf_Adapter_() override;
+};
+
+class ZEL_API MergedInputDir::GenericIf_ : public Zel::EntityGenericIf<MergedInputDir> {
+public:
+  class GenericIf_Adapter_;
+  GenericIf_(const Zel::Ptr<MergedInputDir>& object, bool isConst);
+
+  void onUnit(Zel::Name name) { zelOnMember(Attr::unit, &name); }
+
+protected:
+  ~GenericIf_() override;
+};
+
+class ZEL_API MergedInputDir::GenericIf_::GenericIf_Adapter_
+    : public Zel::GenericAdapter<MergedInputDir, MergedInputDir::GenericIf_> {
+public:
+  using GenericAdapter::GenericAdapter;
+
+  void onUnit(Zel::Name name) override { zelForward(&GenericIf_::onUnit, name); }
+  void onUnit() override { zelForwardCollection(Attr::unit); }
+
+protected:
+  ~GenericIf_Adapter_() override;
+};
+
 } // namespace Maintenance::Unit

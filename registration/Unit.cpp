@@ -28,6 +28,8 @@ const Zel::ZelType* _fwkType_State() { return unitModule.fwkType<State>(); }
 const Zel::ZelType* Status::_fwkType() { return unitModule.fwkType<Status>(); }
 const Zel::ZelType* StatusDir::_fwkType() { return unitModule.fwkType<StatusDir>(); }
 const Zel::ZelType* Input::_fwkType() { return unitModule.fwkType<Input>(); }
+const Zel::ZelType* MergedInput::_fwkType() { return unitModule.fwkType<MergedInput>(); }
+const Zel::ZelType* MergedInputDir::_fwkType() { return unitModule.fwkType<MergedInputDir>(); }
 const Zel::ZelType* _fwkType_MaintenanceOp() { return unitModule.fwkType<MaintenanceOp>(); }
 const Zel::ZelType* StageMgrInstKey::_fwkType() { return unitModule.fwkType<StageMgrInstKey>(); }
 

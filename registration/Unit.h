@@ -6,9 +6,10 @@
 namespace Maintenance::Unit {
 
 /// The types of the module, in the order of declaration.
-using Types = Zel::TypeList<UnitType, InputSrc, BuiltinUnitName, MaintenanceStageClasses,
-                            MaintenanceStageList, TrafficRates, Config, ConfigDir, State, Status,
-                            StatusDir, Input, MaintenanceOp, StageMgrInstKey>;
+using Types =
+    Zel::TypeList<UnitType, InputSrc, BuiltinUnitName, MaintenanceStageClasses,
+                  MaintenanceStageList, TrafficRates, Config, ConfigDir, State, Status, StatusDir,
+                  Input, MergedInput, MergedInputDir, MaintenanceOp, StageMgrInstKey>;
 
 ZEL_API Zel::Module& zelModule();
 /// The module's registration procedure, see `Zel::Module::zelInit`.

@@ -177,18 +177,28 @@ TEST_F(AdapterMembers, AUnitThatIsInstantiatedSendsNothing) {
   EXPECT_EQ(sender.written(), "");
 }
 
-TEST_F(AdapterMembers, OfADirectoryOfConfiguredUnitsToo) {
+TEST_F(AdapterMembers, OfDirectoriesOfConfiguredUnitsAndMergedInputsToo) {
   namespace Unit = Maintenance::Unit;
   const auto configured = Unit::configDirFactory("c");
+  const auto merged = Unit::mergedInputDirFactory("m");
   sender.announce(configured);
+  sender.announce(merged);
   const auto configs = Zel::ptrCast<Unit::ConfigDir::ZelNboAttrLogSa>(adapterOf(configured));
+  const auto inputs = Zel::ptrCast<Unit::MergedInputDir::ZelNboAttrLogSa>(adapterOf(merged));
   configured->configIs("u");
+  merged->unitIs("u", Unit::srcCli);
   const auto config = configured->config("u");
+  const auto input = merged->unit("u");
   EXPECT_EQ(configs->configNboAttrLogAdapter(config), adapterOf(config));
-  EXPECT_EQ(configs->configNboAttrLogAdapterDel(config)->entityId(), (Zel::EntityId{4, 0}));
+  EXPECT_EQ(inputs->unitNboAttrLogAdapter(input), adapterOf(input));
+  EXPECT_EQ(configs->configNboAttrLogAdapterDel(config)->entityId(), (Zel::EntityId{6, 0}));
+  EXPECT_EQ(inputs->unitNboAttrLogAdapterDel(input)->entityId(), (Zel::EntityId{8, 0}));
   EXPECT_FALSE(configs->configNboAttrLogAdapter(config));
+  EXPECT_FALSE(inputs->unitNboAttrLogAdapter(input));
   EXPECT_TRUE(configs->configNboAttrLogAdapterIs(Flags(0x40), config, 1, sender.out(), nullptr));
-  EXPECT_EQ(adapterOf(config)->entityId(), (Zel::EntityId{6, 0}));
+  EXPECT_TRUE(inputs->unitNboAttrLogAdapterIs(Flags(0x40), input, 1, sender.out(), nullptr));
+  EXPECT_EQ(adapterOf(config)->entityId(), (Zel::EntityId{10, 0}));
+  EXPECT_EQ(adapterOf(input)->entityId(), (Zel::EntityId{12, 0}));
 }
 
 TEST_F(AdapterMembers, OfADirectoryOfUnitsToo) {

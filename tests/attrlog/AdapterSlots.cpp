@@ -113,6 +113,10 @@ TEST(AdapterSlots, ThenTheCallbacksOfConfiguredUnitsAndInputs) {
   EXPECT_EQ(slotOf(&Input::ZelNboAttrLogSa::onPriority), firstOwn);
   EXPECT_EQ(slotOf(&Input::ZelNboAttrLogSa::onUnit), firstOwn + 1);
   EXPECT_EQ(endOf<Input::ZelNboAttrLogSa>(), firstOwn + 2);
+  EXPECT_EQ(slotOf(&MergedInput::ZelNboAttrLogSa::onPriority), firstOwn);
+  EXPECT_EQ(endOf<MergedInput::ZelNboAttrLogSa>(), firstOwn + 1);
+  EXPECT_EQ(slotOf(&MergedInputDir::ZelNboAttrLogSa::onUnit), firstOwn);
+  EXPECT_EQ(endOf<MergedInputDir::ZelNboAttrLogSa>(), firstOwn + 1);
 }
 
 TEST(AdapterSlots, OfADerivedTypeThoseOfItsBaseComeFirst) {

@@ -174,6 +174,12 @@ TEST_F(DirtyKeys, OfConfiguredUnitsAndInputs) {
   EXPECT_EQ(input->zelIsUnitDirtyMap().count(), 1U);
   EXPECT_TRUE(input->zelIsUnitDirtyDel("u"));
   EXPECT_FALSE(input->hasDirtyAttributes());
+
+  const auto merged = cleanOf(mergedInputDirFactory("d"));
+  merged->zelIsUnitDirtyIs("u", true);
+  EXPECT_TRUE(merged->hasDirtyAttributes());
+  EXPECT_TRUE(merged->zelIsUnitDirtyDel("u"));
+  EXPECT_FALSE(merged->hasDirtyAttributes());
 }
 
 TEST_F(DirtyKeys, WhatConcernsNoAttributeIsOwedToo) {

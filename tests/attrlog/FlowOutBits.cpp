@@ -98,6 +98,20 @@ TEST(FlowOutBits, OfInputs) {
                                   {259, 0, true},
                                   {260, 0x4, false},
                                   {0x7fffffff, 0x4, false}});
+  expectWords(mergedInputDirFactory("d"),
+              {{0, 0, true}, {258, 0, true}, {259, 0x2, false}, {0x7fffffff, 0x2, false}});
+}
+
+TEST(FlowOutBits, AMergedInputOwesItsPriorityOnlyOnceItIsMarked) {
+  using namespace Maintenance::Unit;
+  const auto input = mergedInputFactory("u", srcCli);
+  expectWords(input, {{lowest, 0, false}, {0, 0, false}, {259, 0, false}, {0x7fffffff, 0, false}});
+  const auto flowOut = Owing<MergedInput>(input).from(0);
+  flowOut->zelDirtyBitSet0().zelIsPriorityDirtyIs(true);
+  EXPECT_EQ(flowOut->zelDirtyBitSet0().word(), 0x2U);
+  EXPECT_TRUE(flowOut->hasDirtyAttributes());
+  flowOut->zelDirtyBitSet0().zelIsPriorityDirtyIs(false);
+  EXPECT_FALSE(flowOut->hasDirtyAttributes());
 }
 
 TEST(FlowOutBits, OfAProfileThereAreNone) {

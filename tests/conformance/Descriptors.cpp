@@ -141,6 +141,22 @@ constexpr ExpectedAttr input[] = {
     {259, "unit",                   {0x1a20143, 0x1000400}, 2, "bool", "Zel::String"},
 };
 
+constexpr ExpectedArgument mergedInputArguments[] = {
+    {"name", "Zel::Name"}, {"priority", "Maintenance::Unit::InputSrc"},
+};
+constexpr ExpectedAttr mergedInput[] = {
+    {154, "zelHasAttrLogInterface", {0x22001, 0x400},      8, "bool"},
+    {258, "unitName",               {0x220001, 0x400},     0, "Zel::Name"},
+    {259, "priority",               {0x22014b, 0x1000400}, 2, "Maintenance::Unit::InputSrc"},
+    {0,   "fwkKey",                 {0x200001, 0x400},     0, "Zel::Name"},
+};
+
+constexpr ExpectedAttr mergedInputDir[] = {
+    {154, "zelHasAttrLogInterface", {0x22001, 0x400}, 8, "bool"},
+    {258, "unit", {0x9a20143, 0x11000400}, 0, "Maintenance::Unit::MergedInput", "Zel::Name",
+     "name"},
+};
+
 constexpr ExpectedAttr maintenanceOp[] = {
     {1, "value",                 {0x20001, 0x400},      0, "Maintenance::Unit::MaintenanceOp"},
     {0, "unknown",               {0x20001, 0x40200400}, 0, "Maintenance::Unit::MaintenanceOp"},
@@ -240,6 +256,10 @@ std::vector<ExpectedDescriptor> modelDescriptors() {
        nameArgument, statusDir},
       {"Maintenance::Unit::Input", "Zel::Entity", entityFlags, sizeof(Input), true, true,
        nameArgument, input},
+      {"Maintenance::Unit::MergedInput", "Zel::Entity", entityFlags, sizeof(MergedInput), true,
+       false, mergedInputArguments, mergedInput},
+      {"Maintenance::Unit::MergedInputDir", "Zel::Entity", entityFlags, sizeof(MergedInputDir),
+       true, true, nameArgument, mergedInputDir},
       {"Maintenance::Unit::MaintenanceOp", "", enumerationFlags, 4, false, false, {},
        maintenanceOp},
       {"Maintenance::Unit::StageMgrInstKey", "", valueFlags, sizeof(StageMgrInstKey), true, false,

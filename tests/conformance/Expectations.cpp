@@ -98,6 +98,16 @@ constexpr Expected input[] = {
     {259, "unit", AttrKind::keyed, 0, "Zel::String", "bool"},
 };
 
+constexpr Expected mergedInput[] = {
+    {258, "unitName", AttrKind::computed, 0, "", "Zel::Name"},
+    {259, "priority", AttrKind::singular, Zel::constructorArgument, "", "Maintenance::Unit::InputSrc"},
+    {0, "fwkKey", AttrKind::frameworkKey, 0, "", "Zel::Name"},
+};
+
+constexpr Expected mergedInputDir[] = {
+    {258, "unit", AttrKind::instantiating, 0, "Zel::Name", ""},
+};
+
 constexpr Expected skuKey[] = {
     {2, "zone", AttrKind::key, 0, "", "Foreign::Zone"},
     {3, "sku", AttrKind::key, 0, "", "Zel::String"},
@@ -245,6 +255,8 @@ constexpr ExpectedType types[] = {
     {"Maintenance::Unit::Status", TypeKind::entity, true, status},
     {"Maintenance::Unit::StatusDir", TypeKind::entity, true, statusDir},
     {"Maintenance::Unit::Input", TypeKind::entity, true, input},
+    {"Maintenance::Unit::MergedInput", TypeKind::entity, true, mergedInput},
+    {"Maintenance::Unit::MergedInputDir", TypeKind::entity, true, mergedInputDir},
     {"Foreign::SkuKey", TypeKind::value, false, skuKey},
     {"Foreign::Dimensions", TypeKind::value, false, dimensions},
     {"Foreign::SlotCode", TypeKind::value, false, slotCode},

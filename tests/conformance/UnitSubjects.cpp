@@ -55,6 +55,15 @@ class InputRecorder : public Recorder<Input> {
   void onUnit() override { hear(Input::Attr::unit); }
 };
 
+class MergedInputRecorder : public Recorder<MergedInput> {
+  void onPriority() override { hear(MergedInput::Attr::priority); }
+};
+
+class MergedInputDirRecorder : public Recorder<MergedInputDir> {
+  void onUnit(Zel::Name name) override { hear(MergedInputDir::Attr::unit, name); }
+  void onUnit() override { hear(MergedInputDir::Attr::unit); }
+};
+
 Subject statusSubject() {
   return SubjectOf<Status, StatusRecorder>("Status", [] { return statusFactory("Linecard3"); })
       .reads<&Status::unitName>(Attr::unitName, "Linecard3")
@@ -121,6 +130,15 @@ void addUnitSubjects(std::vector<Subject>& all) {
   all.push_back(SubjectOf<Input, InputRecorder>("Input", [] { return inputFactory("cli"); })
                     .reads<&Input::priority>(Input::Attr::priority, srcUnknown)
                     .looksUp<&Input::unit, &Input::unitMap>(Input::Attr::unit));
+  all.push_back(SubjectOf<MergedInput, MergedInputRecorder>(
+                    "MergedInput", [] { return mergedInputFactory("Linecard3", srcOnBoot); })
+                    .reads<&MergedInput::unitName>(MergedInput::Attr::unitName, "Linecard3")
+                    .reads<&MergedInput::priority>(MergedInput::Attr::priority, srcOnBoot)
+                    .reads<&MergedInput::fwkKey>(Zel::fwkKeyId, "Linecard3"));
+  all.push_back(
+      SubjectOf<MergedInputDir, MergedInputDirRecorder>("MergedInputDir", [] {
+        return mergedInputDirFactory("dir");
+      }).finds<&MergedInputDir::unit, &MergedInputDir::unitMap>(MergedInputDir::Attr::unit));
 }
 
 } // namespace Conformance

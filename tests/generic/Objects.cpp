@@ -173,7 +173,8 @@ class ObjectList : public testing::TestWithParam<const Zel::ZelType*> {};
 INSTANTIATE_TEST_SUITE_P(OfNamedTypes, ObjectList,
                          testing::Values(Status::_fwkType(), Unit::StatusDir::_fwkType(),
                                          Unit::Config::_fwkType(), Unit::ConfigDir::_fwkType(),
-                                         Unit::Input::_fwkType(), Profile::ConfigDir::_fwkType(),
+                                         Unit::Input::_fwkType(), Unit::MergedInputDir::_fwkType(),
+                                         Profile::ConfigDir::_fwkType(),
                                          Profile::DefaultProfile::_fwkType()),
                          [](const auto& test) {
                            return std::string(test.param->name().view()) +

@@ -209,6 +209,7 @@ std::vector<Zel::Ptr<Zel::Entity>> makeRoots() {
       Maintenance::Unit::statusDirFactory("units"),
       Maintenance::Unit::configDirFactory("configured"),
       Maintenance::Unit::inputFactory("input"),
+      Maintenance::Unit::mergedInputDirFactory("merged"),
       Maintenance::Profile::configDirFactory("profiles"),
       Maintenance::Profile::defaultProfileFactory("default"),
       Zel::makeObject<Foreign::Rack>("rack"),

@@ -78,6 +78,19 @@ TEST(CallbackSlots, OfAnInput) {
   EXPECT_EQ(endOf<Unit::Input::Notifiee>(), firstOwn + 4);
 }
 
+TEST(CallbackSlots, OfAMergedInput) {
+  EXPECT_EQ(slotOf(&Unit::MergedInput::NotifieeConst::onPriority), firstOwn);
+  EXPECT_EQ(endOf<Unit::MergedInput::Notifiee>(), firstOwn + 1);
+}
+
+TEST(CallbackSlots, OfADirectoryOfMergedInputs) {
+  using N = Unit::MergedInputDir::NotifieeConst;
+  EXPECT_EQ(slotOf(callback<N, Zel::Name>(&N::onUnit)), firstOwn);
+  EXPECT_EQ(slotOf(&N::onUnitzelImmediate), firstOwn + 1);
+  EXPECT_EQ(slotOf(callback<N>(&N::onUnit)), firstOwn + 2);
+  EXPECT_EQ(endOf<Unit::MergedInputDir::Notifiee>(), firstOwn + 3);
+}
+
 TEST(CallbackSlots, OfADirectoryOfUnits) {
   using N = Unit::StatusDir::NotifieeConst;
   EXPECT_EQ(slotOf(callback<N, Zel::Name>(&N::onStatus)), firstOwn);
@@ -130,6 +143,8 @@ TEST(PendingKeys, EveryNotifieeHasOneForEachCollection) {
   expectUnused<Group::GroupKey>(config->zelPendingGroup);
   const auto input = Zel::makeObject<Unit::Input::Notifiee>();
   expectUnused<Zel::String8>(input->zelPendingUnit);
+  const auto merged = Zel::makeObject<Unit::MergedInputDir::Notifiee>();
+  expectUnused<Zel::Name>(merged->zelPendingUnit);
   const auto units = Zel::makeObject<Unit::StatusDir::Notifiee>();
   expectUnused<Zel::Name>(units->zelPendingStatus);
   const auto unit = Zel::makeObject<Unit::Status::Notifiee>();

@@ -82,13 +82,39 @@ struct UnitConfigs {
   static void notify(Dir& dir, const Key& key) { dir.configNotify(key); }
 };
 
+struct MergedInputs {
+  using Dir = Maintenance::Unit::MergedInputDir;
+  using Member = Maintenance::Unit::MergedInput;
+  using Key = Zel::Name;
+  using Map = Dir::UnitMap;
+  using Listener = MergedInputDirListener;
+  static constexpr const char* name = "mergedInputs";
+  static constexpr const char* attribute = "unit";
+  static constexpr auto priority = Maintenance::Unit::srcOnBootCli;
+
+  static Ptr<Dir> make(const char* dirName) {
+    return Maintenance::Unit::mergedInputDirFactory(dirName);
+  }
+  static Key key(int number) { return Zel::String8(joined("k", std::to_string(number))); }
+  static Key keyOf(const Member& member) { return member.fwkKey(); }
+  static const Map& map(const Dir& dir) { return dir.unitMap(); }
+
+  static auto read(const Dir& dir, const Key& key) { return dir.unit(key); }
+  static auto add(Dir& dir, const Key& key) { return dir.newUnit(key, priority); }
+  static auto is(Dir& dir, const Key& key) { return dir.unitIs(key, priority); }
+  static auto del(Dir& dir, const Key& key) { return dir.unitDel(key); }
+  static auto del(Dir& dir, Map::Iterator& at) { return dir.unitDel(at); }
+  static void delAll(Dir& dir) { dir.unitDelAll(); }
+  static void notify(Dir& dir, const Key& key) { dir.unitNotify(key); }
+};
+
 struct DirectoryNames {
   template <class D>
   static std::string GetName(int /*index*/) {
     return D::name;
   }
 };
-using AllDirectories = testing::Types<Profiles, Units, UnitConfigs>;
+using AllDirectories = testing::Types<Profiles, Units, UnitConfigs, MergedInputs>;
 
 template <class D>
 struct Directory : testing::Test {

@@ -107,6 +107,20 @@ public:
   void onUnit() override { hear("onUnit"); }
 };
 
+class MergedInputListener : public Listener<Maintenance::Unit::MergedInput::Notifiee> {
+public:
+  using Listener::Listener;
+  void onPriority() override { hear("onPriority"); }
+};
+
+class MergedInputDirListener : public Listener<Maintenance::Unit::MergedInputDir::Notifiee> {
+public:
+  using Listener::Listener;
+  void onUnit(Zel::Name name) override { hear(joined("on ", textOf(name))); }
+  void onUnitzelImmediate() override { hear("immediate"); }
+  void onUnit() override { hear("on any"); }
+};
+
 class StatusDirListener : public Listener<Maintenance::Unit::StatusDir::Notifiee> {
 public:
   using Listener::Listener;

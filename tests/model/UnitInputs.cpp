@@ -52,4 +52,93 @@ TEST_F(UnitInput, AnyTextNamesAUnit) {
   EXPECT_EQ(input->unitMap().count(), 0U);
 }
 
+TEST(MergedUnitInput, TakesNameAndPriorityFromTheFactory) {
+  const auto merged = mergedInputFactory("System", srcOnBoot);
+  EXPECT_EQ(merged->references(), 1U);
+  EXPECT_EQ(merged->name(), "System");
+  EXPECT_EQ(merged->versionCounter(), 0U);
+  expectMoves(*merged, 0, 1, [&] { EXPECT_EQ(merged->unitName(), "System"); });
+  expectMoves(*merged, 0, 1, [&] { EXPECT_EQ(merged->fwkKey(), "System"); });
+  expectMoves(*merged, 0, 1, [&] { EXPECT_EQ(merged->priority(), srcOnBoot); });
+}
+
+TEST(MergedUnitInput, ALowerSourceTakesThePlaceOfAHigherOne) {
+  const auto merged = mergedInputFactory("System", srcCli);
+  Log log;
+  const auto hearer = listen<MergedInputListener>(merged, log);
+  for (const InputSrc source : {srcOnBootCli, srcOnBoot, srcUnknown, srcCli}) {
+    expectMoves(*merged, 1, 0, [&] { merged->priorityIs(source); });
+    EXPECT_EQ(merged->priority(), source);
+  }
+  expectMoves(*merged, 0, 0, [&] { merged->priorityIs(srcCli); });
+  EXPECT_EQ(log.size(), 4U);
+}
+
+struct MergedUnitInputs : testing::Test {
+  const Ptr<MergedInputDir> dir = mergedInputDirFactory("merged");
+  Log log;
+};
+
+TEST_F(MergedUnitInputs, AHitSetsThePriorityOnTheMemberAndStaysSilentItself) {
+  const auto hearer = listen<MergedInputDirListener>(dir, log, "dir ");
+  const auto member = dir->unitIs("a", srcCli);
+  EXPECT_EQ(member->priority(), srcCli);
+  EXPECT_EQ(log, Log({"dir on a"}));
+  EXPECT_EQ(dir->versionCounter(), 1U);
+
+  const auto memberHearer = listen<MergedInputListener>(dir->unit("a"), log, "member ");
+  const Counters counters(*member);
+  log.clear();
+  expectMoves(*dir, 1, 0, [&] { EXPECT_EQ(dir->unitIs("a", srcOnBoot), member); });
+  EXPECT_EQ(member->priority(), srcOnBoot);
+  EXPECT_EQ(counters.changes(), 1U);
+  EXPECT_EQ(log, Log({"member onPriority"}));
+}
+
+TEST_F(MergedUnitInputs, AHitWithTheSamePriorityCountsOnTheDirectoryAlone) {
+  const auto member = dir->unitIs("a", srcCli);
+  const auto hearer = listen<MergedInputListener>(dir->unit("a"), log);
+  const Counters counters(*member);
+  expectMoves(*dir, 1, 0, [&] { EXPECT_EQ(dir->unitIs("a", srcCli), member); });
+  EXPECT_EQ(counters.changes(), 0U);
+  EXPECT_EQ(log, Log());
+}
+
+TEST_F(MergedUnitInputs, TheMembersNotifieesHearBeforeTheDirectoryCounts) {
+  dir->unitIs("a", srcCli);
+  const auto hearer = listen<MergedInputListener>(dir->unit("a"), log);
+  unsigned seen = 99;
+  hearer->onCall = [&] { seen = dir->versionCounter(); };
+  dir->unitIs("a", srcOnBoot);
+  EXPECT_EQ(seen, 1U);
+  EXPECT_EQ(dir->versionCounter(), 2U);
+}
+
+TEST_F(MergedUnitInputs, AMemberThatIsDeletedWhileItIsUpdatedIsYieldedAllTheSame) {
+  dir->unitIs("a", srcCli);
+  const auto hearer = listen<MergedInputListener>(dir->unit("a"), log);
+  hearer->onCall = [&] { dir->unitDel("a"); };
+  const auto member = dir->unitIs("a", srcOnBoot);
+  EXPECT_EQ(member->priority(), srcOnBoot);
+  EXPECT_FALSE(member->parent());
+  EXPECT_FALSE(dir->unit("a"));
+  EXPECT_EQ(dir->versionCounter(), 3U);
+}
+
+TEST_F(MergedUnitInputs, AMemberMadeByTheBareOperationHasItsPriority) {
+  const auto member = dir->newUnit("a", srcOnBootCli);
+  EXPECT_EQ(member->priority(), srcOnBootCli);
+  EXPECT_EQ(member->unitName(), "a");
+  EXPECT_EQ(member->parent(), dir);
+  EXPECT_EQ(member->parentAttrId(), 258);
+  EXPECT_EQ(dir->versionCounter(), 0U);
+}
+
+TEST_F(MergedUnitInputs, AreNotFilledFromInputs) {
+  const auto input = inputFactory("cli");
+  input->priorityIs(srcCli);
+  input->unitIs("a", true);
+  EXPECT_EQ(dir->unitMap().count(), 0U);
+}
+
 } // namespace

@@ -58,7 +58,8 @@ TEST(Scopes, ListTheirTypesInTheOrderOfDeclaration) {
   EXPECT_THAT(typesOf(*scope(maintenance, "Unit")),
               ElementsAre("UnitType", "InputSrc", "BuiltinUnitName", "MaintenanceStageClasses",
                           "MaintenanceStageList", "TrafficRates", "Config", "ConfigDir", "State",
-                          "Status", "StatusDir", "Input", "MaintenanceOp", "StageMgrInstKey"));
+                          "Status", "StatusDir", "Input", "MergedInput", "MergedInputDir",
+                          "MaintenanceOp", "StageMgrInstKey"));
   EXPECT_THAT(typesOf(*scope(root(), "Foreign")),
               ElementsAre("Zone", "Urgency", "SkuKey", "Dimensions", "SlotCode", "Alarm", "TourKey",
                           "Limits", "Product", "ProductDir", "Perishable", "PerishableDir", "Rack",

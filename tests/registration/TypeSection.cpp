@@ -54,16 +54,27 @@ TEST(TypeSection, NamesTheTypesOfTheLibraryModuleByModuleFromTheLastToTheFirst) 
   const auto sections = sectionsNamed(fileOf(MAINTENANCE_MODEL_LIBRARY), ".zel.type");
   ASSERT_EQ(sections.size(), 1U);
   std::string expected;
-  for (const char* name :
-       {"Maintenance::Profile::DefaultProfile", "Maintenance::Profile::ConfigDir",
-        "Maintenance::Profile::Config", "Maintenance::Profile::ProfileKey",
-        "Maintenance::Profile::ProfileType", "Maintenance::Unit::StageMgrInstKey",
-        "Maintenance::Unit::MaintenanceOp", "Maintenance::Unit::Input",
-        "Maintenance::Unit::StatusDir", "Maintenance::Unit::Status", "Maintenance::Unit::State",
-        "Maintenance::Unit::ConfigDir", "Maintenance::Unit::Config",
-        "Maintenance::Unit::TrafficRates", "Maintenance::Unit::MaintenanceStageList",
-        "Maintenance::Unit::MaintenanceStageClasses", "Maintenance::Unit::BuiltinUnitName",
-        "Maintenance::Unit::InputSrc", "Maintenance::Unit::UnitType"}) {
+  for (const char* name : {"Maintenance::Profile::DefaultProfile",
+                           "Maintenance::Profile::ConfigDir",
+                           "Maintenance::Profile::Config",
+                           "Maintenance::Profile::ProfileKey",
+                           "Maintenance::Profile::ProfileType",
+                           "Maintenance::Unit::StageMgrInstKey",
+                           "Maintenance::Unit::MaintenanceOp",
+                           "Maintenance::Unit::MergedInputDir",
+                           "Maintenance::Unit::MergedInput",
+                           "Maintenance::Unit::Input",
+                           "Maintenance::Unit::StatusDir",
+                           "Maintenance::Unit::Status",
+                           "Maintenance::Unit::State",
+                           "Maintenance::Unit::ConfigDir",
+                           "Maintenance::Unit::Config",
+                           "Maintenance::Unit::TrafficRates",
+                           "Maintenance::Unit::MaintenanceStageList",
+                           "Maintenance::Unit::MaintenanceStageClasses",
+                           "Maintenance::Unit::BuiltinUnitName",
+                           "Maintenance::Unit::InputSrc",
+                           "Maintenance::Unit::UnitType"}) {
     expected.append(name).push_back('\0');
   }
   EXPECT_EQ(sections[0].bytes, expected);

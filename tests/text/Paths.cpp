@@ -164,6 +164,16 @@ TEST_F(Paths, OfAnyMemberLeadBack) {
   }
 }
 
+TEST_F(Paths, OfMergedInputsNameTheUnitAndNotThePriority) {
+  using namespace Maintenance::Unit;
+  const auto merged = mergedInputDirFactory("merged");
+  dir_->entityIs(merged);
+  const Ptr<Entity> input = merged->unitIs("slot/3", srcCli);
+  EXPECT_EQ(input->uriPath().text(), String8("/merged/unit/slot%2F3"));
+  EXPECT_EQ(at("/merged/unit/slot%2F3"), input);
+  EXPECT_EQ(at("/merged/slot%2F3"), input);
+}
+
 TEST_F(Paths, MayLeaveOutTheOneCollection) {
   const Ptr<Status> unit = units_->statusIs("System");
   EXPECT_EQ(at("/units/System"), unit);

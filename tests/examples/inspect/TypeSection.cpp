@@ -21,6 +21,8 @@ TEST(TypeSection, OfTheLibraryListsItsTypesInTheirOrder) {
                         "Maintenance::Profile::ProfileType\n"
                         "Maintenance::Unit::StageMgrInstKey\n"
                         "Maintenance::Unit::MaintenanceOp\n"
+                        "Maintenance::Unit::MergedInputDir\n"
+                        "Maintenance::Unit::MergedInput\n"
                         "Maintenance::Unit::Input\n"
                         "Maintenance::Unit::StatusDir\n"
                         "Maintenance::Unit::Status\n"
