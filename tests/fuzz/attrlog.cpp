@@ -53,11 +53,15 @@ struct World {
     system->groupIs(Group::GroupKey(Group::groupTypeBgp, "peers"), true);
     system->profileNameIs("fast");
     profiles->configIs({Maintenance::Profile::profileTypeBgp, "slow"});
+    configured->configIs("System")->groupIs(Group::GroupKey(Group::groupTypeBgp, "peers"), true);
+    input->unitIs("System", true);
+    merged->unitIs("System", Maintenance::Unit::srcCli);
   }
 
   std::uint64_t digest() const {
     return Zel::stateDigest(*units) ^ Zel::stateDigest(*profiles) * 3 ^
-           Zel::stateDigest(*standard) * 5;
+           Zel::stateDigest(*standard) * 5 ^ Zel::stateDigest(*configured) * 7 ^
+           Zel::stateDigest(*input) * 11 ^ Zel::stateDigest(*merged) * 13;
   }
 
   const Ptr<Maintenance::Unit::StatusDir> units = Maintenance::Unit::statusDirFactory("units");
@@ -65,6 +69,11 @@ struct World {
       Maintenance::Profile::configDirFactory("profiles");
   const Ptr<Maintenance::Profile::DefaultProfile> standard =
       Maintenance::Profile::defaultProfileFactory("standard");
+  const Ptr<Maintenance::Unit::ConfigDir> configured =
+      Maintenance::Unit::configDirFactory("configured");
+  const Ptr<Maintenance::Unit::Input> input = Maintenance::Unit::inputFactory("input");
+  const Ptr<Maintenance::Unit::MergedInputDir> merged =
+      Maintenance::Unit::mergedInputDirFactory("merged");
 };
 
 /// A connection between an exporter and a mirror, with everything mounted.
@@ -74,15 +83,20 @@ struct Link {
         there(Zel::makeObject<Connection>(Connection::End::second, "exporter", limits(),
                                           Zel::makeObject<Zel::NboAttrLog::DirMounts>(
                                               mirrors, Flags(mirrorFlags), std::size_t{8}))) {
-    for (const Ptr<Entity>& root :
-         {Ptr<Entity>(world.units), Ptr<Entity>(world.profiles), Ptr<Entity>(world.standard)}) {
-      here->demuxer()->exportIs(root, Flags(Adapter::flagRemoteReadOnly));
-    }
-    settle();
+    exportIs({world.units, world.profiles, world.standard});
+    // Later, so that the ids in the corpus stay: 12 is configured, 14 input, 16 merged.
+    exportIs({world.configured, world.input, world.merged});
   }
   ~Link() {
     here->close();
     there->close();
+  }
+
+  void exportIs(std::initializer_list<Ptr<Entity>> roots) {
+    for (const Ptr<Entity>& root : roots) {
+      here->demuxer()->exportIs(root, Flags(Adapter::flagRemoteReadOnly));
+    }
+    settle();
   }
 
   static bool feed(Connection& to, std::span<const std::uint8_t> bytes) {
