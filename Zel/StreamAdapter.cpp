@@ -200,9 +200,9 @@ void StreamAdapter::doBaseZelNboAttrLogSaMsg(AttributeId attr, DeserializationOp
     if (root_) {
       root_->walkAgain();
     }
+    static_cast<Entity::ZelNboAttrLogSa*>(this)->constructionOwe();
     if (!flowOut_ || !flowOut_->isFresh()) {
       doThis();
-      static_cast<Entity::ZelNboAttrLogSa*>(this)->constructionOwe();
     } else {
       flowOut_->walkJoin();
     }
@@ -300,6 +300,7 @@ void Entity::ZelNboAttrLogSa::onNotificationException(AttributeId attr) {
       if (adapter && adapter->hasFlag(flagImported)) {
         adapter->divergedIs();
       } else if (adapter) {
+        adapter->constructionOwe();
         adapter->doThis();
       }
     }
@@ -380,7 +381,14 @@ bool Entity::ZelNboAttrLogSa::prepareImmediateTransmission(AttributeId attr, boo
 
 void Entity::ZelNboAttrLogSa::constructionOwe() {
   for (const FlowStep& step : plan().steps) {
-    if (step.startsClean && flowOut()) {
+    if (!step.startsClean) {
+      continue;
+    }
+    if (Demuxer* const demuxer = flowOut() ? nullptr : streamDemuxer()) {
+      // Where nothing else flows, a flow that owes all owes nothing, and is not kept.
+      demuxer->createFlowOut(Ptr<StreamAdapter>(this), {}, false, attrIdFlowEnd);
+    }
+    if (flowOut()) {
       flowOut()->bitIs(step, true);
     }
   }
