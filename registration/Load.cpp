@@ -1,4 +1,5 @@
 #include <registration/Framework.h>
+#include <registration/Mapping.h>
 #include <registration/Profile.h>
 #include <registration/Unit.h>
 
@@ -14,6 +15,7 @@ public:
     Zel::frameworkLoad();
     Maintenance::Profile::zelModule().load();
     Maintenance::Unit::zelModule().load();
+    Maintenance::zelMappingModule().load();
   }
 
 private:

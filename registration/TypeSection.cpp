@@ -1,3 +1,4 @@
+#include <registration/Mapping.h>
 #include <registration/Profile.h>
 #include <registration/Unit.h>
 
@@ -31,6 +32,6 @@ consteval auto sectionOf() noexcept {
 }
 
 [[gnu::used, gnu::section(".zel.type"), gnu::aligned(sectionAlignment)]] constinit auto typeNames =
-    sectionOf<Maintenance::Profile::Types, Maintenance::Unit::Types>();
+    sectionOf<Maintenance::Profile::Types, Maintenance::Unit::Types, Maintenance::MappingTypes>();
 
 } // namespace

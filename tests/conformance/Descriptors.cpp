@@ -210,8 +210,8 @@ std::span<const Combination> combinations() { return known; }
 const std::vector<ExpectedDescriptor>& expectedDescriptors() {
   static const std::vector<ExpectedDescriptor> all = [] {
     std::vector<ExpectedDescriptor> made = modelDescriptors();
-    for (const ExpectedDescriptor& type : foreignDescriptors()) {
-      made.push_back(type);
+    for (const auto& module : {mappingDescriptors(), foreignDescriptors()}) {
+      made.insert(made.end(), module.begin(), module.end());
     }
     return made;
   }();

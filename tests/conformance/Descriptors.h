@@ -41,6 +41,7 @@ struct ExpectedDescriptor {
 /// All types of the model and the foreign model, in the order in which they are registered.
 const std::vector<ExpectedDescriptor>& expectedDescriptors();
 std::vector<ExpectedDescriptor> modelDescriptors();
+std::vector<ExpectedDescriptor> mappingDescriptors();
 std::vector<ExpectedDescriptor> foreignDescriptors();
 
 /// What every entity type begins with.

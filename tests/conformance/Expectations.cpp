@@ -1,5 +1,7 @@
 #include "Expectations.h"
 
+#include <vector>
+
 namespace Conformance {
 
 namespace {
@@ -240,7 +242,7 @@ constexpr Expected pickSet[] = {
     {131, "winner", AttrKind::computed, Zel::internal, "", "Foreign::SkuKey"},
 };
 
-constexpr ExpectedType types[] = {
+constexpr ExpectedType modelTypes[] = {
     {"Maintenance::Profile::ProfileKey", TypeKind::value, false, profileKey},
     {"Maintenance::Profile::Config", TypeKind::entity, false, profileConfig},
     {"Maintenance::Profile::ConfigDir", TypeKind::entity, true, profileConfigDir},
@@ -257,6 +259,9 @@ constexpr ExpectedType types[] = {
     {"Maintenance::Unit::Input", TypeKind::entity, true, input},
     {"Maintenance::Unit::MergedInput", TypeKind::entity, true, mergedInput},
     {"Maintenance::Unit::MergedInputDir", TypeKind::entity, true, mergedInputDir},
+};
+
+constexpr ExpectedType foreignTypes[] = {
     {"Foreign::SkuKey", TypeKind::value, false, skuKey},
     {"Foreign::Dimensions", TypeKind::value, false, dimensions},
     {"Foreign::SlotCode", TypeKind::value, false, slotCode},
@@ -282,6 +287,18 @@ constexpr ExpectedType types[] = {
 
 } // namespace
 
-std::span<const ExpectedType> expectations() { return types; }
+std::span<const ExpectedType> expectations() {
+  static const std::vector<ExpectedType> all = [] {
+    std::vector<ExpectedType> made;
+    const auto add = [&](std::span<const ExpectedType> module) {
+      made.insert(made.end(), module.begin(), module.end());
+    };
+    add(modelTypes);
+    add(mappingExpectations());
+    add(foreignTypes);
+    return made;
+  }();
+  return all;
+}
 
 } // namespace Conformance

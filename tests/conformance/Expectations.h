@@ -26,5 +26,6 @@ struct ExpectedType {
 
 /// All types, in the order of `subjects()`.
 std::span<const ExpectedType> expectations();
+std::span<const ExpectedType> mappingExpectations();
 
 } // namespace Conformance

@@ -5,6 +5,7 @@
 #include <Group/GroupKey>
 #include <Vexil/IntfId>
 #include <Zel/Format>
+#include <model/Mapping.h>
 #include <model/Profile.h>
 #include <model/Unit.h>
 
@@ -72,6 +73,9 @@ Registry makeRegistry() {
   add<BuiltinUnitName>(all, {BuiltinUnitName()});
   add<MaintenanceStageClasses>(all, {MaintenanceStageClasses()});
   add<MaintenanceStageList>(all, {MaintenanceStageList()});
+  using namespace Maintenance;
+  addEnumeration<Group::GroupType>(all);
+  addEnumeration<ProfileChangeCause>(all);
 
   using namespace Foreign;
   addEnumeration<Zone>(all);
@@ -115,6 +119,10 @@ AnyValue numberedKey(const Zel::ValueRecord& record, unsigned number) {
          using namespace Maintenance::Profile;
          return AnyValue::of(
              ProfileKey(static_cast<ProfileType>(i % 4), Zel::format("profile%u", i)));
+       }},
+      {"Maintenance::Profile::ProfileType",
+       [](unsigned i) {
+         return AnyValue::of(static_cast<Maintenance::Profile::ProfileType>(100 + i));
        }},
       {"Foreign::Zone",
        [](unsigned i) { return AnyValue::of(static_cast<Foreign::Zone>(100 + i)); }},

@@ -18,6 +18,7 @@ const std::vector<Subject>& subjects() {
     std::vector<Subject> made;
     addProfileSubjects(made);
     addUnitSubjects(made);
+    addMappingSubjects(made);
     addForeignSubjects(made);
     return made;
   }();

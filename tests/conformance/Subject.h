@@ -232,6 +232,7 @@ public:
 const std::vector<Subject>& subjects();
 void addProfileSubjects(std::vector<Subject>& all);
 void addUnitSubjects(std::vector<Subject>& all);
+void addMappingSubjects(std::vector<Subject>& all);
 void addForeignSubjects(std::vector<Subject>& all);
 
 /// One attribute of one type.

@@ -7,6 +7,7 @@
 #include <Zel/Dir>
 #include <Zel/Exception>
 #include <Zel/GenericIf>
+#include <model/Mapping.h>
 #include <model/Profile.h>
 #include <model/Unit.h>
 #include <model/Unit/Constants.h>
@@ -95,7 +96,10 @@ Zel::Ptr<Zel::Dir> makeRoots() {
   units->statusIs("");
   const auto profiles = Maintenance::Profile::configDirFactory("profiles");
   profiles->configIs({Maintenance::Profile::profileTypeBgp, "a,b"});
+  const auto groups = Maintenance::groupToUnitDirFactory("groups");
+  groups->groupToUnitIs({Group::groupTypeBgp, "a/b"});
   roots->entityIs(units);
+  roots->entityIs(groups);
   roots->entityIs(profiles);
   roots->entityIs(Maintenance::Profile::defaultProfileFactory(""));
   return roots;
@@ -149,6 +153,9 @@ constexpr void (*readers[])(const String8& text) = {
     reference<Unit::Status>,                 // V
     reference<Zel::PtrInterface>,            // W
     path,                                    // X
+    value<ProfileChangeCause>,               // Y
+    key<Profile::ProfileType>,               // Z
+    reference<GroupToUnit>,                  // [
 };
 
 } // namespace

@@ -8,6 +8,7 @@
 #include <foreign/model/Rack.h>
 
 #include <Zel/ValueBuilder>
+#include <model/Mapping.h>
 #include <model/Profile.h>
 #include <model/Unit.h>
 
@@ -212,6 +213,8 @@ std::vector<Zel::Ptr<Zel::Entity>> makeRoots() {
       Maintenance::Unit::mergedInputDirFactory("merged"),
       Maintenance::Profile::configDirFactory("profiles"),
       Maintenance::Profile::defaultProfileFactory("default"),
+      Maintenance::groupToUnitDirFactory("groups"),
+      Zel::makeObject<Maintenance::MemberToGroup>("member"),
       Zel::makeObject<Foreign::Rack>("rack"),
       Zel::makeObject<Foreign::Carrier>("carrier"),
       Zel::makeObject<Foreign::Depot>("depot"),

@@ -1,5 +1,6 @@
 #include "support/Slot.h"
 
+#include <model/Mapping.h>
 #include <model/Profile.h>
 #include <model/Unit.h>
 
@@ -126,6 +127,32 @@ TEST(CallbackSlots, OfAUnit) {
   EXPECT_EQ(endOf<Unit::Status::Notifiee>(), firstOwn + 21);
 }
 
+TEST(CallbackSlots, OfAMemberOfGroups) {
+  using N = MemberToGroup::NotifieeConst;
+  EXPECT_EQ(slotOf(callback<N, const Group::GroupKey&>(&N::onGroup)), firstOwn);
+  EXPECT_EQ(slotOf(&N::onGroupzelImmediate), firstOwn + 1);
+  EXPECT_EQ(slotOf(callback<N>(&N::onGroup)), firstOwn + 2);
+  EXPECT_EQ(slotOf(callback<N, Profile::ProfileType>(&N::onSelectedProfile)), firstOwn + 3);
+  EXPECT_EQ(slotOf(&N::onSelectedProfilezelImmediate), firstOwn + 4);
+  EXPECT_EQ(slotOf(callback<N>(&N::onSelectedProfile)), firstOwn + 5);
+  EXPECT_EQ(slotOf(&N::onProfileChangeCause), firstOwn + 6);
+  EXPECT_EQ(slotOf(&N::onPartOfDynamicUnit), firstOwn + 7);
+  EXPECT_EQ(endOf<MemberToGroup::Notifiee>(), firstOwn + 8);
+}
+
+TEST(CallbackSlots, OfAGroupOfUnitsAndItsDirectory) {
+  using N = GroupToUnit::NotifieeConst;
+  EXPECT_EQ(slotOf(callback<N, Zel::Name>(&N::onUnitName)), firstOwn);
+  EXPECT_EQ(slotOf(&N::onUnitNamezelImmediate), firstOwn + 1);
+  EXPECT_EQ(slotOf(callback<N>(&N::onUnitName)), firstOwn + 2);
+  EXPECT_EQ(endOf<GroupToUnit::Notifiee>(), firstOwn + 3);
+  using D = GroupToUnitDir::NotifieeConst;
+  EXPECT_EQ(slotOf(callback<D, const Group::GroupKey&>(&D::onGroupToUnit)), firstOwn);
+  EXPECT_EQ(slotOf(&D::onGroupToUnitzelImmediate), firstOwn + 1);
+  EXPECT_EQ(slotOf(callback<D>(&D::onGroupToUnit)), firstOwn + 2);
+  EXPECT_EQ(endOf<GroupToUnitDir::Notifiee>(), firstOwn + 3);
+}
+
 /// A place to keep a waiting key: it starts with a default key and a count of one byte, at 0.
 template <class Key>
 void expectUnused(const Zel::PendingKey<Key>& pending) {
@@ -151,6 +178,13 @@ TEST(PendingKeys, EveryNotifieeHasOneForEachCollection) {
   expectUnused<Group::GroupKey>(unit->zelPendingGroup);
   expectUnused<double>(unit->zelPendingHistory);
   expectUnused<Vexil::IntfId>(unit->zelPendingIntfsViolatingTrafficThreshold);
+  const auto member = Zel::makeObject<MemberToGroup::Notifiee>();
+  expectUnused<Group::GroupKey>(member->zelPendingGroup);
+  expectUnused<Profile::ProfileType>(member->zelPendingSelectedProfile);
+  const auto groupUnits = Zel::makeObject<GroupToUnit::Notifiee>();
+  expectUnused<Zel::Name>(groupUnits->zelPendingUnitName);
+  const auto groups = Zel::makeObject<GroupToUnitDir::Notifiee>();
+  expectUnused<Group::GroupKey>(groups->zelPendingGroupToUnit);
 }
 
 TEST(PendingKeys, StandInTheOrderOfTheIds) {

@@ -1,5 +1,6 @@
 #include "support/EnumerationCheck.h"
 
+#include <model/Mapping/ProfileChangeCause.h>
 #include <model/Profile/ProfileType.h>
 #include <model/Unit/Enumerations.h>
 
@@ -40,6 +41,14 @@ TEST(Enumerations, AStateConvertsBothWaysAndRefusesTheRest) {
                           &StateInstance, &StateInstance);
 }
 
+TEST(Enumerations, AProfileChangeCauseConvertsBothWaysAndRefusesTheRest) {
+  using Maintenance::ProfileChangeCause;
+  using Maintenance::ProfileChangeCauseInstance;
+  checkEnumeration<ProfileChangeCause>(
+      "ProfileChangeCause", {"initialCreation", "maintenanceOperation", "userConfigChange"},
+      &ProfileChangeCauseInstance, &ProfileChangeCauseInstance);
+}
+
 TEST(Enumerations, TheEnumeratorsHaveTheirNumbers) {
   EXPECT_EQ(
       std::vector<int>({profileTypeNone, profileTypeBgp, profileTypeInterface, profileTypeUnit}),
@@ -53,6 +62,9 @@ TEST(Enumerations, TheEnumeratorsHaveTheirNumbers) {
   EXPECT_EQ(std::vector<int>({init, active, maintenanceModeEnter, underMaintenance, failedEnter,
                               maintenanceModeExit, failedExit}),
             std::vector<int>({0, 1, 2, 3, 4, 5, 6}));
+  using namespace Maintenance;
+  EXPECT_EQ(std::vector<int>({initialCreation, maintenanceOperation, userConfigChange}),
+            std::vector<int>({0, 1, 2}));
 }
 
 TEST(Enumerations, TheFirstNumberBehindAStateFailsAndTheLastDoesNot) {

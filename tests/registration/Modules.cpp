@@ -2,6 +2,7 @@
 
 #include <Zel/IntrospectionReactor>
 #include <foreign/model/Perishable.h>
+#include <registration/Mapping.h>
 #include <registration/Profile.h>
 #include <registration/Unit.h>
 
@@ -57,6 +58,7 @@ TEST(Modules, AreLoadedInTheirOrderTheFrameworksFirst) {
 TEST(Modules, OfTheLibraryHaveRegisteredAndChangeNothingWhenAskedAgain) {
   EXPECT_TRUE(Maintenance::Profile::zelModule().registered());
   EXPECT_TRUE(Maintenance::Unit::zelModule().registered());
+  EXPECT_TRUE(Maintenance::zelMappingModule().registered());
   const Zel::ZelType& status = *Maintenance::Unit::Status::_fwkType();
   const auto attributes = status.attributeQ();
   const std::size_t types = Zel::ZelType::types().size();
@@ -64,6 +66,7 @@ TEST(Modules, OfTheLibraryHaveRegisteredAndChangeNothingWhenAskedAgain) {
 
   Maintenance::Profile::zelInitProfile();
   Maintenance::Unit::zelInitUnit();
+  Maintenance::zelInitMapping();
   Maintenance::Unit::zelModule().load();
 
   EXPECT_EQ(status.attributeQ(), attributes);

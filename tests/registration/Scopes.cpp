@@ -52,7 +52,8 @@ TEST(Scopes, ListTheirTypesInTheOrderOfDeclaration) {
   EXPECT_THAT(typesOf(*scope(root(), "Group")), ElementsAre("GroupType", "GroupKey"));
   EXPECT_THAT(typesOf(*scope(root(), "Vexil")), ElementsAre("IntfId"));
   const Zel::NameSpace& maintenance = *scope(root(), "Maintenance");
-  EXPECT_THAT(typesOf(maintenance), ElementsAre());
+  EXPECT_THAT(typesOf(maintenance),
+              ElementsAre("ProfileChangeCause", "MemberToGroup", "GroupToUnit", "GroupToUnitDir"));
   EXPECT_THAT(typesOf(*scope(maintenance, "Profile")),
               ElementsAre("ProfileType", "ProfileKey", "Config", "ConfigDir", "DefaultProfile"));
   EXPECT_THAT(typesOf(*scope(maintenance, "Unit")),

@@ -74,7 +74,11 @@ TEST(TypeSection, NamesTheTypesOfTheLibraryModuleByModuleFromTheLastToTheFirst) 
                            "Maintenance::Unit::MaintenanceStageClasses",
                            "Maintenance::Unit::BuiltinUnitName",
                            "Maintenance::Unit::InputSrc",
-                           "Maintenance::Unit::UnitType"}) {
+                           "Maintenance::Unit::UnitType",
+                           "Maintenance::GroupToUnitDir",
+                           "Maintenance::GroupToUnit",
+                           "Maintenance::MemberToGroup",
+                           "Maintenance::ProfileChangeCause"}) {
     expected.append(name).push_back('\0');
   }
   EXPECT_EQ(sections[0].bytes, expected);

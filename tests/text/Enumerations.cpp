@@ -6,8 +6,8 @@ using namespace TestText;
 
 template <class E>
 class EnumerationText : public testing::Test {};
-using Enumerations =
-    testing::Types<ProfileType, UnitType, MaintenanceOp, InputSrc, State, GroupType>;
+using Enumerations = testing::Types<ProfileType, UnitType, MaintenanceOp, InputSrc, State,
+                                    GroupType, ProfileChangeCause>;
 TYPED_TEST_SUITE(EnumerationText, Enumerations);
 
 template <class E>
@@ -91,6 +91,7 @@ TEST(EnumerationTexts, AreThese) {
   EXPECT_EQ(print(Maintenance::Unit::maintenanceExitAbort), "'maintenanceExitAbort'");
   EXPECT_EQ(print(Maintenance::Unit::srcOnBootCli), "'srcOnBootCli'");
   EXPECT_EQ(print(Maintenance::Unit::failedExit), "'failedExit'");
+  EXPECT_EQ(print(Maintenance::userConfigChange), "'userConfigChange'");
   EXPECT_EQ(print(Group::groupTypeBgp), "'groupTypeBgp'");
 }
 

@@ -5,6 +5,7 @@
 #include <Group/GroupKey>
 #include <Vexil/IntfId>
 #include <Zel/Text>
+#include <model/Mapping.h>
 #include <model/Profile/ProfileKey.h>
 #include <model/Unit.h>
 #include <model/Unit/Constants.h>
@@ -19,6 +20,7 @@ namespace TestText {
 
 using Group::GroupKey;
 using Group::GroupType;
+using Maintenance::ProfileChangeCause;
 using Maintenance::Profile::ProfileKey;
 using Maintenance::Profile::ProfileType;
 using Maintenance::Unit::BuiltinUnitName;

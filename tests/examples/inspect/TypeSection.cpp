@@ -34,7 +34,11 @@ TEST(TypeSection, OfTheLibraryListsItsTypesInTheirOrder) {
                         "Maintenance::Unit::MaintenanceStageClasses\n"
                         "Maintenance::Unit::BuiltinUnitName\n"
                         "Maintenance::Unit::InputSrc\n"
-                        "Maintenance::Unit::UnitType\n");
+                        "Maintenance::Unit::UnitType\n"
+                        "Maintenance::GroupToUnitDir\n"
+                        "Maintenance::GroupToUnit\n"
+                        "Maintenance::MemberToGroup\n"
+                        "Maintenance::ProfileChangeCause\n");
   EXPECT_EQ(result.err, "");
   EXPECT_EQ(result.status, 0);
 }
