@@ -16,6 +16,22 @@ GroupToUnitDir::ZelNboAttrLogSa::~ZelNboAttrLogSa() = default;
 GroupToUnitDir::ZelNboAttrLogSa::ZelNboAttrLogSaAdapter_::~ZelNboAttrLogSaAdapter_() = default;
 GroupToUnitDir::ZelNboAttrLogSa::FlowOut::~FlowOut() = default;
 
+GroupProfileSelKey::GroupProfileSelKey(Zel::NboAttrLog::In* in, Zel::StreamBogon /*stream*/) {
+  Zel::decode(*this, *in);
+}
+
+UnitProfileSelKey::UnitProfileSelKey(Zel::NboAttrLog::In* in, Zel::StreamBogon /*stream*/) {
+  Zel::decode(*this, *in);
+}
+
+void operator<<(const Zel::Ptr<Zel::NboAttrLog::Out>& out, const GroupProfileSelKey& value) {
+  Zel::encode(value, *out);
+}
+
+void operator<<(const Zel::Ptr<Zel::NboAttrLog::Out>& out, const UnitProfileSelKey& value) {
+  Zel::encode(value, *out);
+}
+
 } // namespace Maintenance
 
 ZEL_ADAPTER(Maintenance::MemberToGroup)

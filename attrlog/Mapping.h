@@ -3,7 +3,8 @@
 #include <attrlog/AdapterOf.h>
 #include <model/Mapping.h>
 
-/// The attribute log of the mappings.
+/// The attribute log of the mappings. The objects of profile selection are no entities and have
+/// none.
 namespace Maintenance {
 
 class ZEL_API MemberToGroup::ZelNboAttrLogSa : public Zel::AdapterOf<MemberToGroup> {

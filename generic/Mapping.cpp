@@ -30,6 +30,12 @@ GroupToUnitDir::GenericIf_::GenericIf_(const Zel::Ptr<GroupToUnitDir>& object, b
 GroupToUnitDir::GenericIf_::~GenericIf_() = default;
 GroupToUnitDir::GenericIf_::GenericIf_Adapter_::~GenericIf_Adapter_() = default;
 
+GroupProfileSelectionIn::GenericIf_::~GenericIf_() = default;
+GroupProfileSelectionOut::GenericIf_::~GenericIf_() = default;
+UnitProfileSelection::GenericIf_::~GenericIf_() = default;
+ProfileSelection::GenericIf_::~GenericIf_() = default;
+ProfileKeySet::GenericIf_::~GenericIf_() = default;
+
 } // namespace Maintenance
 
 namespace Zel {
@@ -38,5 +44,12 @@ template class ZEL_API TypeOf<Maintenance::ProfileChangeCause>;
 template class ZEL_API TypeOf<Maintenance::MemberToGroup>;
 template class ZEL_API TypeOf<Maintenance::GroupToUnit>;
 template class ZEL_API TypeOf<Maintenance::GroupToUnitDir>;
+template class ZEL_API TypeOf<Maintenance::GroupProfileSelKey>;
+template class ZEL_API TypeOf<Maintenance::GroupProfileSelectionIn>;
+template class ZEL_API TypeOf<Maintenance::GroupProfileSelectionOut>;
+template class ZEL_API TypeOf<Maintenance::UnitProfileSelKey>;
+template class ZEL_API TypeOf<Maintenance::UnitProfileSelection>;
+template class ZEL_API TypeOf<Maintenance::ProfileSelection>;
+template class ZEL_API TypeOf<Maintenance::ProfileKeySet>;
 
 } // namespace Zel

@@ -1,10 +1,11 @@
 #pragma once
 
+#include <generic/Object.h>
 #include <generic/Reactor.h>
 #include <generic/Value.h>
 #include <model/Mapping.h>
 
-/// The generic objects of the mappings.
+/// The generic objects of the mappings and of profile selection.
 namespace Maintenance {
 
 class ZEL_API MemberToGroup::GenericIf_ : public Zel::EntityGenericIf<MemberToGroup> {
@@ -85,6 +86,48 @@ public:
 
 protected:
   ~GenericIf_Adapter_() override;
+};
+
+class ZEL_API GroupProfileSelectionIn::GenericIf_
+    : public Zel::ObjectGenericIf<GroupProfileSelectionIn> {
+public:
+  using ObjectGenericIf::ObjectGenericIf;
+
+protected:
+  ~GenericIf_() override;
+};
+
+class ZEL_API GroupProfileSelectionOut::GenericIf_
+    : public Zel::ObjectGenericIf<GroupProfileSelectionOut> {
+public:
+  using ObjectGenericIf::ObjectGenericIf;
+
+protected:
+  ~GenericIf_() override;
+};
+
+class ZEL_API UnitProfileSelection::GenericIf_ : public Zel::ObjectGenericIf<UnitProfileSelection> {
+public:
+  using ObjectGenericIf::ObjectGenericIf;
+
+protected:
+  ~GenericIf_() override;
+};
+
+class ZEL_API ProfileSelection::GenericIf_ : public Zel::ObjectGenericIf<ProfileSelection> {
+public:
+  using ObjectGenericIf::ObjectGenericIf;
+
+protected:
+  ~GenericIf_() override;
+};
+
+class ZEL_API ProfileKeySet::GenericIf_ : public Zel::ObjectGenericIf<ProfileKeySet> {
+public:
+  using ObjectGenericIf::ObjectGenericIf;
+
+protected:
+  ~GenericIf_() override;
 };
 
 } // namespace Maintenance

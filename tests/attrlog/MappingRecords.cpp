@@ -1,5 +1,7 @@
 #include "Channel.h"
+#include "Payload.h"
 
+#include "support/Failure.h"
 #include "support/Slot.h"
 
 #include <attrlog/Mapping.h>
@@ -13,6 +15,7 @@ namespace {
 using namespace Maintenance;
 using Group::GroupKey;
 using Profile::ProfileKey;
+using Support::rangeFailure;
 using Support::slotOf;
 
 const GroupKey uplinks(Group::groupTypeInterface, "x");
@@ -137,6 +140,28 @@ TEST(GroupToUnitRecords, ARootIsMadeFromItsKeyAlone) {
   const auto mirror = Zel::ptrCast<GroupToUnit>(receiver.roots->entity(""));
   ASSERT_TRUE(mirror);
   EXPECT_EQ(mirror->key(), uplinks);
+}
+
+template <class V>
+void expectBytes(const V& value, std::string_view hex) {
+  EXPECT_EQ(payloadOf([&](const auto& out) { out << value; }), plain(hex));
+  const auto ring = ringOf(std::string(hex) + " 5a");
+  EXPECT_TRUE(V(ring.ptr(), Zel::StreamBogon{}) == value);
+  EXPECT_EQ(ring->left(), 1U);
+}
+
+TEST(SelectionKeyBytes, AreBothFieldsWithoutTheHash) {
+  expectBytes(GroupProfileSelKey(Group::groupTypeInterface, 0x01020304), "00 00 00 02 01 02 03 04");
+  expectBytes(UnitProfileSelKey("ab", userConfigChange), "00 00 00 02 61 62 00 00 00 02");
+}
+
+TEST(SelectionKeyBytes, OfAnUnknownEnumeratorAreARangeFailure) {
+  const auto group = ringOf("00 00 00 03 00 00 00 01");
+  EXPECT_EQ(rangeFailure([&] { GroupProfileSelKey(group.ptr(), Zel::StreamBogon{}); }),
+            "GroupType");
+  const auto unit = ringOf("00 00 00 01 61 00 00 00 03");
+  EXPECT_EQ(rangeFailure([&] { UnitProfileSelKey(unit.ptr(), Zel::StreamBogon{}); }),
+            "ProfileChangeCause");
 }
 
 TEST(MappingAdapters, HaveTheirCallbacksInAscendingIdBehindThoseOfAll) {

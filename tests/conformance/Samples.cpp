@@ -76,6 +76,11 @@ Registry makeRegistry() {
   using namespace Maintenance;
   addEnumeration<Group::GroupType>(all);
   addEnumeration<ProfileChangeCause>(all);
+  add<GroupProfileSelKey>(all,
+                          {GroupProfileSelKey(), GroupProfileSelKey(Group::GroupType(0), allOnes),
+                           GroupProfileSelKey(Group::GroupType(1), 0)});
+  add<UnitProfileSelKey>(all, {UnitProfileSelKey(), UnitProfileSelKey("", userConfigChange),
+                               UnitProfileSelKey("a", initialCreation)});
 
   using namespace Foreign;
   addEnumeration<Zone>(all);
@@ -123,6 +128,15 @@ AnyValue numberedKey(const Zel::ValueRecord& record, unsigned number) {
       {"Maintenance::Profile::ProfileType",
        [](unsigned i) {
          return AnyValue::of(static_cast<Maintenance::Profile::ProfileType>(100 + i));
+       }},
+      {"Maintenance::GroupProfileSelKey",
+       [](unsigned i) {
+         return AnyValue::of(Maintenance::GroupProfileSelKey(Group::GroupType(i % 3), 100 + i));
+       }},
+      {"Maintenance::UnitProfileSelKey",
+       [](unsigned i) {
+         return AnyValue::of(Maintenance::UnitProfileSelKey(
+             Zel::format("unit%u", i), static_cast<Maintenance::ProfileChangeCause>(i % 3)));
        }},
       {"Foreign::Zone",
        [](unsigned i) { return AnyValue::of(static_cast<Foreign::Zone>(100 + i)); }},

@@ -156,6 +156,8 @@ constexpr void (*readers[])(const String8& text) = {
     value<ProfileChangeCause>,               // Y
     key<Profile::ProfileType>,               // Z
     reference<GroupToUnit>,                  // [
+    value<GroupProfileSelKey>,               // backslash
+    value<UnitProfileSelKey>,                // ]
 };
 
 } // namespace

@@ -2,7 +2,7 @@
 
 #include <generic/Mapping.h>
 
-// The mappings, known by their descriptors alone.
+// The mappings and profile selection, known by their descriptors alone.
 
 namespace {
 
@@ -16,6 +16,8 @@ Handle made(const Zel::ZelType* descriptor, const Handle& list) {
 }
 
 const GroupKey peers(Group::groupTypeBgp, "peers");
+const GroupProfileSelKey request(Group::groupTypeBgp, 1);
+const UnitProfileSelKey selected("System", userConfigChange);
 
 TEST(GenericMappings, OfAMemberReachesTheMutatorsOfADerivedClass) {
   struct Counting : MemberToGroup {
@@ -72,6 +74,77 @@ TEST(GenericMappings, ADirectoryMakesItsMembersByTheirKey) {
   EXPECT_TRUE(dir->groupToUnit(peers)->unitName("System"));
   EXPECT_EQ(messageOf<Zel::TypeException>([&] { Zel::createMember(object, 258, 1U); }),
             "argument missing or of the wrong type: U32");
+}
+
+TEST(GenericSelections, AreMadeFromTheirKeys) {
+  const Handle in = made(GroupProfileSelectionIn::_fwkType(), Zel::arguments(request));
+  EXPECT_EQ(Zel::readAttribute<GroupProfileSelKey>(in, 131), request);
+  const Handle out = made(GroupProfileSelectionOut::_fwkType(), Zel::arguments(request));
+  EXPECT_EQ(Zel::readAttribute<GroupProfileSelKey>(out, 130), request);
+  const Handle unit = made(UnitProfileSelection::_fwkType(), Zel::arguments(selected));
+  EXPECT_EQ(Zel::readAttribute<UnitProfileSelKey>(unit, 130), selected);
+  EXPECT_EQ(messageOf<Zel::TypeException>(
+                [] { made(UnitProfileSelection::_fwkType(), Zel::arguments(request)); }),
+            "argument missing or of the wrong type: GroupProfileSelKey");
+}
+
+TEST(GenericSelections, WithoutArgumentsRefuseAListWithAnElement) {
+  EXPECT_TRUE(made(ProfileSelection::_fwkType(), Zel::arguments()));
+  EXPECT_TRUE(made(ProfileKeySet::_fwkType(), Zel::arguments()));
+  EXPECT_EQ(messageOf<Zel::UnknownArgException>(
+                [] { made(ProfileSelection::_fwkType(), Zel::arguments(1U)); }),
+            "too many arguments: ProfileSelection");
+  EXPECT_EQ(messageOf<Zel::UnknownArgException>(
+                [] { made(ProfileKeySet::_fwkType(), Zel::arguments(1U)); }),
+            "too many arguments: ProfileKeySet");
+}
+
+TEST(GenericSelections, AreATreeOfObjects) {
+  const auto all = profileSelectionFactory();
+  const Handle unit = Zel::createMember(Zel::generic(all), 130, selected);
+  const Handle in = Zel::createMember(unit, 134, request);
+  Zel::createMember(unit, 135, request);
+  Zel::writeAttribute(in, 130, true);
+  Zel::setMember(in, 132, "peers", true);
+  Zel::writeAttribute(unit, 131, 7U);
+  const auto typed = all->unitProfileSelection(selected);
+  EXPECT_EQ(typed->genId(), 7U);
+  EXPECT_TRUE(typed->groupProfileSelectionIn(request)->trigger());
+  EXPECT_TRUE(typed->groupProfileSelectionIn(request)->groupName("peers"));
+  EXPECT_TRUE(typed->groupProfileSelectionOut(request));
+  for (const Zel::AttributeId members : {134, 135}) {
+    EXPECT_EQ(messageOf<Zel::TypeException>([&] { Zel::readMember(unit, members, nullptr); }),
+              "argument missing or of the wrong type: groupProfileSelKey");
+  }
+}
+
+TEST(GenericProfileKeySet, TheWinnerIsWorkedOutAtEachReadAndNeverWritten) {
+  const auto set = profileKeySetFactory();
+  const Handle object = Zel::generic(set);
+  const ProfileKey a(Profile::profileTypeUnit, "a");
+  const ProfileKey b(Profile::profileTypeBgp, "b");
+  Zel::setMember(object, 130, b, false);
+  Zel::setMember(object, 130, a, true);
+  EXPECT_EQ(Zel::readAttribute<ProfileKey>(object, 131), b);
+  Zel::deleteMember(object, 130, b);
+  EXPECT_EQ(Zel::readAttribute<ProfileKey>(object, 131), a);
+  EXPECT_EQ(messageOf<Zel::OpNotSupportedException>([&] { Zel::writeAttribute(object, 131, b); }),
+            "operation 128 not supported on winningProfile");
+}
+
+TEST(GenericProfileKeySet, IsNoEntity) {
+  const Handle object = Zel::generic(profileKeySetFactory());
+  const Ptr<const Zel::ZelType> entity(Zel::Entity::_fwkType());
+  EXPECT_EQ(messageOf<Zel::TypeException>([&] { object->voidPtrIs(entity); }),
+            "argument missing or of the wrong type: ProfileKeySet");
+}
+
+TEST(GenericSelectionKeys, TellTheirHashWhichNobodySets) {
+  const Handle key = writable(request);
+  EXPECT_EQ(Zel::readAttribute<unsigned>(key, 4), request.hash());
+  EXPECT_EQ(messageOf<Zel::OpNotSupportedException>([&] { Zel::writeAttribute(key, 4, 1U); }),
+            "operation 128 not supported on hash");
+  EXPECT_EQ(Zel::readAttribute<unsigned>(writable(selected), 4), selected.hash());
 }
 
 } // namespace

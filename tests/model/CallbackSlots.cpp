@@ -153,6 +153,39 @@ TEST(CallbackSlots, OfAGroupOfUnitsAndItsDirectory) {
   EXPECT_EQ(endOf<GroupToUnitDir::Notifiee>(), firstOwn + 3);
 }
 
+// An object that is no entity has nothing to tell of a parent or a version.
+constexpr std::ptrdiff_t firstOfObject = firstOwn - 2;
+
+TEST(CallbackSlots, OfWhatGoesIntoASelection) {
+  using N = GroupProfileSelectionIn::NotifieeConst;
+  EXPECT_EQ(slotOf(&N::onTrigger), firstOfObject);
+  EXPECT_EQ(slotOf(callback<N, Zel::String8>(&N::onGroupName)), firstOfObject + 1);
+  EXPECT_EQ(slotOf(&N::onGroupNamezelImmediate), firstOfObject + 2);
+  EXPECT_EQ(slotOf(callback<N>(&N::onGroupName)), firstOfObject + 3);
+  EXPECT_EQ(endOf<GroupProfileSelectionIn::Notifiee>(), firstOfObject + 4);
+}
+
+TEST(CallbackSlots, OfASelectionForAUnitAndOfAll) {
+  using N = UnitProfileSelection::NotifieeConst;
+  using Key = const GroupProfileSelKey&;
+  EXPECT_EQ(slotOf(&N::onGenId), firstOfObject);
+  EXPECT_EQ(slotOf(&N::onComplete), firstOfObject + 1);
+  EXPECT_EQ(slotOf(&N::onConsiderUnitState), firstOfObject + 2);
+  EXPECT_EQ(slotOf(callback<N, Key>(&N::onGroupProfileSelectionIn)), firstOfObject + 3);
+  EXPECT_EQ(slotOf(&N::onGroupProfileSelectionInzelImmediate), firstOfObject + 4);
+  EXPECT_EQ(slotOf(callback<N>(&N::onGroupProfileSelectionIn)), firstOfObject + 5);
+  EXPECT_EQ(slotOf(callback<N, Key>(&N::onGroupProfileSelectionOut)), firstOfObject + 6);
+  EXPECT_EQ(slotOf(&N::onGroupProfileSelectionOutzelImmediate), firstOfObject + 7);
+  EXPECT_EQ(slotOf(callback<N>(&N::onGroupProfileSelectionOut)), firstOfObject + 8);
+  EXPECT_EQ(endOf<UnitProfileSelection::Notifiee>(), firstOfObject + 9);
+  using S = ProfileSelection::NotifieeConst;
+  EXPECT_EQ(slotOf(callback<S, const UnitProfileSelKey&>(&S::onUnitProfileSelection)),
+            firstOfObject);
+  EXPECT_EQ(slotOf(&S::onUnitProfileSelectionzelImmediate), firstOfObject + 1);
+  EXPECT_EQ(slotOf(callback<S>(&S::onUnitProfileSelection)), firstOfObject + 2);
+  EXPECT_EQ(endOf<ProfileSelection::Notifiee>(), firstOfObject + 3);
+}
+
 /// A place to keep a waiting key: it starts with a default key and a count of one byte, at 0.
 template <class Key>
 void expectUnused(const Zel::PendingKey<Key>& pending) {
@@ -185,6 +218,13 @@ TEST(PendingKeys, EveryNotifieeHasOneForEachCollection) {
   expectUnused<Zel::Name>(groupUnits->zelPendingUnitName);
   const auto groups = Zel::makeObject<GroupToUnitDir::Notifiee>();
   expectUnused<Group::GroupKey>(groups->zelPendingGroupToUnit);
+  const auto in = Zel::makeObject<GroupProfileSelectionIn::Notifiee>();
+  expectUnused<Zel::String8>(in->zelPendingGroupName);
+  const auto selection = Zel::makeObject<UnitProfileSelection::Notifiee>();
+  expectUnused<GroupProfileSelKey>(selection->zelPendingGroupProfileSelectionIn);
+  expectUnused<GroupProfileSelKey>(selection->zelPendingGroupProfileSelectionOut);
+  const auto all = Zel::makeObject<ProfileSelection::Notifiee>();
+  expectUnused<UnitProfileSelKey>(all->zelPendingUnitProfileSelection);
 }
 
 TEST(PendingKeys, StandInTheOrderOfTheIds) {

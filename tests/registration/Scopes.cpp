@@ -53,7 +53,10 @@ TEST(Scopes, ListTheirTypesInTheOrderOfDeclaration) {
   EXPECT_THAT(typesOf(*scope(root(), "Vexil")), ElementsAre("IntfId"));
   const Zel::NameSpace& maintenance = *scope(root(), "Maintenance");
   EXPECT_THAT(typesOf(maintenance),
-              ElementsAre("ProfileChangeCause", "MemberToGroup", "GroupToUnit", "GroupToUnitDir"));
+              ElementsAre("ProfileChangeCause", "MemberToGroup", "GroupToUnit", "GroupToUnitDir",
+                          "GroupProfileSelKey", "GroupProfileSelectionIn",
+                          "GroupProfileSelectionOut", "UnitProfileSelKey", "UnitProfileSelection",
+                          "ProfileSelection", "ProfileKeySet"));
   EXPECT_THAT(typesOf(*scope(maintenance, "Profile")),
               ElementsAre("ProfileType", "ProfileKey", "Config", "ConfigDir", "DefaultProfile"));
   EXPECT_THAT(typesOf(*scope(maintenance, "Unit")),

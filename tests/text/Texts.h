@@ -20,7 +20,9 @@ namespace TestText {
 
 using Group::GroupKey;
 using Group::GroupType;
+using Maintenance::GroupProfileSelKey;
 using Maintenance::ProfileChangeCause;
+using Maintenance::UnitProfileSelKey;
 using Maintenance::Profile::ProfileKey;
 using Maintenance::Profile::ProfileType;
 using Maintenance::Unit::BuiltinUnitName;
@@ -122,6 +124,16 @@ inline StageMgrInstKey randomValue<StageMgrInstKey>(Random& random) {
   key.unitNameIs(randomString(random));
   key.genIdIs(static_cast<unsigned>(randomNumber(random)));
   return key;
+}
+
+template <>
+inline GroupProfileSelKey randomValue<GroupProfileSelKey>(Random& random) {
+  return {randomValue<GroupType>(random), static_cast<unsigned>(randomNumber(random))};
+}
+
+template <>
+inline UnitProfileSelKey randomValue<UnitProfileSelKey>(Random& random) {
+  return {randomString(random), randomValue<ProfileChangeCause>(random)};
 }
 
 template <>
