@@ -1,4 +1,7 @@
 #include <registration/Framework.h>
+#include <registration/MaintenanceAgentInfo.h>
+#include <registration/MaintenanceGroup.h>
+#include <registration/MaintenanceUnitProfile.h>
 #include <registration/Mapping.h>
 #include <registration/Profile.h>
 #include <registration/Unit.h>
@@ -16,6 +19,9 @@ public:
     Maintenance::Profile::zelModule().load();
     Maintenance::Unit::zelModule().load();
     Maintenance::zelMappingModule().load();
+    Maintenance::MaintenanceGroup::zelModule().load();
+    MaintenanceUnitProfile::zelModule().load();
+    Maintenance::zelModuleMaintenanceAgentInfo().load();
   }
 
 private:

@@ -1,3 +1,6 @@
+#include <registration/MaintenanceAgentInfo.h>
+#include <registration/MaintenanceGroup.h>
+#include <registration/MaintenanceUnitProfile.h>
 #include <registration/Mapping.h>
 #include <registration/Profile.h>
 #include <registration/Unit.h>
@@ -32,6 +35,8 @@ consteval auto sectionOf() noexcept {
 }
 
 [[gnu::used, gnu::section(".zel.type"), gnu::aligned(sectionAlignment)]] constinit auto typeNames =
-    sectionOf<Maintenance::Profile::Types, Maintenance::Unit::Types, Maintenance::MappingTypes>();
+    sectionOf<Maintenance::Profile::Types, Maintenance::Unit::Types, Maintenance::MappingTypes,
+              Maintenance::MaintenanceGroup::Types, MaintenanceUnitProfile::Types,
+              Maintenance::MaintenanceAgentInfoTypes>();
 
 } // namespace

@@ -210,7 +210,9 @@ std::span<const Combination> combinations() { return known; }
 const std::vector<ExpectedDescriptor>& expectedDescriptors() {
   static const std::vector<ExpectedDescriptor> all = [] {
     std::vector<ExpectedDescriptor> made = modelDescriptors();
-    for (const auto& module : {mappingDescriptors(), foreignDescriptors()}) {
+    for (const auto& module :
+         {mappingDescriptors(), maintenanceGroupDescriptors(), maintenanceUnitProfileDescriptors(),
+          maintenanceAgentInfoDescriptors(), foreignDescriptors()}) {
       made.insert(made.end(), module.begin(), module.end());
     }
     return made;

@@ -42,6 +42,9 @@ struct ExpectedDescriptor {
 const std::vector<ExpectedDescriptor>& expectedDescriptors();
 std::vector<ExpectedDescriptor> modelDescriptors();
 std::vector<ExpectedDescriptor> mappingDescriptors();
+std::vector<ExpectedDescriptor> maintenanceGroupDescriptors();
+std::vector<ExpectedDescriptor> maintenanceUnitProfileDescriptors();
+std::vector<ExpectedDescriptor> maintenanceAgentInfoDescriptors();
 std::vector<ExpectedDescriptor> foreignDescriptors();
 
 /// What every entity type begins with.

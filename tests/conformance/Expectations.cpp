@@ -295,6 +295,9 @@ std::span<const ExpectedType> expectations() {
     };
     add(modelTypes);
     add(mappingExpectations());
+    add(maintenanceGroupExpectations());
+    add(maintenanceUnitProfileExpectations());
+    add(maintenanceAgentInfoExpectations());
     add(foreignTypes);
     return made;
   }();

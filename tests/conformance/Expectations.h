@@ -27,5 +27,8 @@ struct ExpectedType {
 /// All types, in the order of `subjects()`.
 std::span<const ExpectedType> expectations();
 std::span<const ExpectedType> mappingExpectations();
+std::span<const ExpectedType> maintenanceGroupExpectations();
+std::span<const ExpectedType> maintenanceUnitProfileExpectations();
+std::span<const ExpectedType> maintenanceAgentInfoExpectations();
 
 } // namespace Conformance

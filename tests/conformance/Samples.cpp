@@ -5,6 +5,7 @@
 #include <Group/GroupKey>
 #include <Vexil/IntfId>
 #include <Zel/Format>
+#include <model/MaintenanceAgentInfo.h>
 #include <model/Mapping.h>
 #include <model/Profile.h>
 #include <model/Unit.h>
@@ -81,6 +82,10 @@ Registry makeRegistry() {
                            GroupProfileSelKey(Group::GroupType(1), 0)});
   add<UnitProfileSelKey>(all, {UnitProfileSelKey(), UnitProfileSelKey("", userConfigChange),
                                UnitProfileSelKey("a", initialCreation)});
+  using Noted = Maintenance::OnBootUnitAndReason;
+  add<Noted>(all,
+             {Noted(), Noted("", srcCli), Noted("Linecard3", srcOnBoot), Noted("Linecard3", srcCli),
+              Noted("System", srcOnBoot), Noted("System", srcOnBootCli)});
 
   using namespace Foreign;
   addEnumeration<Zone>(all);

@@ -19,6 +19,9 @@ const std::vector<Subject>& subjects() {
     addProfileSubjects(made);
     addUnitSubjects(made);
     addMappingSubjects(made);
+    addMaintenanceGroupSubjects(made);
+    addMaintenanceUnitProfileSubjects(made);
+    addMaintenanceAgentInfoSubjects(made);
     addForeignSubjects(made);
     return made;
   }();

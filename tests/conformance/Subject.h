@@ -233,6 +233,9 @@ const std::vector<Subject>& subjects();
 void addProfileSubjects(std::vector<Subject>& all);
 void addUnitSubjects(std::vector<Subject>& all);
 void addMappingSubjects(std::vector<Subject>& all);
+void addMaintenanceGroupSubjects(std::vector<Subject>& all);
+void addMaintenanceUnitProfileSubjects(std::vector<Subject>& all);
+void addMaintenanceAgentInfoSubjects(std::vector<Subject>& all);
 void addForeignSubjects(std::vector<Subject>& all);
 
 /// One attribute of one type.

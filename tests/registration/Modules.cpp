@@ -2,6 +2,9 @@
 
 #include <Zel/IntrospectionReactor>
 #include <foreign/model/Perishable.h>
+#include <registration/MaintenanceAgentInfo.h>
+#include <registration/MaintenanceGroup.h>
+#include <registration/MaintenanceUnitProfile.h>
 #include <registration/Mapping.h>
 #include <registration/Profile.h>
 #include <registration/Unit.h>
@@ -59,6 +62,9 @@ TEST(Modules, OfTheLibraryHaveRegisteredAndChangeNothingWhenAskedAgain) {
   EXPECT_TRUE(Maintenance::Profile::zelModule().registered());
   EXPECT_TRUE(Maintenance::Unit::zelModule().registered());
   EXPECT_TRUE(Maintenance::zelMappingModule().registered());
+  EXPECT_TRUE(Maintenance::MaintenanceGroup::zelModule().registered());
+  EXPECT_TRUE(MaintenanceUnitProfile::zelModule().registered());
+  EXPECT_TRUE(Maintenance::zelModuleMaintenanceAgentInfo().registered());
   const Zel::ZelType& status = *Maintenance::Unit::Status::_fwkType();
   const auto attributes = status.attributeQ();
   const std::size_t types = Zel::ZelType::types().size();
@@ -67,6 +73,9 @@ TEST(Modules, OfTheLibraryHaveRegisteredAndChangeNothingWhenAskedAgain) {
   Maintenance::Profile::zelInitProfile();
   Maintenance::Unit::zelInitUnit();
   Maintenance::zelInitMapping();
+  Maintenance::MaintenanceGroup::zelInitMaintenanceGroup();
+  MaintenanceUnitProfile::zelInitMaintenanceUnitProfile();
+  Maintenance::zelInitMaintenanceAgentInfo();
   Maintenance::Unit::zelModule().load();
 
   EXPECT_EQ(status.attributeQ(), attributes);

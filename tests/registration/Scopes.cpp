@@ -38,10 +38,13 @@ std::vector<std::string_view> typesOf(const Zel::NameSpace& names) {
 TEST(Scopes, AreListedInTheOrderOfTheModulesThatOpenedThem) {
   EXPECT_EQ(root().name(), "");
   std::vector<std::string_view> atLoad = scopesOf(root());
-  ASSERT_GE(atLoad.size(), 5U);
-  atLoad.resize(5); // tests open others
-  EXPECT_THAT(atLoad, ElementsAre("Zel", "Group", "Vexil", "Maintenance", "Foreign"));
-  EXPECT_THAT(scopesOf(*scope(root(), "Maintenance")), ElementsAre("Profile", "Unit"));
+  ASSERT_GE(atLoad.size(), 6U);
+  atLoad.resize(6); // tests open others
+  EXPECT_THAT(atLoad, ElementsAre("Zel", "Group", "Vexil", "Maintenance", "MaintenanceUnitProfile",
+                                  "Foreign"));
+  EXPECT_THAT(scopesOf(*scope(root(), "Maintenance")),
+              ElementsAre("Profile", "Unit", "MaintenanceGroup"));
+  EXPECT_TRUE(scopesOf(*scope(root(), "MaintenanceUnitProfile")).empty());
   EXPECT_TRUE(scopesOf(*scope(root(), "Foreign")).empty());
 }
 
@@ -56,7 +59,7 @@ TEST(Scopes, ListTheirTypesInTheOrderOfDeclaration) {
               ElementsAre("ProfileChangeCause", "MemberToGroup", "GroupToUnit", "GroupToUnitDir",
                           "GroupProfileSelKey", "GroupProfileSelectionIn",
                           "GroupProfileSelectionOut", "UnitProfileSelKey", "UnitProfileSelection",
-                          "ProfileSelection", "ProfileKeySet"));
+                          "ProfileSelection", "ProfileKeySet", "OnBootUnitAndReason", "AgentInfo"));
   EXPECT_THAT(typesOf(*scope(maintenance, "Profile")),
               ElementsAre("ProfileType", "ProfileKey", "Config", "ConfigDir", "DefaultProfile"));
   EXPECT_THAT(typesOf(*scope(maintenance, "Unit")),
@@ -64,6 +67,9 @@ TEST(Scopes, ListTheirTypesInTheOrderOfDeclaration) {
                           "MaintenanceStageList", "TrafficRates", "Config", "ConfigDir", "State",
                           "Status", "StatusDir", "Input", "MergedInput", "MergedInputDir",
                           "MaintenanceOp", "StageMgrInstKey"));
+  EXPECT_THAT(typesOf(*scope(maintenance, "MaintenanceGroup")), ElementsAre("Config", "ConfigDir"));
+  EXPECT_THAT(typesOf(*scope(root(), "MaintenanceUnitProfile")),
+              ElementsAre("Config", "ConfigDir"));
   EXPECT_THAT(typesOf(*scope(root(), "Foreign")),
               ElementsAre("Zone", "Urgency", "SkuKey", "Dimensions", "SlotCode", "Alarm", "TourKey",
                           "Limits", "Product", "ProductDir", "Perishable", "PerishableDir", "Rack",

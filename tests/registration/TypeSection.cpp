@@ -85,7 +85,13 @@ TEST(TypeSection, NamesTheTypesOfTheLibraryModuleByModuleFromTheLastToTheFirst) 
                            "Maintenance::GroupToUnitDir",
                            "Maintenance::GroupToUnit",
                            "Maintenance::MemberToGroup",
-                           "Maintenance::ProfileChangeCause"}) {
+                           "Maintenance::ProfileChangeCause",
+                           "Maintenance::MaintenanceGroup::ConfigDir",
+                           "Maintenance::MaintenanceGroup::Config",
+                           "MaintenanceUnitProfile::ConfigDir",
+                           "MaintenanceUnitProfile::Config",
+                           "Maintenance::AgentInfo",
+                           "Maintenance::OnBootUnitAndReason"}) {
     expected.append(name).push_back('\0');
   }
   EXPECT_EQ(sections[0].bytes, expected);

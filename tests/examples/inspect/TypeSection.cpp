@@ -45,7 +45,13 @@ TEST(TypeSection, OfTheLibraryListsItsTypesInTheirOrder) {
                         "Maintenance::GroupToUnitDir\n"
                         "Maintenance::GroupToUnit\n"
                         "Maintenance::MemberToGroup\n"
-                        "Maintenance::ProfileChangeCause\n");
+                        "Maintenance::ProfileChangeCause\n"
+                        "Maintenance::MaintenanceGroup::ConfigDir\n"
+                        "Maintenance::MaintenanceGroup::Config\n"
+                        "MaintenanceUnitProfile::ConfigDir\n"
+                        "MaintenanceUnitProfile::Config\n"
+                        "Maintenance::AgentInfo\n"
+                        "Maintenance::OnBootUnitAndReason\n");
   EXPECT_EQ(result.err, "");
   EXPECT_EQ(result.status, 0);
 }

@@ -11,8 +11,8 @@ Result inspect(const std::string& arguments) { return shell("'" INSPECT_PROGRAM 
 
 TEST(Types, ListsTheScopesThatHaveTypes) {
   const Result result = inspect("--scopes");
-  EXPECT_EQ(result.out,
-            "Zel\nGroup\nVexil\nMaintenance\nMaintenance::Profile\nMaintenance::Unit\n");
+  EXPECT_EQ(result.out, "Zel\nGroup\nVexil\nMaintenance\nMaintenance::Profile\nMaintenance::Unit\n"
+                        "Maintenance::MaintenanceGroup\nMaintenanceUnitProfile\n");
   EXPECT_EQ(result.status, 0);
 }
 

@@ -1,0 +1,77 @@
+#include <model/MaintenanceUnitProfile/ConfigDir.h>
+
+namespace MaintenanceUnitProfile {
+
+namespace {
+
+using Attr = ConfigDir::Attr;
+using Callbacks = ConfigDir::NotifieeConst;
+using Row = Zel::Rows<ConfigDir>;
+
+constexpr Zel::AttrRow rows[] = {
+    Row::Collection<ConfigDir::ConfigMap, &ConfigDir::configMap>::Of<>::instantiating<
+        &ConfigDir::config, &ConfigDir::configIs, &ConfigDir::configDel, &ConfigDir::configDelAll,
+        &ConfigDir::configNotify, Callbacks, &Callbacks::onConfig, &Callbacks::onConfig,
+        &Callbacks::zelPendingConfig>(Attr::config, "config"),
+};
+static_assert(Zel::rowsAreInOrder(rows, Zel::firstEntityAttributeId));
+
+constexpr Zel::TypeTable table = Zel::tableOf<ConfigDir, Zel::Name>(rows);
+
+} // namespace
+
+const Zel::TypeTable& ConfigDir::zelTable() { return table; }
+
+ConfigDir::ConfigDir(Zel::Name name) : AttrLogEntity(std::move(name)) {}
+
+ConfigDir::~ConfigDir() {
+  Zel::directoryTearDown(notifiees_, [this] { configDelAll(); });
+}
+
+void ConfigDir::zeroReferencesIs(bool /*zero*/) { Zel::notifyZeroReferences(*this); }
+
+Zel::String8 ConfigDir::attributeString(Zel::AttributeId id) const {
+  return Zel::attributeString(table, id, [&] { return Entity::attributeString(id); });
+}
+
+Zel::Ptr<Config> ConfigDir::config(Zel::String8 profileName) const {
+  return Zel::memberRead(*this, config_, profileName);
+}
+
+Zel::Ptr<Config> ConfigDir::newConfig(Zel::String8 profileName) {
+  return Zel::memberNew(*this, Attr::config, config_, Zel::makeObject<Config>(profileName));
+}
+
+Zel::ValidPtr<Config> ConfigDir::configIs(Zel::String8 profileName) {
+  return Zel::memberIs<&ConfigDir::configNotify>(*this, config_, profileName,
+                                                 [&] { return newConfig(profileName); });
+}
+
+Zel::Ptr<Config> ConfigDir::configDel(Zel::String8 profileName) {
+  return Zel::memberDel<&ConfigDir::configNotify>(*this, config_, profileName);
+}
+
+Zel::Ptr<Config> ConfigDir::configDel(ConfigMap::Iterator& at) {
+  return Zel::memberDel<&ConfigDir::configNotify>(*this, config_, at);
+}
+
+void ConfigDir::configDelAll() {
+  Zel::collectionDelAll(*this, config_, [this](ConfigMap::Iterator& at) { configDel(at); });
+}
+
+void ConfigDir::configNotify(Zel::String8 profileName) {
+  Zel::notifyOwner(*this, Attr::config,
+                   [&](NotifieeConst& notifiee) { notifiee.onConfig(profileName); });
+}
+
+ConfigDir::NotifieeConst::~NotifieeConst() = default;
+void ConfigDir::NotifieeConst::onConfig(Zel::String8 /*profileName*/) {}
+void ConfigDir::NotifieeConst::onConfigzelImmediate() {}
+void ConfigDir::NotifieeConst::onConfig() {}
+ConfigDir::Notifiee::~Notifiee() = default;
+
+Zel::Ptr<ConfigDir> configDirFactory(Zel::Name name) {
+  return Zel::makeObject<ConfigDir>(std::move(name));
+}
+
+} // namespace MaintenanceUnitProfile
