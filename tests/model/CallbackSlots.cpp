@@ -1,5 +1,8 @@
 #include "support/Slot.h"
 
+#include <model/MaintenanceAgentInfo.h>
+#include <model/MaintenanceGroup.h>
+#include <model/MaintenanceUnitProfile.h>
 #include <model/Mapping.h>
 #include <model/Profile.h>
 #include <model/Unit.h>
@@ -186,6 +189,49 @@ TEST(CallbackSlots, OfASelectionForAUnitAndOfAll) {
   EXPECT_EQ(endOf<ProfileSelection::Notifiee>(), firstOfObject + 3);
 }
 
+TEST(CallbackSlots, OfAGroup) {
+  using N = MaintenanceGroup::Config::NotifieeConst;
+  EXPECT_EQ(slotOf(callback<N, const Profile::ProfileKey&>(&N::onProfile)), firstOwn);
+  EXPECT_EQ(slotOf(&N::onProfilezelImmediate), firstOwn + 1);
+  EXPECT_EQ(slotOf(callback<N>(&N::onProfile)), firstOwn + 2);
+  EXPECT_EQ(endOf<MaintenanceGroup::Config::Notifiee>(), firstOwn + 3);
+}
+
+TEST(CallbackSlots, OfADirectoryOfGroups) {
+  using N = MaintenanceGroup::ConfigDir::NotifieeConst;
+  EXPECT_EQ(slotOf(callback<N, const Group::GroupKey&>(&N::onMaintenanceGroup)), firstOwn);
+  EXPECT_EQ(slotOf(&N::onMaintenanceGroupzelImmediate), firstOwn + 1);
+  EXPECT_EQ(slotOf(callback<N>(&N::onMaintenanceGroup)), firstOwn + 2);
+  EXPECT_EQ(endOf<MaintenanceGroup::ConfigDir::Notifiee>(), firstOwn + 3);
+}
+
+TEST(CallbackSlots, OfAUnitProfileBehindThoseOfItsBaseWhichHasNone) {
+  using N = MaintenanceUnitProfile::Config::NotifieeConst;
+  EXPECT_EQ(slotOf(&N::onOnBootDuration), firstOwn);
+  EXPECT_EQ(slotOf(&N::onOnBootEnabled), firstOwn + 1);
+  EXPECT_EQ(endOf<MaintenanceUnitProfile::Config::Notifiee>(), firstOwn + 2);
+}
+
+TEST(CallbackSlots, OfADirectoryOfUnitProfiles) {
+  using N = MaintenanceUnitProfile::ConfigDir::NotifieeConst;
+  EXPECT_EQ(slotOf(callback<N, Zel::String8>(&N::onConfig)), firstOwn);
+  EXPECT_EQ(slotOf(&N::onConfigzelImmediate), firstOwn + 1);
+  EXPECT_EQ(slotOf(callback<N>(&N::onConfig)), firstOwn + 2);
+  EXPECT_EQ(endOf<MaintenanceUnitProfile::ConfigDir::Notifiee>(), firstOwn + 3);
+}
+
+TEST(CallbackSlots, OfTheAgentsInformation) {
+  using N = AgentInfo::NotifieeConst;
+  EXPECT_EQ(slotOf(&N::onAgentPid), firstOwn);
+  EXPECT_EQ(slotOf(&N::onRestartCount), firstOwn + 1);
+  EXPECT_EQ(slotOf(&N::onOnBoot), firstOwn + 2);
+  EXPECT_EQ(slotOf(callback<N, Zel::String8>(&N::onOnBootMaintEnter)), firstOwn + 3);
+  EXPECT_EQ(slotOf(&N::onOnBootMaintEnterzelImmediate), firstOwn + 4);
+  EXPECT_EQ(slotOf(callback<N>(&N::onOnBootMaintEnter)), firstOwn + 5);
+  EXPECT_EQ(slotOf(&N::onReady), firstOwn + 6);
+  EXPECT_EQ(endOf<AgentInfo::Notifiee>(), firstOwn + 7);
+}
+
 /// A place to keep a waiting key: it starts with a default key and a count of one byte, at 0.
 template <class Key>
 void expectUnused(const Zel::PendingKey<Key>& pending) {
@@ -216,8 +262,8 @@ TEST(PendingKeys, EveryNotifieeHasOneForEachCollection) {
   expectUnused<Profile::ProfileType>(member->zelPendingSelectedProfile);
   const auto groupUnits = Zel::makeObject<GroupToUnit::Notifiee>();
   expectUnused<Zel::Name>(groupUnits->zelPendingUnitName);
-  const auto groups = Zel::makeObject<GroupToUnitDir::Notifiee>();
-  expectUnused<Group::GroupKey>(groups->zelPendingGroupToUnit);
+  const auto mappings = Zel::makeObject<GroupToUnitDir::Notifiee>();
+  expectUnused<Group::GroupKey>(mappings->zelPendingGroupToUnit);
   const auto in = Zel::makeObject<GroupProfileSelectionIn::Notifiee>();
   expectUnused<Zel::String8>(in->zelPendingGroupName);
   const auto selection = Zel::makeObject<UnitProfileSelection::Notifiee>();
@@ -225,6 +271,14 @@ TEST(PendingKeys, EveryNotifieeHasOneForEachCollection) {
   expectUnused<GroupProfileSelKey>(selection->zelPendingGroupProfileSelectionOut);
   const auto all = Zel::makeObject<ProfileSelection::Notifiee>();
   expectUnused<UnitProfileSelKey>(all->zelPendingUnitProfileSelection);
+  const auto group = Zel::makeObject<MaintenanceGroup::Config::Notifiee>();
+  expectUnused<Profile::ProfileKey>(group->zelPendingProfile);
+  const auto groups = Zel::makeObject<MaintenanceGroup::ConfigDir::Notifiee>();
+  expectUnused<Group::GroupKey>(groups->zelPendingMaintenanceGroup);
+  const auto unitProfiles = Zel::makeObject<MaintenanceUnitProfile::ConfigDir::Notifiee>();
+  expectUnused<Zel::String8>(unitProfiles->zelPendingConfig);
+  const auto agent = Zel::makeObject<AgentInfo::Notifiee>();
+  expectUnused<Zel::String8>(agent->zelPendingOnBootMaintEnter);
 }
 
 TEST(PendingKeys, StandInTheOrderOfTheIds) {

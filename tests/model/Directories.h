@@ -14,12 +14,10 @@ struct Profiles {
   using Key = Maintenance::Profile::ProfileKey;
   using Map = Dir::ConfigMap;
   using Listener = ConfigDirListener;
-  static constexpr const char* name = "profiles";
   static constexpr const char* attribute = "config";
+  static constexpr std::size_t allocations = 1; ///< of a member
 
-  static Ptr<Dir> make(const char* dirName) {
-    return Maintenance::Profile::configDirFactory(dirName);
-  }
+  static Ptr<Dir> make(const char* name) { return Maintenance::Profile::configDirFactory(name); }
   static Key key(int number) {
     return Key(Maintenance::Profile::profileTypeBgp,
                Zel::String8(joined("k", std::to_string(number))));
@@ -42,10 +40,10 @@ struct Units {
   using Key = Zel::Name;
   using Map = Dir::StatusMap;
   using Listener = StatusDirListener;
-  static constexpr const char* name = "units";
   static constexpr const char* attribute = "status";
+  static constexpr std::size_t allocations = 1; ///< of a member
 
-  static Ptr<Dir> make(const char* dirName) { return Maintenance::Unit::statusDirFactory(dirName); }
+  static Ptr<Dir> make(const char* name) { return Maintenance::Unit::statusDirFactory(name); }
   static Key key(int number) { return Zel::String8(joined("k", std::to_string(number))); }
   static Key keyOf(const Member& member) { return member.fwkKey(); }
   static const Map& map(const Dir& dir) { return dir.statusMap(); }
@@ -65,10 +63,10 @@ struct UnitConfigs {
   using Key = Zel::Name;
   using Map = Dir::ConfigMap;
   using Listener = UnitConfigDirListener;
-  static constexpr const char* name = "unitConfigs";
   static constexpr const char* attribute = "config";
+  static constexpr std::size_t allocations = 1; ///< of a member
 
-  static Ptr<Dir> make(const char* dirName) { return Maintenance::Unit::configDirFactory(dirName); }
+  static Ptr<Dir> make(const char* name) { return Maintenance::Unit::configDirFactory(name); }
   static Key key(int number) { return Zel::String8(joined("k", std::to_string(number))); }
   static Key keyOf(const Member& member) { return member.fwkKey(); }
   static const Map& map(const Dir& dir) { return dir.configMap(); }
@@ -88,13 +86,11 @@ struct MergedInputs {
   using Key = Zel::Name;
   using Map = Dir::UnitMap;
   using Listener = MergedInputDirListener;
-  static constexpr const char* name = "mergedInputs";
   static constexpr const char* attribute = "unit";
+  static constexpr std::size_t allocations = 1; ///< of a member
   static constexpr auto priority = Maintenance::Unit::srcOnBootCli;
 
-  static Ptr<Dir> make(const char* dirName) {
-    return Maintenance::Unit::mergedInputDirFactory(dirName);
-  }
+  static Ptr<Dir> make(const char* name) { return Maintenance::Unit::mergedInputDirFactory(name); }
   static Key key(int number) { return Zel::String8(joined("k", std::to_string(number))); }
   static Key keyOf(const Member& member) { return member.fwkKey(); }
   static const Map& map(const Dir& dir) { return dir.unitMap(); }
@@ -108,13 +104,67 @@ struct MergedInputs {
   static void notify(Dir& dir, const Key& key) { dir.unitNotify(key); }
 };
 
+struct MaintenanceGroups {
+  using Dir = Maintenance::MaintenanceGroup::ConfigDir;
+  using Member = Maintenance::MaintenanceGroup::Config;
+  using Key = Group::GroupKey;
+  using Map = Dir::MaintenanceGroupMap;
+  using Listener = GroupDirListener;
+  static constexpr const char* attribute = "maintenanceGroup";
+  static constexpr std::size_t allocations = 2; ///< of a member, with its name
+
+  static Ptr<Dir> make(const char* name) {
+    return Maintenance::MaintenanceGroup::configDirFactory(name);
+  }
+  static Key key(int number) {
+    return Key(Group::groupTypeBgp, Zel::String8(joined("k", std::to_string(number))));
+  }
+  static Key keyOf(const Member& member) { return member.key(); }
+  static const Map& map(const Dir& dir) { return dir.maintenanceGroupMap(); }
+
+  static auto read(const Dir& dir, const Key& key) { return dir.maintenanceGroup(key); }
+  static auto add(Dir& dir, const Key& key) { return dir.newMaintenanceGroup(key); }
+  static auto is(Dir& dir, const Key& key) { return dir.maintenanceGroupIs(key); }
+  static auto del(Dir& dir, const Key& key) { return dir.maintenanceGroupDel(key); }
+  static auto del(Dir& dir, Map::Iterator& at) { return dir.maintenanceGroupDel(at); }
+  static void delAll(Dir& dir) { dir.maintenanceGroupDelAll(); }
+  static void notify(Dir& dir, const Key& key) { dir.maintenanceGroupNotify(key); }
+};
+
+struct UnitProfiles {
+  using Dir = MaintenanceUnitProfile::ConfigDir;
+  using Member = MaintenanceUnitProfile::Config;
+  using Key = Zel::String8;
+  using Map = Dir::ConfigMap;
+  using Listener = UnitProfileDirListener;
+  static constexpr const char* attribute = "config";
+  static constexpr std::size_t allocations = 1; ///< of a member
+
+  static Ptr<Dir> make(const char* name) { return MaintenanceUnitProfile::configDirFactory(name); }
+  static Key key(int number) { return Key(joined("k", std::to_string(number))); }
+  static Key keyOf(const Member& member) { return member.profileName(); }
+  static const Map& map(const Dir& dir) { return dir.configMap(); }
+
+  static auto read(const Dir& dir, const Key& key) { return dir.config(key); }
+  static auto add(Dir& dir, const Key& key) { return dir.newConfig(key); }
+  static auto is(Dir& dir, const Key& key) { return dir.configIs(key); }
+  static auto del(Dir& dir, const Key& key) { return dir.configDel(key); }
+  static auto del(Dir& dir, Map::Iterator& at) { return dir.configDel(at); }
+  static void delAll(Dir& dir) { dir.configDelAll(); }
+  static void notify(Dir& dir, const Key& key) { dir.configNotify(key); }
+};
+
 struct DirectoryNames {
+  /// The name of the directory's type without its punctuation.
   template <class D>
   static std::string GetName(int /*index*/) {
-    return D::name;
+    std::string name(D::Dir::zelTypeName);
+    std::erase(name, ':');
+    return name;
   }
 };
-using AllDirectories = testing::Types<Profiles, Units, UnitConfigs, MergedInputs>;
+using AllDirectories =
+    testing::Types<Profiles, Units, UnitConfigs, MergedInputs, MaintenanceGroups, UnitProfiles>;
 
 template <class D>
 struct Directory : testing::Test {

@@ -2,6 +2,9 @@
 
 #include "support/Recorder.h"
 
+#include <model/MaintenanceAgentInfo.h>
+#include <model/MaintenanceGroup.h>
+#include <model/MaintenanceUnitProfile.h>
 #include <model/Profile.h>
 #include <model/Unit.h>
 
@@ -157,6 +160,53 @@ public:
   void onIntfsViolatingTrafficThreshold() override { hear("onIntfsViolatingTrafficThreshold"); }
   void onTotalIntfTrafficViolations() override { hear("onTotalIntfTrafficViolations"); }
   void onGenId() override { hear("onGenId"); }
+};
+
+class GroupListener : public Listener<Maintenance::MaintenanceGroup::Config::Notifiee> {
+public:
+  using Listener::Listener;
+  void onProfile(const Maintenance::Profile::ProfileKey& key) override {
+    hear(joined("onProfile ", textOf(key)));
+  }
+  void onProfilezelImmediate() override { hear("onProfilezelImmediate"); }
+  void onProfile() override { hear("onProfile"); }
+};
+
+class GroupDirListener : public Listener<Maintenance::MaintenanceGroup::ConfigDir::Notifiee> {
+public:
+  using Listener::Listener;
+  void onMaintenanceGroup(const Group::GroupKey& key) override { hear(joined("on ", textOf(key))); }
+  void onMaintenanceGroupzelImmediate() override { hear("immediate"); }
+  void onMaintenanceGroup() override { hear("on any"); }
+};
+
+class UnitProfileListener : public Listener<MaintenanceUnitProfile::Config::Notifiee> {
+public:
+  using Listener::Listener;
+  void onOnBootDuration() override { hear("onOnBootDuration"); }
+  void onOnBootEnabled() override { hear("onOnBootEnabled"); }
+};
+
+class UnitProfileDirListener : public Listener<MaintenanceUnitProfile::ConfigDir::Notifiee> {
+public:
+  using Listener::Listener;
+  void onConfig(Zel::String8 profileName) override { hear(joined("on ", textOf(profileName))); }
+  void onConfigzelImmediate() override { hear("immediate"); }
+  void onConfig() override { hear("on any"); }
+};
+
+class AgentInfoListener : public Listener<Maintenance::AgentInfo::Notifiee> {
+public:
+  using Listener::Listener;
+  void onAgentPid() override { hear("onAgentPid"); }
+  void onRestartCount() override { hear("onRestartCount"); }
+  void onOnBoot() override { hear("onOnBoot"); }
+  void onOnBootMaintEnter(Zel::String8 unitName) override {
+    hear(joined("onOnBootMaintEnter ", textOf(unitName)));
+  }
+  void onOnBootMaintEnterzelImmediate() override { hear("onOnBootMaintEnterzelImmediate"); }
+  void onOnBootMaintEnter() override { hear("onOnBootMaintEnter"); }
+  void onReady() override { hear("onReady"); }
 };
 
 /// A registered listener of an entity.
