@@ -3,6 +3,9 @@
 #include "foreign/model/ProductAttrLog.h"
 
 #include <Zel/Demuxer>
+#include <attrlog/MaintenanceAgentInfo.h>
+#include <attrlog/MaintenanceGroup.h>
+#include <attrlog/MaintenanceUnitProfile.h>
 #include <attrlog/Profile.h>
 #include <attrlog/Unit.h>
 
@@ -117,6 +120,27 @@ TEST(AdapterSlots, ThenTheCallbacksOfConfiguredUnitsAndInputs) {
   EXPECT_EQ(endOf<MergedInput::ZelNboAttrLogSa>(), firstOwn + 1);
   EXPECT_EQ(slotOf(&MergedInputDir::ZelNboAttrLogSa::onUnit), firstOwn);
   EXPECT_EQ(endOf<MergedInputDir::ZelNboAttrLogSa>(), firstOwn + 1);
+}
+
+TEST(AdapterSlots, ThenTheCallbacksOfGroupsUnitProfilesAndTheAgent) {
+  using namespace Maintenance;
+  EXPECT_EQ(slotOf(&MaintenanceGroup::Config::ZelNboAttrLogSa::onProfile), firstOwn);
+  EXPECT_EQ(endOf<MaintenanceGroup::Config::ZelNboAttrLogSa>(), firstOwn + 1);
+  EXPECT_EQ(slotOf(&MaintenanceGroup::ConfigDir::ZelNboAttrLogSa::onMaintenanceGroup), firstOwn);
+  EXPECT_EQ(endOf<MaintenanceGroup::ConfigDir::ZelNboAttrLogSa>(), firstOwn + 1);
+  EXPECT_EQ(slotOf(&MaintenanceUnitProfile::Config::ZelNboAttrLogSa::onOnBootDuration), firstOwn);
+  EXPECT_EQ(slotOf(&MaintenanceUnitProfile::Config::ZelNboAttrLogSa::onOnBootEnabled),
+            firstOwn + 1);
+  EXPECT_EQ(endOf<MaintenanceUnitProfile::Config::ZelNboAttrLogSa>(), firstOwn + 2);
+  EXPECT_EQ(slotOf(&MaintenanceUnitProfile::ConfigDir::ZelNboAttrLogSa::onConfig), firstOwn);
+  EXPECT_EQ(endOf<MaintenanceUnitProfile::ConfigDir::ZelNboAttrLogSa>(), firstOwn + 1);
+  using A = AgentInfo::ZelNboAttrLogSa;
+  EXPECT_EQ(slotOf(&A::onAgentPid), firstOwn);
+  EXPECT_EQ(slotOf(&A::onRestartCount), firstOwn + 1);
+  EXPECT_EQ(slotOf(&A::onOnBoot), firstOwn + 2);
+  EXPECT_EQ(slotOf(&A::onOnBootMaintEnter), firstOwn + 3);
+  EXPECT_EQ(slotOf(&A::onReady), firstOwn + 4);
+  EXPECT_EQ(endOf<A>(), firstOwn + 5);
 }
 
 TEST(AdapterSlots, OfADerivedTypeThoseOfItsBaseComeFirst) {

@@ -2,6 +2,9 @@
 
 #include "foreign/model/ProductAttrLog.h"
 
+#include <attrlog/MaintenanceAgentInfo.h>
+#include <attrlog/MaintenanceGroup.h>
+#include <attrlog/MaintenanceUnitProfile.h>
 #include <attrlog/Profile.h>
 #include <attrlog/Unit.h>
 
@@ -180,6 +183,35 @@ TEST_F(DirtyKeys, OfConfiguredUnitsAndInputs) {
   EXPECT_TRUE(merged->hasDirtyAttributes());
   EXPECT_TRUE(merged->zelIsUnitDirtyDel("u"));
   EXPECT_FALSE(merged->hasDirtyAttributes());
+}
+
+TEST_F(DirtyKeys, OfGroupsUnitProfilesAndTheAgent) {
+  using namespace Maintenance;
+  const auto group = cleanOf(MaintenanceGroup::configFactory("g", {}));
+  const Profile::ProfileKey profile(Profile::profileTypeBgp, "p");
+  group->zelIsProfileDirtyIs(profile, true);
+  EXPECT_TRUE(group->hasDirtyAttributes());
+  EXPECT_TRUE(group->zelIsProfileDirtyDel(profile));
+  EXPECT_FALSE(group->hasDirtyAttributes());
+
+  const auto groups = cleanOf(MaintenanceGroup::configDirFactory("d"));
+  groups->zelIsMaintenanceGroupDirtyIs({}, true);
+  EXPECT_TRUE(groups->hasDirtyAttributes());
+  EXPECT_TRUE(groups->zelIsMaintenanceGroupDirtyDel({}));
+  EXPECT_FALSE(groups->hasDirtyAttributes());
+
+  const auto unitProfiles = cleanOf(MaintenanceUnitProfile::configDirFactory("d"));
+  unitProfiles->zelIsConfigDirtyIs("p", true);
+  EXPECT_TRUE(unitProfiles->hasDirtyAttributes());
+  EXPECT_TRUE(unitProfiles->zelIsConfigDirtyDel("p"));
+  EXPECT_FALSE(unitProfiles->hasDirtyAttributes());
+
+  const auto agent = cleanOf(agentInfoFactory("a"));
+  agent->zelIsOnBootMaintEnterDirtyIs("u", true);
+  EXPECT_TRUE(agent->hasDirtyAttributes());
+  EXPECT_EQ(agent->zelIsOnBootMaintEnterDirtyMap().count(), 1U);
+  EXPECT_TRUE(agent->zelIsOnBootMaintEnterDirtyDel("u"));
+  EXPECT_FALSE(agent->hasDirtyAttributes());
 }
 
 TEST_F(DirtyKeys, WhatConcernsNoAttributeIsOwedToo) {

@@ -4,6 +4,9 @@
 #include "foreign/model/ProductAttrLog.h"
 #include "foreign/model/RackAttrLog.h"
 
+#include <attrlog/MaintenanceAgentInfo.h>
+#include <attrlog/MaintenanceGroup.h>
+#include <attrlog/MaintenanceUnitProfile.h>
 #include <attrlog/Profile.h>
 #include <attrlog/Unit.h>
 
@@ -119,6 +122,64 @@ TEST(FlowOutBits, OfAProfileThereAreNone) {
       Zel::makeObject<Maintenance::Profile::Config>(Maintenance::Profile::ProfileKey()));
   EXPECT_FALSE(owing.from(0)->hasDirtyAttributes());
   EXPECT_FALSE(owing.from(0x7fffffff)->hasDirtyAttributes());
+}
+
+TEST(FlowOutBits, OfGroupsUnitProfilesAndTheAgent) {
+  using namespace Maintenance;
+  expectWords(MaintenanceGroup::configFactory("g", {}),
+              {{0, 0, true}, {259, 0, true}, {260, 0x2, false}, {0x7fffffff, 0x2, false}});
+  expectWords(MaintenanceGroup::configDirFactory("d"),
+              {{0, 0, true}, {258, 0, true}, {259, 0x2, false}, {0x7fffffff, 0x2, false}});
+  expectWords(MaintenanceUnitProfile::configDirFactory("d"),
+              {{0, 0, true}, {258, 0, true}, {259, 0x2, false}, {0x7fffffff, 0x2, false}});
+  expectWords(agentInfoFactory("a"), {{lowest, 0x2e, true},
+                                      {0, 0x2e, true},
+                                      {258, 0x2e, true},
+                                      {259, 0x2c, true},
+                                      {260, 0x28, true},
+                                      {261, 0x20, true},
+                                      {262, 0x30, true},
+                                      {263, 0x10, false}});
+}
+
+TEST(FlowOutBits, AUnitProfilesStandInASecondWordAlone) {
+  const Owing<MaintenanceUnitProfile::Config> owing(MaintenanceUnitProfile::configFactory("p"));
+  for (const auto& [start, word, isDirty] : std::initializer_list<Row>{{lowest, 0x3, true},
+                                                                       {0, 0x3, true},
+                                                                       {258, 0x3, true},
+                                                                       {387, 0x3, true},
+                                                                       {388, 0x2, true},
+                                                                       {390, 0x2, true},
+                                                                       {391, 0, false}}) {
+    const auto flowOut = owing.from(start);
+    EXPECT_EQ(flowOut->zelDirtyBitSet1().word(), word) << start;
+    EXPECT_EQ(flowOut->hasDirtyAttributes(), isDirty) << start;
+  }
+  const auto flowOut = owing.from(0x7fffffff);
+  flowOut->zelDirtyBitSet1().zelIsOnBootEnabledDirtyIs(true);
+  EXPECT_EQ(flowOut->zelDirtyBitSet1().word(), 0x2U);
+  flowOut->zelDirtyBitSet1().zelIsOnBootDurationDirtyIs(true);
+  EXPECT_EQ(flowOut->zelDirtyBitSet1().word(), 0x3U);
+  flowOut->zelDirtyBitSet1().zelIsOnBootEnabledDirtyIs(false);
+  EXPECT_EQ(flowOut->zelDirtyBitSet1().word(), 0x1U);
+  EXPECT_TRUE(flowOut->hasDirtyAttributes());
+}
+
+TEST(FlowOutBits, EachSetterOfTheAgentHasItsBit) {
+  const Owing<Maintenance::AgentInfo> owing(Maintenance::agentInfoFactory("a"));
+  auto flowOut = owing.from(0x7fffffff);
+  auto bits = flowOut->zelDirtyBitSet0();
+  EXPECT_EQ(bits.word(), 0x10U);
+  bits.zelIsAgentPidDirtyIs(true);
+  EXPECT_EQ(bits.word(), 0x12U);
+  bits.zelIsRestartCountDirtyIs(true);
+  EXPECT_EQ(bits.word(), 0x16U);
+  bits.zelIsOnBootDirtyIs(true);
+  EXPECT_EQ(bits.word(), 0x1eU);
+  bits.zelOnBootMaintEnterHasSyncedIs(false);
+  EXPECT_EQ(bits.word(), 0xeU);
+  bits.zelIsReadyDirtyIs(true);
+  EXPECT_EQ(bits.word(), 0x2eU);
 }
 
 TEST(FlowOutBits, AConstructorArgumentStartsClean) {

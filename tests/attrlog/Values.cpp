@@ -3,6 +3,7 @@
 
 #include "support/Failure.h"
 
+#include <attrlog/MaintenanceAgentInfo.h>
 #include <attrlog/Profile.h>
 #include <attrlog/Unit.h>
 
@@ -73,6 +74,14 @@ TEST(Values, AStageManagersKeyWithoutItsComputedText) {
   key.unitNameIs("a#b");
   key.genIdIs(0);
   expectBytes(key, "00 00 00 03 61 23 62 00 00 00 00");
+}
+
+TEST(Values, AUnitTakenIntoMaintenanceOnBootAndTheReason) {
+  using Noted = Maintenance::OnBootUnitAndReason;
+  expectBytes(Noted("L1", srcOnBootCli), "00 00 00 02 4c 31 00 00 00 02");
+  expectBytes(Noted(), "00 00 00 00 00 00 00 00");
+  const auto unknown = ringOf("00 00 00 00 00 00 00 04");
+  EXPECT_EQ(rangeFailure([&] { Noted(unknown.ptr(), Zel::StreamBogon{}); }), "InputSrc");
 }
 
 template <class V>
