@@ -19,9 +19,10 @@ bool isSame(const TrafficRates& a, const TrafficRates& b) {
 
 template <class V>
 class AnyText : public testing::Test {};
-using Types = testing::Types<ProfileKey, GroupKey, TrafficRates, StageMgrInstKey, IntfId,
-                             ProfileType, UnitType, MaintenanceOp, InputSrc, State, GroupType,
-                             ProfileChangeCause, GroupProfileSelKey, UnitProfileSelKey>;
+using Types =
+    testing::Types<ProfileKey, GroupKey, TrafficRates, StageMgrInstKey, IntfId, ProfileType,
+                   UnitType, MaintenanceOp, InputSrc, State, GroupType, ProfileChangeCause,
+                   GroupProfileSelKey, UnitProfileSelKey, OnBootUnitAndReason>;
 TYPED_TEST_SUITE(AnyText, Types);
 
 TYPED_TEST(AnyText, OfARandomValueReadsBack) {

@@ -5,6 +5,7 @@
 #include <Group/GroupKey>
 #include <Vexil/IntfId>
 #include <Zel/Text>
+#include <model/MaintenanceAgentInfo/OnBootUnitAndReason.h>
 #include <model/Mapping.h>
 #include <model/Profile/ProfileKey.h>
 #include <model/Unit.h>
@@ -21,6 +22,7 @@ namespace TestText {
 using Group::GroupKey;
 using Group::GroupType;
 using Maintenance::GroupProfileSelKey;
+using Maintenance::OnBootUnitAndReason;
 using Maintenance::ProfileChangeCause;
 using Maintenance::UnitProfileSelKey;
 using Maintenance::Profile::ProfileKey;
@@ -134,6 +136,11 @@ inline GroupProfileSelKey randomValue<GroupProfileSelKey>(Random& random) {
 template <>
 inline UnitProfileSelKey randomValue<UnitProfileSelKey>(Random& random) {
   return {randomString(random), randomValue<ProfileChangeCause>(random)};
+}
+
+template <>
+inline OnBootUnitAndReason randomValue<OnBootUnitAndReason>(Random& random) {
+  return {randomString(random), randomValue<InputSrc>(random)};
 }
 
 template <>
