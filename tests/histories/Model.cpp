@@ -8,6 +8,9 @@
 #include <foreign/model/Rack.h>
 
 #include <Zel/ValueBuilder>
+#include <model/MaintenanceAgentInfo.h>
+#include <model/MaintenanceGroup.h>
+#include <model/MaintenanceUnitProfile.h>
 #include <model/Mapping.h>
 #include <model/Profile.h>
 #include <model/Unit.h>
@@ -213,8 +216,11 @@ std::vector<Zel::Ptr<Zel::Entity>> makeRoots() {
       Maintenance::Unit::mergedInputDirFactory("merged"),
       Maintenance::Profile::configDirFactory("profiles"),
       Maintenance::Profile::defaultProfileFactory("default"),
-      Maintenance::groupToUnitDirFactory("groups"),
+      Maintenance::groupToUnitDirFactory("units of groups"),
       Zel::makeObject<Maintenance::MemberToGroup>("member"),
+      Maintenance::MaintenanceGroup::configDirFactory("groups"),
+      MaintenanceUnitProfile::configDirFactory("unit profiles"),
+      Maintenance::agentInfoFactory("agent"),
       Zel::makeObject<Foreign::Rack>("rack"),
       Zel::makeObject<Foreign::Carrier>("carrier"),
       Zel::makeObject<Foreign::Depot>("depot"),
