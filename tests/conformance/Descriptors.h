@@ -40,7 +40,8 @@ struct ExpectedDescriptor {
 
 /// All types of the model and the foreign model, in the order in which they are registered.
 const std::vector<ExpectedDescriptor>& expectedDescriptors();
-std::vector<ExpectedDescriptor> modelDescriptors();
+std::vector<ExpectedDescriptor> profileDescriptors();
+std::vector<ExpectedDescriptor> unitDescriptors();
 std::vector<ExpectedDescriptor> mappingDescriptors();
 std::vector<ExpectedDescriptor> maintenanceGroupDescriptors();
 std::vector<ExpectedDescriptor> maintenanceUnitProfileDescriptors();

@@ -26,9 +26,12 @@ struct ExpectedType {
 
 /// All types, in the order of `subjects()`.
 std::span<const ExpectedType> expectations();
+std::span<const ExpectedType> profileExpectations();
+std::span<const ExpectedType> unitExpectations();
 std::span<const ExpectedType> mappingExpectations();
 std::span<const ExpectedType> maintenanceGroupExpectations();
 std::span<const ExpectedType> maintenanceUnitProfileExpectations();
 std::span<const ExpectedType> maintenanceAgentInfoExpectations();
+std::span<const ExpectedType> foreignExpectations();
 
 } // namespace Conformance
