@@ -21,7 +21,7 @@ public:
     Maintenance::zelMappingModule().load();
     Maintenance::MaintenanceGroup::zelModule().load();
     MaintenanceUnitProfile::zelModule().load();
-    Maintenance::zelModuleMaintenanceAgentInfo().load();
+    Maintenance::zelMaintenanceAgentInfoModule().load();
   }
 
 private:

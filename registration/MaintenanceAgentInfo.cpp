@@ -5,16 +5,18 @@ namespace Maintenance {
 namespace {
 
 constexpr std::string_view scopes[] = {"Maintenance"};
-constinit Zel::ModuleOf<MaintenanceAgentInfoTypes> agentInfoModule(scopes);
+constinit Zel::ModuleOf<MaintenanceAgentInfoTypes> maintenanceAgentInfoModule(scopes);
 
 } // namespace
 
-Zel::Module& zelModuleMaintenanceAgentInfo() { return agentInfoModule; }
-void zelInitMaintenanceAgentInfo() { agentInfoModule.zelInit(); }
+Zel::Module& zelMaintenanceAgentInfoModule() { return maintenanceAgentInfoModule; }
+void zelInitMaintenanceAgentInfo() { maintenanceAgentInfoModule.zelInit(); }
 
 const Zel::ZelType* OnBootUnitAndReason::_fwkType() {
-  return agentInfoModule.fwkType<OnBootUnitAndReason>();
+  return maintenanceAgentInfoModule.fwkType<OnBootUnitAndReason>();
 }
-const Zel::ZelType* AgentInfo::_fwkType() { return agentInfoModule.fwkType<AgentInfo>(); }
+const Zel::ZelType* AgentInfo::_fwkType() {
+  return maintenanceAgentInfoModule.fwkType<AgentInfo>();
+}
 
 } // namespace Maintenance

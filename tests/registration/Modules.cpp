@@ -64,7 +64,7 @@ TEST(Modules, OfTheLibraryHaveRegisteredAndChangeNothingWhenAskedAgain) {
   EXPECT_TRUE(Maintenance::zelMappingModule().registered());
   EXPECT_TRUE(Maintenance::MaintenanceGroup::zelModule().registered());
   EXPECT_TRUE(MaintenanceUnitProfile::zelModule().registered());
-  EXPECT_TRUE(Maintenance::zelModuleMaintenanceAgentInfo().registered());
+  EXPECT_TRUE(Maintenance::zelMaintenanceAgentInfoModule().registered());
   const Zel::ZelType& status = *Maintenance::Unit::Status::_fwkType();
   const auto attributes = status.attributeQ();
   const std::size_t types = Zel::ZelType::types().size();
