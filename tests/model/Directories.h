@@ -104,6 +104,31 @@ struct MergedInputs {
   static void notify(Dir& dir, const Key& key) { dir.unitNotify(key); }
 };
 
+struct GroupsOfUnits {
+  using Dir = Maintenance::GroupToUnitDir;
+  using Member = Maintenance::GroupToUnit;
+  using Key = Group::GroupKey;
+  using Map = Dir::GroupToUnitMap;
+  using Listener = GroupToUnitDirListener;
+  static constexpr const char* attribute = "groupToUnit";
+  static constexpr std::size_t allocations = 1; ///< of a member
+
+  static Ptr<Dir> make(const char* name) { return Maintenance::groupToUnitDirFactory(name); }
+  static Key key(int number) {
+    return Key(Group::groupTypeBgp, Zel::String8(joined("k", std::to_string(number))));
+  }
+  static Key keyOf(const Member& member) { return member.key(); }
+  static const Map& map(const Dir& dir) { return dir.groupToUnitMap(); }
+
+  static auto read(const Dir& dir, const Key& key) { return dir.groupToUnit(key); }
+  static auto add(Dir& dir, const Key& key) { return dir.newGroupToUnit(key); }
+  static auto is(Dir& dir, const Key& key) { return dir.groupToUnitIs(key); }
+  static auto del(Dir& dir, const Key& key) { return dir.groupToUnitDel(key); }
+  static auto del(Dir& dir, Map::Iterator& at) { return dir.groupToUnitDel(at); }
+  static void delAll(Dir& dir) { dir.groupToUnitDelAll(); }
+  static void notify(Dir& dir, const Key& key) { dir.groupToUnitNotify(key); }
+};
+
 struct MaintenanceGroups {
   using Dir = Maintenance::MaintenanceGroup::ConfigDir;
   using Member = Maintenance::MaintenanceGroup::Config;
@@ -163,8 +188,8 @@ struct DirectoryNames {
     return name;
   }
 };
-using AllDirectories =
-    testing::Types<Profiles, Units, UnitConfigs, MergedInputs, MaintenanceGroups, UnitProfiles>;
+using AllDirectories = testing::Types<Profiles, Units, UnitConfigs, MergedInputs, GroupsOfUnits,
+                                      MaintenanceGroups, UnitProfiles>;
 
 template <class D>
 struct Directory : testing::Test {

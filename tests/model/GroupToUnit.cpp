@@ -24,14 +24,6 @@ public:
   void onUnitName() override { hear("on any"); }
 };
 
-class GroupsListener : public Listener<GroupToUnitDir::Notifiee> {
-public:
-  using Listener::Listener;
-  void onGroupToUnit(const GroupKey& key) override { hear(joined("onGroupToUnit ", textOf(key))); }
-  void onGroupToUnitzelImmediate() override { hear("immediate"); }
-  void onGroupToUnit() override { hear("on any"); }
-};
-
 TEST(GroupToUnits, ANewOneHasItsKeyAndAnEmptyNameWhateverTheKey) {
   for (const GroupKey& key : {GroupKey(), peers, uplinks}) {
     const auto units = Zel::makeObject<GroupToUnit>(key);
@@ -74,7 +66,7 @@ class GroupToUnitDirs : public testing::Test {
 protected:
   Log log;
   const Ptr<GroupToUnitDir> dir = groupToUnitDirFactory("groups");
-  const Ptr<GroupsListener> listener = listen<GroupsListener>(dir, log);
+  const Ptr<GroupToUnitDirListener> listener = listen<GroupToUnitDirListener>(dir, log);
 };
 
 TEST_F(GroupToUnitDirs, AMemberIsMadeUnderItsKeyAndNotUnderItsName) {
@@ -85,7 +77,7 @@ TEST_F(GroupToUnitDirs, AMemberIsMadeUnderItsKeyAndNotUnderItsName) {
   EXPECT_EQ(member->name(), "");
   EXPECT_EQ(member->parent(), dir);
   EXPECT_EQ(member->parentAttrId(), 258);
-  EXPECT_EQ(log, Log({"onGroupToUnit 1:peers"}));
+  EXPECT_EQ(log, Log({"on 1:peers"}));
 }
 
 TEST_F(GroupToUnitDirs, AKeyThatIsThereIsCountedButNotTold) {
@@ -118,7 +110,7 @@ TEST_F(GroupToUnitDirs, AMemberThatIsTakenOutHasNoParent) {
   EXPECT_FALSE(member->parent());
   EXPECT_EQ(member->parentAttrId(), 258);
   EXPECT_FALSE(dir->groupToUnitDel(peers));
-  EXPECT_EQ(log, Log({"onGroupToUnit 1:peers"}));
+  EXPECT_EQ(log, Log({"on 1:peers"}));
 }
 
 TEST_F(GroupToUnitDirs, AllMembersAreTakenOutWithOneCallEach) {
@@ -128,17 +120,17 @@ TEST_F(GroupToUnitDirs, AllMembersAreTakenOutWithOneCallEach) {
   expectMoves(*dir, 2, 0, [&] { dir->groupToUnitDelAll(); });
   EXPECT_EQ(dir->groupToUnitMap().count(), 0U);
   std::sort(log.begin(), log.end());
-  EXPECT_EQ(log, Log({"onGroupToUnit 1:peers", "onGroupToUnit 2:peers"}));
+  EXPECT_EQ(log, Log({"on 1:peers", "on 2:peers"}));
 }
 
 TEST(GroupToUnitDirEnds, ADirectoryThatGoesTellsOfItsMembers) {
   Log log;
   auto dir = groupToUnitDirFactory("groups");
   const auto member = dir->groupToUnitIs(peers);
-  const auto listener = listen<GroupsListener>(dir, log);
+  const auto listener = listen<GroupToUnitDirListener>(dir, log);
   listener->isWeakReferenceIs(true);
   dir = nullptr;
-  EXPECT_EQ(log, Log({"zero", "onGroupToUnit 1:peers"}));
+  EXPECT_EQ(log, Log({"zero", "on 1:peers"}));
   EXPECT_FALSE(member->parent());
 }
 

@@ -5,6 +5,7 @@
 #include <model/MaintenanceAgentInfo.h>
 #include <model/MaintenanceGroup.h>
 #include <model/MaintenanceUnitProfile.h>
+#include <model/Mapping.h>
 #include <model/Profile.h>
 #include <model/Unit.h>
 
@@ -160,6 +161,14 @@ public:
   void onIntfsViolatingTrafficThreshold() override { hear("onIntfsViolatingTrafficThreshold"); }
   void onTotalIntfTrafficViolations() override { hear("onTotalIntfTrafficViolations"); }
   void onGenId() override { hear("onGenId"); }
+};
+
+class GroupToUnitDirListener : public Listener<Maintenance::GroupToUnitDir::Notifiee> {
+public:
+  using Listener::Listener;
+  void onGroupToUnit(const Group::GroupKey& key) override { hear(joined("on ", textOf(key))); }
+  void onGroupToUnitzelImmediate() override { hear("immediate"); }
+  void onGroupToUnit() override { hear("on any"); }
 };
 
 class GroupListener : public Listener<Maintenance::MaintenanceGroup::Config::Notifiee> {
