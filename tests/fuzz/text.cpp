@@ -7,6 +7,7 @@
 #include <Zel/Dir>
 #include <Zel/Exception>
 #include <Zel/GenericIf>
+#include <model/MaintenanceAgentInfo/OnBootUnitAndReason.h>
 #include <model/Mapping.h>
 #include <model/Profile.h>
 #include <model/Unit.h>
@@ -158,6 +159,7 @@ constexpr void (*readers[])(const String8& text) = {
     reference<GroupToUnit>,                  // [
     value<GroupProfileSelKey>,               // backslash
     value<UnitProfileSelKey>,                // ]
+    value<OnBootUnitAndReason>,              // ^
 };
 
 } // namespace
