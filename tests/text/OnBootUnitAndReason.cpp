@@ -34,7 +34,7 @@ TEST(OnBootUnitAndReasonText, IsRefusedWithTheAttributesName) {
             "OnBootUnitAndReason has no such attribute: hash");
   EXPECT_EQ(refusal<Noted>(system + "x"),
             "junk at column " + std::to_string(system.size()) + " deserializing " + system + "x");
-  EXPECT_EQ(refusal<Noted>(system.substr(0, 47)),
+  EXPECT_EQ(refusal<Noted>(system.substr(0, system.find('{') + 1)),
             "premature end of value type OnBootUnitAndReason");
 }
 
