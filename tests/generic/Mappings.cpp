@@ -19,27 +19,74 @@ const GroupKey peers(Group::groupTypeBgp, "peers");
 const GroupProfileSelKey request(Group::groupTypeBgp, 1);
 const UnitProfileSelKey selected("System", userConfigChange);
 
-TEST(GenericMappings, OfAMemberReachesTheMutatorsOfADerivedClass) {
-  struct Counting : MemberToGroup {
-    using MemberToGroup::MemberToGroup;
-    void groupIs(const GroupKey& key, bool value) override {
-      ++groups;
-      MemberToGroup::groupIs(key, value);
-    }
-    void partOfDynamicUnitIs(bool part) override {
-      ++parts;
-      MemberToGroup::partOfDynamicUnitIs(part);
-    }
-    int groups = 0;
-    int parts = 0;
-  };
-  const auto member = Zel::makeObject<Counting>("Ethernet1");
+/// Writes down which mutators are called.
+class Told : public MemberToGroup {
+public:
+  explicit Told(Log& log) : MemberToGroup("Ethernet1"), log_(log) {}
+
+  using MemberToGroup::groupDel;
+  bool groupDel(const GroupKey& key) override {
+    log_.emplace_back("groupDel");
+    return MemberToGroup::groupDel(key);
+  }
+  void groupNotify(const GroupKey& key) override {
+    log_.emplace_back("groupNotify");
+    MemberToGroup::groupNotify(key);
+  }
+  void groupIs(const GroupKey& key, bool value) override {
+    log_.emplace_back("groupIs");
+    MemberToGroup::groupIs(key, value);
+  }
+  using MemberToGroup::selectedProfileDel;
+  ProfileKey selectedProfileDel(Profile::ProfileType type) override {
+    log_.emplace_back("selectedProfileDel");
+    return MemberToGroup::selectedProfileDel(type);
+  }
+  void selectedProfileNotify(Profile::ProfileType type) override {
+    log_.emplace_back("selectedProfileNotify");
+    MemberToGroup::selectedProfileNotify(type);
+  }
+  void selectedProfileIs(Profile::ProfileType type, const ProfileKey& key) override {
+    log_.emplace_back("selectedProfileIs");
+    MemberToGroup::selectedProfileIs(type, key);
+  }
+  void profileChangeCauseIs(ProfileChangeCause cause) override {
+    log_.emplace_back("profileChangeCauseIs");
+    MemberToGroup::profileChangeCauseIs(cause);
+  }
+  void partOfDynamicUnitIs(bool part) override {
+    log_.emplace_back("partOfDynamicUnitIs");
+    MemberToGroup::partOfDynamicUnitIs(part);
+  }
+
+private:
+  Log& log_;
+};
+
+TEST(GenericMappings, OfAMemberReachTheMutatorsOfADerivedClass) {
+  Log log;
+  const auto member = Zel::makeObject<Told>(log);
   const Handle object = Zel::generic(Ptr<MemberToGroup>(member));
+  const ProfileKey drain(Profile::profileTypeBgp, "drain");
+
   Zel::setMember(object, 258, peers, true);
-  Zel::writeAttribute(object, 261, true);
-  EXPECT_EQ(member->groups, 1);
-  EXPECT_EQ(member->parts, 1);
+  EXPECT_EQ(log, (Log{"groupIs", "groupNotify"}));
   EXPECT_TRUE(member->group(peers));
+  log.clear();
+  EXPECT_TRUE(Zel::value<bool>(Zel::deleteMember(object, 258, peers)));
+  EXPECT_EQ(log, (Log{"groupDel", "groupNotify"}));
+  log.clear();
+  Zel::setMember(object, 259, Profile::profileTypeUnit, drain);
+  EXPECT_EQ(log, (Log{"selectedProfileIs", "selectedProfileNotify"}));
+  log.clear();
+  EXPECT_EQ(Zel::value<ProfileKey>(Zel::deleteMember(object, 259, Profile::profileTypeUnit)),
+            drain);
+  EXPECT_EQ(log, (Log{"selectedProfileDel", "selectedProfileNotify"}));
+  log.clear();
+  Zel::writeAttribute(object, 260, userConfigChange);
+  Zel::writeAttribute(object, 261, true);
+  EXPECT_EQ(log, (Log{"profileChangeCauseIs", "partOfDynamicUnitIs"}));
+  EXPECT_EQ(member->profileChangeCause(), userConfigChange);
   EXPECT_TRUE(member->partOfDynamicUnit());
 }
 
