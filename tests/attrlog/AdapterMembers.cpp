@@ -2,6 +2,9 @@
 
 #include <Zel/MsgChannel>
 #include <Zel/ZelType>
+#include <attrlog/MaintenanceGroup.h>
+#include <attrlog/MaintenanceUnitProfile.h>
+#include <attrlog/Mapping.h>
 #include <attrlog/Profile.h>
 #include <attrlog/Unit.h>
 
@@ -199,6 +202,39 @@ TEST_F(AdapterMembers, OfDirectoriesOfConfiguredUnitsAndMergedInputsToo) {
   EXPECT_TRUE(inputs->unitNboAttrLogAdapterIs(Flags(0x40), input, 1, sender.out(), nullptr));
   EXPECT_EQ(adapterOf(config)->entityId(), (Zel::EntityId{10, 0}));
   EXPECT_EQ(adapterOf(input)->entityId(), (Zel::EntityId{12, 0}));
+}
+
+TEST_F(AdapterMembers, AttachedByTheTypesOfOtherDirectoriesToo) {
+  using namespace Maintenance;
+  const Group::GroupKey group(Group::groupTypeBgp, "g");
+  const auto expectAttached = [&](const Ptr<Zel::Entity>& parent, auto&& make) {
+    const Zel::ZelType* const type = parent->fwkType();
+    SCOPED_TRACE(type->fullName());
+    sender.announce(parent);
+    adapterOf(parent)->flagsIs(StreamAdapter::flagSyncFanOut, true);
+    const Ptr<Zel::Entity> child(make());
+    adapterOf(parent)->flagsIs(StreamAdapter::flagSyncFanOut, false);
+    EXPECT_FALSE(adapterOf(child));
+    type->childAttrLogIs(Ptr<const Zel::ZelAttr>(type->attr(154)), child, sender.out());
+    EXPECT_FALSE(adapterOf(child));
+    EXPECT_EQ(sender.written(), "");
+    type->childAttrLogIs(Ptr<const Zel::ZelAttr>(type->attr(258)), child, sender.out());
+    EXPECT_TRUE(adapterOf(child));
+    const std::string written = sender.written();
+    EXPECT_NE(written.find("00 00 01 02 01 00 00 00 00 00 00 00 97 00 01"), written.npos);
+  };
+  const auto configs = Unit::configDirFactory("c");
+  expectAttached(configs, [&] { return configs->newConfig("u"); });
+  const auto units = Unit::statusDirFactory("s");
+  expectAttached(units, [&] { return units->newStatus("u"); });
+  const auto inputs = Unit::mergedInputDirFactory("m");
+  expectAttached(inputs, [&] { return inputs->newUnit("u", Unit::srcCli); });
+  const auto mapped = groupToUnitDirFactory("g");
+  expectAttached(mapped, [&] { return mapped->newGroupToUnit(group); });
+  const auto groups = MaintenanceGroup::configDirFactory("n");
+  expectAttached(groups, [&] { return groups->newMaintenanceGroup(group); });
+  const auto unitProfiles = MaintenanceUnitProfile::configDirFactory("p");
+  expectAttached(unitProfiles, [&] { return unitProfiles->newConfig("u"); });
 }
 
 TEST_F(AdapterMembers, OfADirectoryOfUnitsToo) {

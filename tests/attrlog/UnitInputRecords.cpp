@@ -61,6 +61,16 @@ TEST_F(InputRecords, Unit) {
   EXPECT_EQ(mirror->unitMap().count(), 0U);
 }
 
+TEST_F(InputRecords, AnUnknownPriorityIsCountedAndKept) {
+  channel.receiver.apply("00 00 00 20 02 00 00 00 00 00 00 00 "
+                         "00 00 01 02 01 00 00 00 00 00 00 00 00 00 01 "
+                         "00 00 00 04 03");
+  EXPECT_EQ(channel.receiver.failure(), "");
+  EXPECT_EQ(channel.receiver.counts().unknownEnums, 1U);
+  EXPECT_EQ(channel.receiver.counts().badValues, 0U);
+  EXPECT_EQ(static_cast<int>(mirror->priority()), 4);
+}
+
 TEST_F(InputRecords, AllOfOneIsItsPriorityAndItsUnits) {
   const Sender sender;
   input->unitIs("u", true);
@@ -104,6 +114,18 @@ TEST_F(MergedInputRecords, ARootOfAnUnknownPriorityIsNotMade) {
   EXPECT_EQ(Support::rangeFailure(
                 [] { madeFrom(MergedInput::_fwkType(), "00 00 00 01 75 00 00 00 04"); }),
             "InputSrc");
+}
+
+TEST_F(MergedInputRecords, ARootOfAnUnknownPriorityIsABadValueOfItsRecord) {
+  channel.receiver.apply("00 00 00 52 01 00 00 00 00 00 00 00 "
+                         "00 00 00 88 01 00 00 00 00 00 00 00 00 00 01 "
+                         "01 00 00 00 1e 4d 61 69 6e 74 65 6e 61 6e 63 65 3a 3a 55 6e 69 74 3a 3a "
+                         "4d 65 72 67 65 64 49 6e 70 75 74 03 00 00 00 01 76 00 00 00 04 "
+                         "04 06 00 00 00 00 00 00 00 03");
+  EXPECT_EQ(channel.receiver.failure(), "");
+  EXPECT_EQ(channel.receiver.counts().badValues, 1U);
+  EXPECT_EQ(channel.receiver.counts().unknownEnums, 0U);
+  EXPECT_FALSE(channel.receiver.roots->entity("v"));
 }
 
 TEST_F(MergedInputRecords, Priority) {
