@@ -119,6 +119,39 @@ TEST(ProfileKeySets, KeepNoNotifiees) {
   EXPECT_TRUE((std::is_same_v<ProfileKeySet::NotifieeConst, Zel::PtrInterface::NotifieeConst>));
 }
 
+/// Writes down each call that a notifiee of any object can get.
+class AnyListener : public Zel::PtrInterface::NotifieeConst {
+public:
+  void handleNotification(Zel::ActivityConfig* /*config*/) override { ++calls; }
+  void onAttribute(Zel::AttributeId /*id*/) override { ++calls; }
+  void onNotification() override { ++calls; }
+  void onCollectionNotification(Zel::String8 /*key*/) override { ++calls; }
+  void onNotificationException() override { ++calls; }
+  void onNotificationException(Zel::AttributeId /*id*/) override { ++calls; }
+  void onZeroReferences() override { ++calls; }
+
+  int calls = 0;
+};
+
+TEST(ProfileKeySets, TellANotifieeThatIsRegisteredWithThemNothing) {
+  auto set = profileKeySetFactory();
+  const auto listener = Zel::makeObject<AnyListener>();
+  listener->isRegisteredNotifieeIs(true);
+  listener->notifierIs(set);
+  ASSERT_EQ(listener->notifier(), set);
+  ASSERT_TRUE(listener->isRegisteredNotifiee());
+  set->profileKeyIs(a, true);
+  set->profileKeyIs(a, false);
+  set->profileKeyIs(b, true);
+  set->newProfileKey(ProfileKey(), true);
+  set->profileKeyNotify(a);
+  set->profileKeyDel(a);
+  set->profileKeyDelAll();
+  listener->notifierIs(nullptr);
+  set = nullptr;
+  EXPECT_EQ(listener->calls, 0);
+}
+
 /// The facility of the mappings, with all as it was before at the end.
 class WinningTrace : public testing::Test {
 protected:

@@ -1,8 +1,11 @@
 #include "Listeners.h"
 
 #include "support/Failure.h"
+#include "support/OneAtATime.h"
 
 #include <model/Mapping.h>
+
+#include <algorithm>
 
 namespace {
 
@@ -211,6 +214,49 @@ TEST(ProfileSelections, OneThatGoesTellsOfItsMembers) {
   listener->isWeakReferenceIs(true);
   all = nullptr;
   EXPECT_EQ(log, Log({"zero", "unit System 2"}));
+}
+
+/// The hashes of the keys of a collection as its index has them, in the order of iteration.
+template <class Map, class HashOf>
+std::vector<unsigned> indexHashes(const Map& map, HashOf&& hashOf) {
+  std::vector<unsigned> hashes;
+  for (typename Map::IteratorConst at(map); at; at.advance()) {
+    hashes.push_back(Support::reversed(hashOf(at->zelKey()).end()));
+  }
+  return hashes;
+}
+
+TEST(SelectionOrder, OfWhatGoesInAndCameOutIsThatOfTheHashesOfTheKeys) {
+  const auto unit = unitProfileSelectionFactory(system);
+  for (unsigned number = 0; number < 100; ++number) {
+    const GroupProfileSelKey key(static_cast<Group::GroupType>(number % 3), number);
+    unit->groupProfileSelectionInIs(key);
+    unit->groupProfileSelectionOutIs(key);
+  }
+  const auto hashOf = [](const GroupProfileSelKey& key) {
+    return Support::OneAtATime()
+        .add(Support::bytesOf(static_cast<unsigned>(key.groupType())))
+        .add(Support::bytesOf(key.profileSelReqId()));
+  };
+  const auto in = indexHashes(unit->groupProfileSelectionInMap(), hashOf);
+  EXPECT_EQ(in.size(), 100U);
+  EXPECT_TRUE(std::is_sorted(in.begin(), in.end()));
+  EXPECT_EQ(indexHashes(unit->groupProfileSelectionOutMap(), hashOf), in);
+}
+
+TEST(SelectionOrder, OfAllSelectionsIsThatOfTheHashesOfTheKeys) {
+  const auto all = profileSelectionFactory();
+  for (unsigned number = 0; number < 100; ++number) {
+    all->unitProfileSelectionIs(UnitProfileSelKey(Zel::String8(joined("u", std::to_string(number))),
+                                                  static_cast<ProfileChangeCause>(number % 3)));
+  }
+  const auto hashes = indexHashes(all->unitProfileSelectionMap(), [](const UnitProfileSelKey& key) {
+    return Support::OneAtATime()
+        .mix(key.unitName().hash())
+        .add(Support::bytesOf(static_cast<unsigned>(key.profileChangeCause())));
+  });
+  EXPECT_EQ(hashes.size(), 100U);
+  EXPECT_TRUE(std::is_sorted(hashes.begin(), hashes.end()));
 }
 
 TEST(ProfileSelections, HaveNeitherCountersNorAttributeLog) {

@@ -106,6 +106,29 @@ TEST_F(UnitConfig, ADirectoryAskedTwiceForOneNameYieldsOneEntityAndTellsOnce) {
   EXPECT_EQ(log, Log({"on System"}));
 }
 
+TEST_F(UnitConfig, IsFoundUnderTheNameThatADerivedClassGivesIt) {
+  struct Renamed : Config {
+    explicit Renamed(int number) : Config("unit"), number_(number) {}
+    Zel::Name name() const override { return String8(joined("renamed", std::to_string(number_))); }
+
+  private:
+    int number_;
+  };
+  ConfigDir::ConfigMap map;
+  for (int number = 0; number < 100; ++number) { // which grow the table
+    const auto made = Zel::makeObject<Renamed>(number);
+    const Zel::Name given = made->zelKey();
+    map.newMemberG(made, &given);
+  }
+  for (int number = 0; number < 100; ++number) {
+    const Zel::Name given(joined("renamed", std::to_string(number)));
+    ASSERT_NE(map[given], nullptr) << number;
+    EXPECT_EQ(map[given]->fwkKey(), given);
+    EXPECT_EQ(map[given]->unitName(), given);
+  }
+  EXPECT_EQ(map["unit"], nullptr);
+}
+
 TEST_F(UnitConfig, DeletingItLeavesTheStatusOfTheSameName) {
   const auto configured = configDirFactory("configured");
   const auto units = statusDirFactory("units");
