@@ -11,6 +11,7 @@ public:
   static constexpr std::string_view zelTypeName = "Maintenance::Unit::BuiltinUnitName";
   static const Zel::TypeTable& zelTable();
   static const Zel::ZelType* _fwkType();
+  const Zel::ZelType* fwkType() const { return _fwkType(); }
   using _Type = Zel::TypeOf<BuiltinUnitName>;
   using GenericIf_ = Zel::ValueGenericIf<BuiltinUnitName>;
 
@@ -42,6 +43,7 @@ public:
   static constexpr std::string_view zelTypeName = "Maintenance::Unit::MaintenanceStageClasses";
   static const Zel::TypeTable& zelTable();
   static const Zel::ZelType* _fwkType();
+  const Zel::ZelType* fwkType() const { return _fwkType(); }
   using _Type = Zel::TypeOf<MaintenanceStageClasses>;
   using GenericIf_ = Zel::ValueGenericIf<MaintenanceStageClasses>;
 
@@ -77,6 +79,7 @@ public:
   static constexpr std::string_view zelTypeName = "Maintenance::Unit::MaintenanceStageList";
   static const Zel::TypeTable& zelTable();
   static const Zel::ZelType* _fwkType();
+  const Zel::ZelType* fwkType() const { return _fwkType(); }
   using _Type = Zel::TypeOf<MaintenanceStageList>;
   using GenericIf_ = Zel::ValueGenericIf<MaintenanceStageList>;
 

@@ -12,6 +12,7 @@ public:
   static constexpr std::string_view zelTypeName = "Maintenance::Unit::StageMgrInstKey";
   static const Zel::TypeTable& zelTable();
   static const Zel::ZelType* _fwkType();
+  const Zel::ZelType* fwkType() const { return _fwkType(); }
   using _Type = Zel::TypeOf<StageMgrInstKey>;
   using GenericIf_ = Zel::ValueGenericIf<StageMgrInstKey>;
 

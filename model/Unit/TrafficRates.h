@@ -11,6 +11,7 @@ public:
   static constexpr std::string_view zelTypeName = "Maintenance::Unit::TrafficRates";
   static const Zel::TypeTable& zelTable();
   static const Zel::ZelType* _fwkType();
+  const Zel::ZelType* fwkType() const { return _fwkType(); }
   using _Type = Zel::TypeOf<TrafficRates>;
   using GenericIf_ = Zel::ValueGenericIf<TrafficRates>;
 

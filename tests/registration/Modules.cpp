@@ -24,6 +24,7 @@ TEST(Modules, GiveEachTypeOneDescriptorByWhateverWay) {
   EXPECT_EQ(Status::_fwkType(), Zel::ZelType::type("Maintenance::Unit::Status"));
   EXPECT_EQ(_fwkType_State(), Zel::ZelType::type("Maintenance::Unit::State"));
   EXPECT_EQ(TrafficRates::_fwkType(), Zel::valueRecord<TrafficRates>.type());
+  EXPECT_EQ(TrafficRates().fwkType(), TrafficRates::_fwkType());
   EXPECT_EQ(Zel::valueRecord<State>.type(), _fwkType_State());
   EXPECT_EQ(Status::_fwkType(), Status::zelTable().type());
   const auto milk = Zel::makeObject<Foreign::Perishable>("milk");
