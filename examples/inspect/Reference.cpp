@@ -70,6 +70,7 @@ std::string remarks(const ZelAttr& attr) {
   };
   remark((attr.flags().second & Flag::inAttributeLog) != 0, "logged");
   remark((attr.flags().first & Flag::virtualAccess) != 0, "virtual");
+  remark(attr.row() != nullptr && attr.row()->increment != nullptr, "counter");
   return text;
 }
 
@@ -79,6 +80,8 @@ void printArguments(std::ostream& out, const ZelType& type) {
     out << (at == 0 ? "Made from " : ", ") << '`' << names[at] << "` (`"
         << type.constructorArgTypeQ()[at] << "`)";
   }
+  const bool anybody = type.table() == nullptr || type.table()->hasFactory;
+  out << (anybody ? "" : ", by a directory or the attribute log alone");
   out << (names.empty() ? "" : ".\n");
 }
 

@@ -46,6 +46,17 @@ TEST(Types, PrintsWhatADirectoryIsMadeFromAndHowItsMembersAreKeyed) {
                         "`0x9a20143 0x11000400 0` | logged |\n"));
 }
 
+TEST(Types, TellsWhatIsACounterAndWhatNobodyElseMakes) {
+  EXPECT_THAT(
+      inspect("Maintenance::AgentInfo").out,
+      HasSubstr("| 258 | `agentPid` | singular | `U32` |  | `0x220143 0x1000400 2` | logged "
+                "|\n| 259 | `restartCount` | singular | `U32` |  | `0x220143 0x1000400 2` "
+                "| logged, counter |\n"));
+  EXPECT_THAT(inspect("Maintenance::GroupToUnit").out,
+              HasSubstr("Made from `key` (`Group::GroupKey`), by a directory or the attribute log "
+                        "alone.\n"));
+}
+
 TEST(Types, PrintsAScopeInTheOrderOfDeclaration) {
   const std::string all = inspect("--scope Maintenance::Profile").out;
   std::string expected;
