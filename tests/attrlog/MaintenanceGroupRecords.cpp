@@ -1,5 +1,9 @@
 #include "Channel.h"
+#include "Payload.h"
 
+#include "support/Failure.h"
+
+#include <Zel/ZelType>
 #include <attrlog/MaintenanceGroup.h>
 
 // Records of maintenance groups, byte for byte.
@@ -67,6 +71,50 @@ TEST(MaintenanceGroupRecords, AMemberIsToldByItsKeyAndNamedByTheTextOfItAtBothEn
                         "ff ff fe fe 01 00 00 00 00 00 00 00 00 00 01 "
                         "00 00 00 01 00 00 00 05 70 65 65 72 73 03");
   EXPECT_FALSE(channel.mirror->maintenanceGroup(peers));
+}
+
+TEST(MaintenanceGroupRecords, ARootOfAnUnknownTypeOfGroupIsNotMade) {
+  const auto made = [](std::string_view hex) {
+    return Config::_fwkType()->newEntity(Zel::Ptr<Zel::NboAttrLog::In>(ringOf(hex)), {}, 0,
+                                         nullptr);
+  };
+  EXPECT_EQ(made("00 00 00 01 67 00 00 00 01 00 00 00 01 78")->name(), "g");
+  EXPECT_EQ(Support::rangeFailure([&] { made("00 00 00 01 67 00 00 00 63 00 00 00 01 78"); }),
+            "GroupType");
+}
+
+TEST(MaintenanceGroupRecords, AProfileThatIsNotSentAnewBetweenTheMarkersGoesWithoutEcho) {
+  const Channel<Config> channel(configFactory("group", peers));
+  const ProfileKey fast(Maintenance::Profile::profileTypeBgp, "fast");
+  channel.mirror->profileIs(slow, true);
+  channel.mirror->profileIs(fast, true);
+  channel.receiver.written();
+  channel.receiver.apply("00 00 00 28 02 00 00 00 00 00 00 00 "
+                         "00 00 00 89 00 00 00 00 0c 00 00 00 00 00 01 "
+                         "00 00 01 03 00 00 00 00 00 00 00 00 03 "
+                         "00 00 00 29 02 00 00 00 00 00 00 00 "
+                         "00 00 01 03 01 00 00 00 00 00 00 00 00 00 01 "
+                         "00 00 00 01 00 00 00 04 73 6c 6f 77 00 03 "
+                         "00 00 00 28 02 00 00 00 00 00 00 00 "
+                         "00 00 00 89 00 00 00 00 0c 00 00 00 00 00 01 "
+                         "00 00 01 03 00 00 00 02 00 00 00 00 03");
+  ASSERT_EQ(channel.mirror->profileMap().count(), 1U);
+  EXPECT_NE(channel.mirror->profileMap()[slow], nullptr);
+  EXPECT_FALSE(channel.mirror->profile(slow));
+  EXPECT_EQ(channel.receiver.written(), "");
+}
+
+TEST(MaintenanceGroupRecords, AMemberInACompoundRecordIsNamedByItsKeyToo) {
+  const Channel<ConfigDir> channel(configDirFactory("groups"));
+  channel.receiver.apply("00 00 00 3d 02 00 00 00 00 00 00 00 "
+                         "00 00 00 90 01 00 00 00 00 00 00 00 00 00 01 "
+                         "00 08 00 00 00 00 01 02 00 00 00 00 "
+                         "00 00 00 01 00 00 00 05 70 65 65 72 73 04 00 00 00 00 00 00 00 03");
+  EXPECT_EQ(channel.receiver.failure(), "");
+  const auto member = channel.mirror->maintenanceGroup(peers);
+  ASSERT_TRUE(member);
+  EXPECT_EQ(member->name(),
+            "Value('Group::GroupKey', ** {'type': 'groupTypeBgp', 'name': 'peers'})");
 }
 
 TEST(MaintenanceGroupRecords, AnUnknownTypeOfGroupOrProfileIsPassedOver) {

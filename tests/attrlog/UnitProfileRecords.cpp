@@ -63,6 +63,17 @@ TEST(UnitProfileRecords, AMemberIsToldByItsNameAndItsAttributesAreOfFixedSize) {
   EXPECT_EQ(channel.mirror->configMap().count(), 0U);
 }
 
+TEST(UnitProfileRecords, AMemberInACompoundRecordIsMadeByItsName) {
+  const Channel<ConfigDir> channel(configDirFactory("unit profiles"));
+  channel.receiver.apply("00 00 00 3b 02 00 00 00 00 00 00 00 "
+                         "00 00 00 90 01 00 00 00 00 00 00 00 00 00 01 "
+                         "00 08 00 00 00 00 01 02 00 00 00 00 "
+                         "00 00 00 07 63 61 72 65 66 75 6c 04 00 00 00 00 00 00 00 03");
+  EXPECT_EQ(channel.receiver.failure(), "");
+  ASSERT_TRUE(channel.mirror->config("careful"));
+  EXPECT_EQ(channel.mirror->config("careful")->key(), ProfileKey(profileTypeUnit, "careful"));
+}
+
 TEST(UnitProfileRecords, AFlowThatStartsAtAConstantHasNothingToSay) {
   const Sender sender;
   const auto profile = configFactory("careful");

@@ -59,6 +59,41 @@ TEST(GenericGroup, OfADirectoryIsMadeByItsKeyAloneAndNamedByIt) {
             "too many arguments: maintenanceGroup");
 }
 
+TEST(GenericGroup, DeliversItsProfilesByKeyIfOneIsWaitingAndElseAsAWhole) {
+  const auto group = Groups::configFactory("g", peers);
+  Log log;
+  Listener listener(log);
+  const Handle object = told(Zel::generic(group), listener);
+  const auto deliver = [&](Zel::AttributeId id) {
+    object->pendingAttributeIs(id);
+    object->handleNotification(nullptr);
+    return std::exchange(log, {});
+  };
+  for (const Zel::AttributeId id : {259, -1}) {
+    EXPECT_EQ(deliver(id), Log());
+    group->zelNotifieeList().head()->zelPendingProfile = {ProfileKey(profileTypeBgp, "slow"), 1};
+    EXPECT_EQ(deliver(id), Log{"259 " + textOf(Zel::generic(ProfileKey(profileTypeBgp, "slow")))});
+    group->zelNotifieeList().head()->zelPendingProfile.count = 2;
+    EXPECT_EQ(deliver(id), Log{"259"});
+  }
+  EXPECT_EQ(deliver(-2), Log{"259"});
+  EXPECT_EQ(deliver(258), Log());
+}
+
+TEST(GenericGroup, AndUnitProfilesOfDirectoriesAreDeliveredWithoutAnyWaiting) {
+  Log log;
+  Listener listener(log);
+  for (const Handle& object : {Zel::generic(Groups::configDirFactory("groups")),
+                               Zel::generic(UnitProfiles::configDirFactory("profiles"))}) {
+    told(object, listener);
+    for (const Zel::AttributeId id : {-1, 258, -2}) {
+      object->pendingAttributeIs(id);
+      object->handleNotification(nullptr);
+    }
+    EXPECT_EQ(std::exchange(log, {}), Log{"258"});
+  }
+}
+
 struct GenericUnitProfile : testing::Test {
   const Ptr<UnitProfiles::Config> profile = UnitProfiles::configFactory("careful");
   Log log;
