@@ -176,6 +176,12 @@ void AttrLogAdapter::keyedRead(const FlowStep& step, In& in, bool apply) {
     row.collection->tellKey(*notifiee(), key.at());
     return;
   }
+  if (row.kind == AttrKind::ownKey) { // it is kept under what it brings, whatever stands before it
+    const AttrRow& brought = *row.value->table().row(keyAttributeName(row));
+    ValueSlot own(*row.key, [&](void* to) { brought.read(value.at(), to); });
+    entryApply(step, own.at(), value.at());
+    return;
+  }
   entryApply(step, key.at(), value.at());
 }
 

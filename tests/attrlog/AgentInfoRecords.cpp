@@ -1,4 +1,5 @@
 #include "Channel.h"
+#include "Log.h"
 
 #include <attrlog/MaintenanceAgentInfo.h>
 
@@ -7,6 +8,7 @@
 namespace {
 
 using namespace Maintenance;
+using namespace Wiretap;
 using Noted = OnBootUnitAndReason;
 
 struct AgentInfoRecords : testing::Test {
@@ -130,6 +132,38 @@ TEST_F(AgentInfoRecords, WhatIsGoneAtAResyncIsSwept) {
       "00 00 01 05 00 00 00 02 00 00 00 00 03");
   EXPECT_EQ(mirror->onBootMaintEnterMap().count(), 1U);
   EXPECT_EQ(mirror->onBootMaintEnter("System"), Noted("System", Unit::srcCli));
+}
+
+/// A note of `unitName` behind `key`.
+std::string note(const char* key, const char* unitName) {
+  return letter(Reader<AgentInfo>::id, AgentInfo::Attr::onBootMaintEnter, [&](Out& out) {
+    out.putString(key);
+    out.putString(unitName);
+    out.put32(Unit::srcCli);
+  });
+}
+
+TEST(AgentInfoNotes, BehindAnotherKeyAreKeptUnderTheirOwnName) {
+  Reader<AgentInfo> reader;
+  const auto attr = AgentInfo::Attr::onBootMaintEnter;
+  reader.entity->newOnBootMaintEnter(Noted("System", Unit::srcOnBoot));
+  reader.entity->newOnBootMaintEnter(Noted("Linecard1", Unit::srcOnBoot));
+  reader.feed(marker(reader.id, attr, 0) + note("System", "Linecard1") +
+              marker(reader.id, attr, 2));
+  EXPECT_EQ(reader.failure(), "");
+  EXPECT_EQ(reader.entity->onBootMaintEnterMap().count(), 1U);
+  EXPECT_EQ(reader.entity->onBootMaintEnter("Linecard1"), Noted("Linecard1", Unit::srcCli));
+}
+
+TEST(AgentInfoNotes, CountAgainstTheLimitUnderTheirOwnName) {
+  Zel::ConnectionLimits limits;
+  limits.maxKeys = 2;
+  Reader<AgentInfo> reader(0, limits);
+  reader.feed(note("a", "a") + note("a", "b") + note("c", "a"));
+  EXPECT_EQ(reader.failure(), "");
+  reader.feed(note("a", "c"));
+  EXPECT_EQ(reader.failure(), "onBootMaintEnter of mirror: more keys than are kept for a peer");
+  EXPECT_EQ(reader.entity->onBootMaintEnterMap().count(), 2U);
 }
 
 } // namespace
