@@ -21,7 +21,10 @@ TEST(Complete, YieldsCommandsOptionsPathsAndNames) {
   EXPECT_EQ(maintctl("complete d").out, "del\ndump\n");
   EXPECT_EQ(maintctl("complete -- run --").out,
             "--help\n--json\n--keep-going\n--socket\n--timeout\n--version\n");
-  EXPECT_EQ(maintctl("complete /").out, "/defaultProfile/\n/profiles/\n/status/\n");
+  EXPECT_EQ(maintctl("complete /").out,
+            "/agentInfo/\n/cliInput/\n/defaultProfile/\n/groupToUnit/\n/groups/\n"
+            "/mergedInput/\n/onBootInput/\n/profiles/\n/status/\n"
+            "/unitProfiles/\n/units/\n");
   EXPECT_EQ(maintctl("complete /sta").out, "/status/\n");
   EXPECT_EQ(maintctl("complete get ''").out, "/\n");
   EXPECT_EQ(maintctl("complete get /defaultProfile/p").out, "/defaultProfile/profileName\n");

@@ -23,8 +23,26 @@ constexpr const char* someUnit = "add /status/System\n"
 constexpr const char* itsDump =
     "# The tree of a device: members by their paths, and values behind theirs.\n"
     "\n"
+    "# /agentInfo, Maintenance::AgentInfo\n"
+    "/agentInfo/agentPid 0\n"
+    "/agentInfo/restartCount 0\n"
+    "/agentInfo/onBoot false\n"
+    "/agentInfo/ready false\n"
+    "\n"
+    "# /cliInput, Maintenance::Unit::Input\n"
+    "/cliInput/priority 'srcCli'\n"
+    "\n"
     "# /defaultProfile, Maintenance::Profile::DefaultProfile\n"
     "/defaultProfile/profileName 'drain'\n"
+    "\n"
+    "# /groupToUnit, Maintenance::GroupToUnitDir\n"
+    "\n"
+    "# /groups, Maintenance::MaintenanceGroup::ConfigDir\n"
+    "\n"
+    "# /mergedInput, Maintenance::Unit::MergedInputDir\n"
+    "\n"
+    "# /onBootInput, Maintenance::Unit::Input\n"
+    "/onBootInput/priority 'srcOnBoot'\n"
     "\n"
     "# /profiles, Maintenance::Profile::ConfigDir\n"
     "/profiles/config/profileTypeBgp,drain\n"
@@ -45,7 +63,11 @@ constexpr const char* itsDump =
     "/status/status/System/aggTrafficRate Value('Maintenance::Unit::TrafficRates', ** "
     "{'outBitsRate': 0, 'inBitsRate': 0, 'statsUpdateTime': 0})\n"
     "/status/status/System/totalIntfTrafficViolations 0\n"
-    "/status/status/System/genId 0\n";
+    "/status/status/System/genId 0\n"
+    "\n"
+    "# /unitProfiles, MaintenanceUnitProfile::ConfigDir\n"
+    "\n"
+    "# /units, Maintenance::Unit::ConfigDir\n";
 
 mode_t modeOf(const std::string& file) {
   struct stat status = {};
@@ -118,7 +140,7 @@ TEST(Dump, TellsOfAFolderThatIsNotThere) {
             "maintctl: cannot write /nowhere/tree: No such file or directory\n");
 }
 
-/// A tree in this process, with whatever a unit may hold.
+/// A tree in this process, with whatever a device may hold.
 class RandomTree {
 public:
   explicit RandomTree(unsigned seed) : random_(seed) {}
@@ -129,6 +151,7 @@ public:
       const std::string unit = "/status/status/unit%20" + std::to_string(upTo(4));
       text += unit + "\n" + unit + oneValue() + "\n";
       text += "/profiles/config/profileTypeUnit,p" + std::to_string(upTo(9)) + "\n";
+      text += elsewhere();
     }
     return text;
   }
@@ -166,6 +189,50 @@ private:
              times[upTo(6)];
     default:
       return "/genId " + std::to_string(upTo(4000000000U));
+    }
+  }
+
+  /// A line of another root, behind that of its member if it is of one.
+  std::string elsewhere() {
+    static const char* const sources[] = {"srcUnknown", "srcOnBoot", "srcOnBootCli", "srcCli"};
+    const std::string number = std::to_string(upTo(5));
+    const std::string key = "groupTypeInterface,g%2C%2F" + number;
+    const std::string truth = upTo(1) != 0 ? " true\n" : " false\n";
+    const std::string unit = "/units/config/u%2F" + number + "\n";
+    const std::string group = "/groups/maintenanceGroup/" + key + "\n";
+    const std::string mapped = "/groupToUnit/groupToUnit/" + key + "\n";
+    const std::string profile = "/unitProfiles/config/p%23" + number + "\n";
+    const auto below = [](const std::string& member, const std::string& rest) {
+      return member + member.substr(0, member.size() - 1) + rest;
+    };
+    switch (upTo(12)) {
+    case 0:
+      return below(unit, "/profileName " + text() + "\n");
+    case 1:
+      return below(unit, "/group/" + key + truth);
+    case 2:
+      return below(group, "/profile/profileTypeBgp,p%2C" + number + truth);
+    case 3:
+      return below(mapped, "/unitName/u%2F" + number + truth);
+    case 4:
+      return below(profile, "/onBootDuration 30" + number + "\n");
+    case 5:
+      return below(profile, "/onBootEnabled" + truth);
+    case 6:
+      return "/mergedInput/unit/u" + number + " " + sources[upTo(3)] + "\n";
+    case 7:
+      return "/cliInput/unit/u%25" + number + truth;
+    case 8:
+      return std::string("/onBootInput/priority ") + sources[upTo(3)] + "\n";
+    case 9:
+      return "/agentInfo/onBootMaintEnter/u" + number + " u" + number + "," + sources[upTo(3)] +
+             "\n";
+    case 10:
+      return "/agentInfo/restartCount " + number + "\n/agentInfo/ready" + truth;
+    case 11:
+      return "/defaultProfile/profileName " + text() + "\n";
+    default:
+      return "/onBootInput/unit/" + number + truth;
     }
   }
 

@@ -12,9 +12,17 @@ constexpr const char* unit = "add /status/System\n"
 
 TEST(Ls, ListsTheRootsWithTheirTypes) {
   const Result result = maintctl("ls");
-  EXPECT_EQ(result.out, "/defaultProfile  Maintenance::Profile::DefaultProfile\n"
+  EXPECT_EQ(result.out, "/agentInfo       Maintenance::AgentInfo\n"
+                        "/cliInput        Maintenance::Unit::Input\n"
+                        "/defaultProfile  Maintenance::Profile::DefaultProfile\n"
+                        "/groupToUnit     Maintenance::GroupToUnitDir\n"
+                        "/groups          Maintenance::MaintenanceGroup::ConfigDir\n"
+                        "/mergedInput     Maintenance::Unit::MergedInputDir\n"
+                        "/onBootInput     Maintenance::Unit::Input\n"
                         "/profiles        Maintenance::Profile::ConfigDir\n"
-                        "/status          Maintenance::Unit::StatusDir\n");
+                        "/status          Maintenance::Unit::StatusDir\n"
+                        "/unitProfiles    MaintenanceUnitProfile::ConfigDir\n"
+                        "/units           Maintenance::Unit::ConfigDir\n");
   EXPECT_EQ(result.err, "");
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(maintctl("ls /").out, result.out);
@@ -67,9 +75,17 @@ TEST(Ls, ListsOneAttributeOneEntryAndAllEntries) {
 
 TEST(Ls, PrintsJson) {
   EXPECT_EQ(maintctl("--json ls").out,
-            R"([{"name":"/defaultProfile","type":"Maintenance::Profile::DefaultProfile"},)"
+            R"([{"name":"/agentInfo","type":"Maintenance::AgentInfo"},)"
+            R"({"name":"/cliInput","type":"Maintenance::Unit::Input"},)"
+            R"({"name":"/defaultProfile","type":"Maintenance::Profile::DefaultProfile"},)"
+            R"({"name":"/groupToUnit","type":"Maintenance::GroupToUnitDir"},)"
+            R"({"name":"/groups","type":"Maintenance::MaintenanceGroup::ConfigDir"},)"
+            R"({"name":"/mergedInput","type":"Maintenance::Unit::MergedInputDir"},)"
+            R"({"name":"/onBootInput","type":"Maintenance::Unit::Input"},)"
             R"({"name":"/profiles","type":"Maintenance::Profile::ConfigDir"},)"
-            R"({"name":"/status","type":"Maintenance::Unit::StatusDir"}])"
+            R"({"name":"/status","type":"Maintenance::Unit::StatusDir"},)"
+            R"({"name":"/unitProfiles","type":"MaintenanceUnitProfile::ConfigDir"},)"
+            R"({"name":"/units","type":"Maintenance::Unit::ConfigDir"}])"
             "\n");
   EXPECT_EQ(maintctl("ls --json /defaultProfile").out,
             R"([{"name":"systemDefaultProfileName","type":"Zel::String",)"
@@ -101,9 +117,15 @@ TEST(Get, PrintsAllValuesBelowAnEntityOrACollection) {
             "'profileTypeBgp', 'name': 'b'})\n");
   EXPECT_EQ(printed(std::string(unit) + "get /status/System/history\n"),
             "7 = 'again'\n12.5 = 'drain begun'\n");
-  EXPECT_EQ(printed("get /\n"), "defaultProfile/systemDefaultProfileName = '#DEFAULTPROFILE'\n"
+  EXPECT_EQ(printed("get /\n"), "agentInfo/agentPid = 0\n"
+                                "agentInfo/restartCount = 0\n"
+                                "agentInfo/onBoot = false\n"
+                                "agentInfo/ready = false\n"
+                                "cliInput/priority = 'srcCli'\n"
+                                "defaultProfile/systemDefaultProfileName = '#DEFAULTPROFILE'\n"
                                 "defaultProfile/profileName = ''\n"
-                                "defaultProfile/reservedProfileName = 'default'\n");
+                                "defaultProfile/reservedProfileName = 'default'\n"
+                                "onBootInput/priority = 'srcOnBoot'\n");
 }
 
 TEST(Get, PrintsJson) {
@@ -128,9 +150,13 @@ TEST(Get, PrintsJson) {
             R"("unitType":"userConfigured"})"
             "\n");
   EXPECT_EQ(maintctl("get / --json").out,
-            R"({"defaultProfile":{"profileName":"","reservedProfileName":"default",)"
-            R"("systemDefaultProfileName":"#DEFAULTPROFILE"},"profiles":{"config":{}},)"
-            R"("status":{"status":{}}})"
+            R"({"agentInfo":{"agentPid":0,"onBoot":false,"onBootMaintEnter":{},"ready":false,)"
+            R"("restartCount":0},"cliInput":{"priority":"srcCli","unit":{}},)"
+            R"("defaultProfile":{"profileName":"","reservedProfileName":"default",)"
+            R"("systemDefaultProfileName":"#DEFAULTPROFILE"},"groupToUnit":{"groupToUnit":{}},)"
+            R"("groups":{"maintenanceGroup":{}},"mergedInput":{"unit":{}},)"
+            R"("onBootInput":{"priority":"srcOnBoot","unit":{}},"profiles":{"config":{}},)"
+            R"("status":{"status":{}},"unitProfiles":{"config":{}},"units":{"config":{}}})"
             "\n");
 }
 

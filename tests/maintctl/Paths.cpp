@@ -24,8 +24,7 @@ TEST(MaintctlPath, IsPrintedSoThatItCanBeTypedAndReadBack) {
 TEST(MaintctlPath, NamesWhatWasMeant) {
   const std::string unit = "add /status/System\n";
   EXPECT_EQ(refusal(3, "get /statu"), "maintctl: no root statu, did you mean status?\n");
-  EXPECT_EQ(refusal(3, "get /units"),
-            "maintctl: no root units, there are defaultProfile, profiles and status\n");
+  EXPECT_EQ(refusal(3, "get /linecards"), "maintctl: no root linecards, 'ls /' lists all\n");
   EXPECT_EQ(refusedLine(3, unit, "get /status/System/stat"),
             "no attribute stat of /status/status/System, did you mean state?\n");
   EXPECT_EQ(refusedLine(3, unit, "get /status/System/STATE"),

@@ -1,48 +1,27 @@
-#include "Place.h"
-
-#include <gtest/gtest.h>
+#include "Commands.h"
 
 namespace {
 
 using Support::Result;
-
-/// `maintctl` with a server, as its users run it.
-class Commands : public ::testing::Test, protected TestNet::Place {
-protected:
-  /// Runs a script that may call `ctl`, which knows the socket; `briefly`, which has no patience;
-  /// `behind`, for what runs in the background and is to get a signal; `serve`, which starts a
-  /// server and waits for it; `stop`, which ends it; and `appears FILE TEXT`, which waits for a
-  /// line.
-  Result run(const std::string& script) const {
-    return Support::shell(
-        "cd '" + (folder / ".").string() +
-        "'\n"
-        "ctl() { '" MAINTCTL_PROGRAM "' --socket socket --timeout 60 \"$@\"; }\n"
-        "briefly() { '" MAINTCTL_PROGRAM "' --socket socket --timeout 1.5 \"$@\"; }\n"
-        "behind() { exec '" MAINTCTL_PROGRAM "' --socket socket --timeout 60 \"$@\"; }\n"
-        "serve() { '" MAINTCTL_PROGRAM "' --socket socket serve \"$@\" 2>>log & server=$!; "
-        "ctl wait --live; }\n"
-        "stop() { kill $1 $server; wait $server 2>/dev/null; }\n"
-        "appears() { for i in $(seq 600); do grep -qsF -- \"$2\" \"$1\" && return; sleep 0.1; "
-        "done; "
-        "echo \"not in $1: $2\"; }\n" +
-        script);
-  }
-  std::string content(const char* name) const { return Support::contentOf(folder / name); }
-  std::string inFolder(const char* name) const { return (folder / ".").string() + name; }
-};
+using TestNet::Commands;
 
 TEST_F(Commands, AServerIsChangedAndRead) {
   const Result result = run("serve && ctl ls && ctl add /status/System &&"
                             "ctl set /status/System/state underMaintenance &&"
                             "ctl get /status/System/state && ctl verify && stop");
-  EXPECT_EQ(result.out, "/defaultProfile  Maintenance::Profile::DefaultProfile\n"
+  EXPECT_EQ(result.out, "/agentInfo       Maintenance::AgentInfo\n"
+                        "/cliInput        Maintenance::Unit::Input\n"
+                        "/defaultProfile  Maintenance::Profile::DefaultProfile\n"
+                        "/groupToUnit     Maintenance::GroupToUnitDir\n"
+                        "/groups          Maintenance::MaintenanceGroup::ConfigDir\n"
+                        "/mergedInput     Maintenance::Unit::MergedInputDir\n"
+                        "/onBootInput     Maintenance::Unit::Input\n"
                         "/profiles        Maintenance::Profile::ConfigDir\n"
                         "/status          Maintenance::Unit::StatusDir\n"
-                        "'underMaintenance'\n"
-                        "/defaultProfile: equal\n"
-                        "/profiles: equal\n"
-                        "/status: equal\n");
+                        "/unitProfiles    MaintenanceUnitProfile::ConfigDir\n"
+                        "/units           Maintenance::Unit::ConfigDir\n"
+                        "'underMaintenance'\n" +
+                            allEqual());
   EXPECT_EQ(result.err, "");
   EXPECT_EQ(result.status, 0);
 }
@@ -150,7 +129,7 @@ TEST_F(Commands, AWatchOfWhatCannotBeIsSaidSo) {
   EXPECT_EQ(result.out, "3\n3\n2\n");
   EXPECT_EQ(result.err,
             "maintctl: no attribute stat of /status/status/System, did you mean state?\n"
-            "maintctl: no root nothing, there are defaultProfile, profiles and status\n"
+            "maintctl: no root nothing, 'ls /' lists all\n"
             "maintctl: watch needs a server: maintctl --socket PATH watch\n");
 }
 
@@ -196,7 +175,7 @@ TEST_F(Commands, AScriptOverASocketReadsAndThenWrites) {
   const Result result = run("serve; printf 'add /status/a\\nget /status/a/historySize\\n"
                             "set /status/a/historySize 3\\nget /status/a/historySize\\nverify\\n'"
                             "| ctl run; stop");
-  EXPECT_EQ(result.out, "12\n3\n/defaultProfile: equal\n/profiles: equal\n/status: equal\n");
+  EXPECT_EQ(result.out, "12\n3\n" + allEqual());
   EXPECT_EQ(result.err, "");
 }
 
@@ -238,6 +217,18 @@ TEST_F(Commands, AServerKilledInMidWalkIsSaidSo) {
 TEST_F(Commands, TheDemonstrationShowsAMirrorThatFollows) {
   const Result result = Support::shell("'" DEMO_PROGRAM "' '" MAINTCTL_PROGRAM "'");
   EXPECT_EQ(result.out, "$ maintctl serve --load before.state &\n"
+                        "$ maintctl ls\n"
+                        "/agentInfo       Maintenance::AgentInfo\n"
+                        "/cliInput        Maintenance::Unit::Input\n"
+                        "/defaultProfile  Maintenance::Profile::DefaultProfile\n"
+                        "/groupToUnit     Maintenance::GroupToUnitDir\n"
+                        "/groups          Maintenance::MaintenanceGroup::ConfigDir\n"
+                        "/mergedInput     Maintenance::Unit::MergedInputDir\n"
+                        "/onBootInput     Maintenance::Unit::Input\n"
+                        "/profiles        Maintenance::Profile::ConfigDir\n"
+                        "/status          Maintenance::Unit::StatusDir\n"
+                        "/unitProfiles    MaintenanceUnitProfile::ConfigDir\n"
+                        "/units           Maintenance::Unit::ConfigDir\n"
                         "$ maintctl ls /status/status\n"
                         "Linecard10  Maintenance::Unit::Status\n"
                         "Linecard3   Maintenance::Unit::Status\n"

@@ -32,7 +32,8 @@ CommandEntry addCommand() {
   return {"add", "Make a member or an entry of a collection",
           "  maintctl --socket /run/maint.sock add /status/Linecard3\n"
           "  maintctl --socket /run/maint.sock add /status/Linecard3/group/groupTypeBgp,transit\n"
-          "  maintctl --socket /run/maint.sock add /status/Linecard3/history/12.5 \"drain begun\"",
+          "  maintctl --socket /run/maint.sock add /status/Linecard3/history/12.5 \"drain begun\"\n"
+          "  maintctl --socket /run/maint.sock add /mergedInput/Linecard3 srcCli",
           make<Add>};
 }
 

@@ -4,7 +4,8 @@
 
 namespace Maintctl {
 
-/// A tree in this process, empty at first, with the roots of a device.
+/// A tree in this process, with all the roots of a device, of which only the inputs hold something
+/// at first: their sources.
 class LocalDevice : public Device {
 public:
   LocalDevice();
