@@ -17,6 +17,10 @@ Totals& Totals::operator+=(const Totals& other) {
   refusals += other.refusals;
   rounds += other.rounds;
   roundsOwing += other.roundsOwing;
+  wholeTrees += other.wholeTrees;
+  for (const auto& [attribute, done] : other.mutations) {
+    mutations[attribute] += done;
+  }
   return *this;
 }
 
@@ -38,8 +42,9 @@ History::History(std::uint64_t seed, Over over, std::function<void(const std::st
   sizes_.longest = 300000;
   sizes_.rarity = static_cast<unsigned>(random_.between(1, 32));
   trouble_ = static_cast<unsigned>(random_.size(50));
+  hasAllRoots_ = random_.chance(1, 4);
   for (Zel::Ptr<Zel::Entity>& root : makeRoots()) {
-    if (random_.chance(1, 2)) {
+    if (hasAllRoots_ || random_.chance(1, 2)) {
       rootsToCome_.push_back(std::move(root));
     }
   }
@@ -53,6 +58,14 @@ Totals History::run() {
   for (const Hop& hop : hops_) {
     totals_.bytes += hop.link->bytesCarried();
     totals_.cuts += hop.link->cuts();
+  }
+  if (hasAllRoots_) {
+    totals_.wholeTrees = 1;
+    for (const Model& model : models_) {
+      for (const auto& [attribute, done] : model.mutations()) {
+        totals_.mutations[attribute] += done;
+      }
+    }
   }
   totals_.histories = 1;
   return totals_;
@@ -182,7 +195,8 @@ void History::epoch(bool isFirst) {
   ownership_ = Ownership(random_.next(), models, onlyWriter_);
   deleted_.clear();
   if (isFirst) {
-    for (; !rootsToCome_.empty() && random_.chance(7, 8); rootsToCome_.pop_back()) {
+    for (; !rootsToCome_.empty() && (hasAllRoots_ || random_.chance(7, 8));
+         rootsToCome_.pop_back()) {
       models_[0].roots()->entityIs(rootsToCome_.back());
     }
     for (std::uint64_t i = random_.size(200); i != 0; --i) {

@@ -19,6 +19,8 @@ struct Totals {
   std::uint64_t refusals = 0;    ///< local writes that a read-only mirror refused
   std::uint64_t rounds = 0;      ///< of changes
   std::uint64_t roundsOwing = 0; ///< of these, those in which changes had to wait for room
+  std::uint64_t wholeTrees = 0;  ///< histories with all roots, from the start
+  AllMutations mutations;        ///< what was changed in these
 
   Totals& operator+=(const Totals& other);
 };
@@ -126,6 +128,7 @@ private:
   std::vector<Model> models_;
   std::vector<Hop> hops_;
   std::vector<Zel::Ptr<Zel::Entity>> rootsToCome_;
+  bool hasAllRoots_ = false;
   Zel::ConnectionLimits limits_;
   TextSizes sizes_;
   unsigned trouble_ = 0; ///< how likely events are, of 100

@@ -24,13 +24,14 @@ extern "C" void crashed(int number) {
 int usage(const char* program) {
   std::cerr << "usage: " << program
             << " --seeds COUNT [--first SEED] [--trace] [--over connections|sessions]\n"
+               "       [--counts]\n"
                "of sessions are every fourth seed's histories if nothing else is said\n";
   return 2;
 }
 
 /// Runs histories of consecutive seeds, and tells what they went through.
 int simulate(const char* program, std::uint64_t first, std::uint64_t count, bool isTraced,
-             std::optional<History::Over> over) {
+             bool isCounted, std::optional<History::Over> over) {
   for (const int number : {SIGABRT, SIGSEGV, SIGFPE, SIGBUS, SIGILL}) {
     std::signal(number, crashed);
   }
@@ -58,7 +59,18 @@ int simulate(const char* program, std::uint64_t first, std::uint64_t count, bool
   std::cout << totals.histories << " histories, " << totals.changes << " changes, " << totals.cuts
             << " cuts, " << totals.bytes << " bytes, " << totals.strangers << " records of no use, "
             << totals.refusals << " refused writes, " << totals.roundsOwing << " of "
-            << totals.rounds << " rounds without room, " << taken.count() << " s\n";
+            << totals.rounds << " rounds without room, " << totals.wholeTrees << " whole trees, "
+            << taken.count() << " s\n";
+  if (isCounted) {
+    for (const auto& [attribute, done] : totals.mutations) {
+      std::cout << attribute.first << " " << attribute.second << ": " << done.writes << " writes, "
+                << done.deletions << " deletions";
+      if (done.longest != 0) {
+        std::cout << ", texts up to " << done.longest << " bytes";
+      }
+      std::cout << "\n";
+    }
+  }
   return totals.histories == count ? 0 : 1;
 }
 
@@ -69,11 +81,14 @@ int main(int argc, char** argv) {
   std::uint64_t first = 1;
   std::uint64_t count = 0;
   bool isTraced = false;
+  bool isCounted = false;
   std::optional<History::Over> over;
   for (int i = 1; i < argc; ++i) {
     const std::string option = argv[i];
     if (option == "--trace") {
       isTraced = true;
+    } else if (option == "--counts") {
+      isCounted = true;
     } else if (option == "--over" && i + 1 < argc &&
                (argv[i + 1] == std::string("sessions") ||
                 argv[i + 1] == std::string("connections"))) {
@@ -90,6 +105,7 @@ int main(int argc, char** argv) {
       return usage(argv[0]);
     }
   }
-  return argc > 1 ? (count != 0 ? simulate(argv[0], first, count, isTraced, over) : usage(argv[0]))
+  return argc > 1 ? (count != 0 ? simulate(argv[0], first, count, isTraced, isCounted, over)
+                                : usage(argv[0]))
                   : RUN_ALL_TESTS();
 }

@@ -27,11 +27,48 @@ TextSizes whole(const TextSizes& sizes) {
   return {std::min<std::size_t>(sizes.longest, 7000), sizes.rarity};
 }
 
+std::size_t textLength(const Zel::ValueRecord& record, const void* value) {
+  return &record == &Zel::valueRecord<Zel::String8>
+             ? static_cast<const Zel::String8*>(value)->length()
+             : 0;
+}
+
 const TextSizes& sizesOf(const Zel::AttrRow& row, const TextSizes& sizes, const TextSizes& small) {
   return row.value == &Zel::valueRecord<Zel::String8> ? sizes : small;
 }
 
+/// The collection of members of a type; null if it has none.
+const Zel::AttrRow* membersOf(const Zel::TypeTable& table) {
+  const Zel::AttrRow* found = nullptr;
+  forFlowingRows(table, [&](const Zel::AttrRow& row) {
+    found = row.kind == Zel::AttrKind::instantiating ? &row : found;
+  });
+  return found;
+}
+
+/// The attributes of a type and of its members, and one for the type itself.
+unsigned weight(const Zel::TypeTable& table) {
+  static std::unordered_map<const Zel::TypeTable*, unsigned> known;
+  if (const auto at = known.find(&table); at != known.end()) {
+    return at->second;
+  }
+  unsigned count = 1;
+  forFlowingRows(table, [&](const Zel::AttrRow& /*row*/) { ++count; });
+  if (const Zel::AttrRow* const members = membersOf(table)) {
+    count += weight(members->collection->memberTable());
+  }
+  known[&table] = count;
+  return count;
+}
+
 } // namespace
+
+Mutations& Mutations::operator+=(const Mutations& other) {
+  writes += other.writes;
+  deletions += other.deletions;
+  longest = std::max(longest, other.longest);
+  return *this;
+}
 
 void Model::knownIs() {
   known_.clear();
@@ -47,6 +84,10 @@ void Model::tell(const Place& place, const Zel::AttrRow& row, const std::string&
   }
 }
 
+Mutations& Model::mutationsOf(const Place& place, const Zel::AttrRow& row) {
+  return mutations_[{tableOf(*place.entity).name, row.name}];
+}
+
 void Model::freshOwnerFind(Place& place, unsigned owner) const {
   const auto found = known_.find(place.path);
   if (!place.freshOwner && (found == known_.end() || found->second.ptr() != place.entity)) {
@@ -54,23 +95,30 @@ void Model::freshOwnerFind(Place& place, unsigned owner) const {
   }
 }
 
+/// Each attribute is as likely as any other, of whatever type it is: a type of many attributes, or
+/// a directory of such, is the place of more changes.
 Model::Place Model::randomPlace(Random& random, const Ownership& ownership) const {
+  std::uint64_t all = 0;
+  for (const auto& [name, root] : roots_->entities()) {
+    all += weight(tableOf(*root));
+  }
+  std::uint64_t skip = random.below(all);
   auto root = roots_->entities().begin();
-  std::advance(root, random.below(roots_->entities().size()));
+  while (skip >= weight(tableOf(*root->second))) {
+    skip -= weight(tableOf(*root->second));
+    ++root;
+  }
   Place place{root->second.ptr(), rootPath(root->first), std::nullopt, 0};
   freshOwnerFind(place, 0);
-  while (random.chance(1, 2)) {
-    const Zel::AttrRow* directory = nullptr;
-    forFlowingRows(tableOf(*place.entity), [&](const Zel::AttrRow& row) {
-      directory = row.kind == Zel::AttrKind::instantiating ? &row : directory;
-    });
-    const unsigned count = directory != nullptr ? directory->collection->count(place.entity) : 0;
-    if (count == 0) {
+  while (const Zel::AttrRow* const directory = membersOf(tableOf(*place.entity))) {
+    const unsigned count = directory->collection->count(place.entity);
+    if (count == 0 || !random.chance(weight(directory->collection->memberTable()),
+                                     weight(tableOf(*place.entity)))) {
       break;
     }
     const Zel::IterationOps& ops = directory->collection->iteration;
     Zel::CollectionPosition at(ops, [&](void* to) { ops.first(to, place.entity); });
-    for (std::uint64_t skip = random.below(count); skip != 0; --skip) {
+    for (std::uint64_t others = random.below(count); others != 0; --others) {
       at.advance();
     }
     Zel::ValueSlot key(*directory->key, [&](void* to) { at.key(to); });
@@ -121,6 +169,7 @@ bool Model::singularChange(Random& random, const Place& place, const Zel::AttrRo
     const auto by = static_cast<unsigned>(random.below(3));
     tell(place, row, "incremented by " + std::to_string(by));
     row.increment(place.entity, by);
+    ++mutationsOf(place, row).writes;
     return true;
   }
   AnyValue value = randomValue(random, *row.value, sizesOf(row, sizes, whole(sizes)));
@@ -130,6 +179,7 @@ bool Model::singularChange(Random& random, const Place& place, const Zel::AttrRo
   }
   tell(place, row, "written");
   row.write(place.entity, value.at());
+  mutationsOf(place, row) += {1, 0, textLength(*row.value, value.at())};
   return true;
 }
 
@@ -149,7 +199,9 @@ bool Model::entryChange(Random& random, const Place& place, const Zel::AttrRow& 
   const std::string number = shown(valueHash(*row.key, key.at()));
   if (random.chance(1, 4)) {
     tell(place, row, "deleted " + number);
-    return ops.erase(place.entity, key.at());
+    const bool wasThere = ops.erase(place.entity, key.at());
+    mutationsOf(place, row).deletions += wasThere ? 1 : 0;
+    return wasThere;
   }
   const TextSizes small = whole(sizes);
   AnyValue value(*row.value);
@@ -169,6 +221,7 @@ bool Model::entryChange(Random& random, const Place& place, const Zel::AttrRow& 
   }
   tell(place, row, "entry " + number);
   ops.write(place.entity, key.at(), value.at());
+  mutationsOf(place, row) += {1, 0, textLength(*row.value, value.at())};
   return true;
 }
 
@@ -193,7 +246,9 @@ bool Model::memberChange(Random& random, const Place& place, const Zel::AttrRow&
   if (random.chance(1, 3)) {
     tell(place, row, "deleted " + number);
     deleted.insert(path);
-    return ops.erase(place.entity, key.at());
+    const bool wasThere = ops.erase(place.entity, key.at());
+    mutationsOf(place, row).deletions += wasThere ? 1 : 0;
+    return wasThere;
   }
   std::vector<AnyValue> values;
   std::vector<const void*> arguments;
@@ -205,10 +260,11 @@ bool Model::memberChange(Random& random, const Place& place, const Zel::AttrRow&
   }
   tell(place, row, "member " + number);
   ops.create(place.entity, key.at(), arguments.data());
+  ++mutationsOf(place, row).writes;
   return true;
 }
 
-std::vector<Zel::Ptr<Zel::Entity>> makeRoots() {
+std::vector<Zel::Ptr<Zel::Entity>> makeModelRoots() {
   return {
       Maintenance::Unit::statusDirFactory("units"),
       Maintenance::Unit::configDirFactory("configured"),
@@ -221,13 +277,22 @@ std::vector<Zel::Ptr<Zel::Entity>> makeRoots() {
       Maintenance::MaintenanceGroup::configDirFactory("groups"),
       MaintenanceUnitProfile::configDirFactory("unit profiles"),
       Maintenance::agentInfoFactory("agent"),
-      Zel::makeObject<Foreign::Rack>("rack"),
-      Zel::makeObject<Foreign::Carrier>("carrier"),
-      Zel::makeObject<Foreign::Depot>("depot"),
-      Zel::makeObject<Foreign::OrderDir>("orders"),
-      Zel::makeObject<Foreign::ProductDir>("products"),
-      Zel::makeObject<Foreign::PerishableDir>("perishables"),
   };
+}
+
+std::vector<Zel::Ptr<Zel::Entity>> makeRoots() {
+  std::vector<Zel::Ptr<Zel::Entity>> roots = makeModelRoots();
+  for (const Zel::Ptr<Zel::Entity>& root : std::initializer_list<Zel::Ptr<Zel::Entity>>{
+           Zel::makeObject<Foreign::Rack>("rack"),
+           Zel::makeObject<Foreign::Carrier>("carrier"),
+           Zel::makeObject<Foreign::Depot>("depot"),
+           Zel::makeObject<Foreign::OrderDir>("orders"),
+           Zel::makeObject<Foreign::ProductDir>("products"),
+           Zel::makeObject<Foreign::PerishableDir>("perishables"),
+       }) {
+    roots.push_back(root);
+  }
+  return roots;
 }
 
 } // namespace Histories

@@ -4,10 +4,23 @@
 #include "RandomValue.h"
 
 #include <functional>
+#include <map>
 #include <unordered_map>
 #include <unordered_set>
 
 namespace Histories {
+
+/// What has been done to an attribute of a type.
+struct Mutations {
+  std::uint64_t writes = 0; ///< of values, entries and members
+  std::uint64_t deletions = 0;
+  std::size_t longest = 0; ///< of the texts written
+
+  Mutations& operator+=(const Mutations& other);
+};
+
+/// By the names of types and attributes.
+using AllMutations = std::map<std::pair<std::string_view, std::string_view>, Mutations>;
 
 /// One of the models that take part: its roots, and what it does to them by chance.
 class Model {
@@ -26,6 +39,9 @@ public:
   /// that it deletes are added to `deleted`.
   bool change(Random& random, const Ownership& ownership, const TextSizes& sizes,
               std::unordered_set<Path>& deleted);
+
+  /// What it has done so far.
+  const AllMutations& mutations() const { return mutations_; }
 
   /// Says what is done, to whoever wants to know.
   std::function<void(const std::string&)> told;
@@ -49,13 +65,17 @@ private:
   bool memberChange(Random& random, const Place& place, const Zel::AttrRow& row,
                     const Ownership& ownership, std::unordered_set<Path>& deleted);
   void tell(const Place& place, const Zel::AttrRow& row, const std::string& what) const;
+  Mutations& mutationsOf(const Place& place, const Zel::AttrRow& row);
 
   const unsigned number_;
   const Zel::Ptr<Zel::Dir> roots_;
   std::unordered_map<Path, Zel::Ptr<Zel::Entity>> known_;
+  AllMutations mutations_;
 };
 
-/// The roots that a history may have.
+/// Roots with all entity types of the library's own model below them.
+std::vector<Zel::Ptr<Zel::Entity>> makeModelRoots();
+/// The same, and those of the model of tests: all that a history may have.
 std::vector<Zel::Ptr<Zel::Entity>> makeRoots();
 
 } // namespace Histories

@@ -29,11 +29,18 @@ void Contents::fill(std::uint64_t seed, unsigned count) {
       write(*unit);
     }
   }
+  for (int times = 0; times < 400; ++times) {
+    others_.change(random_);
+  }
 }
 
 void Contents::change(std::uint64_t seed, unsigned count) {
   random_.seed(seed);
   for (unsigned done = 0; done < count; ++done) {
+    if (draw(4) == 0) {
+      others_.change(random_);
+      continue;
+    }
     const Zel::Name name = unitName(draw(2 * units_));
     const Zel::Ptr<Status> unit = dir_->status(name);
     if (unit && draw(50) == 0) {

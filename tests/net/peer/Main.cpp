@@ -1,6 +1,6 @@
-/// What the tests of this folder start: a server of two roots, `units` to be read and `inputs` to
-/// be written, or a mirror of all roots of one. It takes commands from standard input, a line each,
-/// and answers each with a line.
+/// What the tests of this folder start: a server of a whole tree, of which `inputs` is to be
+/// written and all else to be read, or a mirror of all roots of one. It takes commands from
+/// standard input, a line each, and answers each with a line.
 ///
 ///     net-peer serve SOCKET [fill=UNITS] [seed=N] [clients=N] [hello=SECONDS]
 ///                           [mode=OCTAL] [group=NAME]
@@ -14,6 +14,7 @@
 #include <net/Client.h>
 #include <net/Server.h>
 
+#include <algorithm>
 #include <csignal>
 #include <fstream>
 #include <map>
@@ -79,6 +80,9 @@ private:
     }
     auto exports = Zel::makeObject<Zel::Exports>();
     exports->entityIs(units_);
+    for (const Ptr<Zel::Entity>& root : contents_.others().roots()) {
+      exports->entityIs(root);
+    }
     exports->entityIs(inputs_, Zel::accessReadWrite);
     return exports;
   }
@@ -112,7 +116,11 @@ private:
       const Ptr<Status> input = inputs_->status(Zel::Name(name));
       answer(input ? std::to_string(input->historySize()) : "none");
     } else if (word == "digest") {
-      answer(digestOf(units_));
+      std::string all = digestOf(units_);
+      for (const Ptr<Zel::Entity>& root : contents_.others().roots()) {
+        all += " " + digestOf(root);
+      }
+      answer(all);
     } else if (word == "memory") {
       answer(memory());
     } else if (word == "clients") {
@@ -153,6 +161,9 @@ public:
         inputs_(mounts_->mountIs("inputs", Zel::accessReadWrite)), turns_(io),
         client_(turns_, optionsOf(path), mounts_),
         lines_(io, [this](const std::string& line) { command(line); }) {
+    for (const Zel::Name& name : Others::names()) {
+      others_.push_back(mounts_->mountIs(name));
+    }
     turns_.afterEachIs([this] { look(); });
     client_.start();
     answer("mirroring");
@@ -191,12 +202,13 @@ private:
         answer("no session");
         return;
       }
-      client_.session()->digestAsk("units", [](Session::DigestResult result) {
-        static const char* const names[] = {"equal", "differs", "busy", "unknown"};
-        answer(names[result]);
-      });
+      verify();
     } else if (word == "digest") {
-      answer(digestOf(units_->entity()));
+      std::string all = digestOf(units_->entity());
+      for (const Ptr<Mount>& mount : others_) {
+        all += " " + digestOf(mount->entity());
+      }
+      answer(all);
     } else if (word == "get" && in >> name) {
       const Ptr<Status> unit = units()->status(Zel::Name(name));
       answer(unit ? std::to_string(unit->historySize()) : "none");
@@ -226,6 +238,25 @@ private:
     turns_.soon();
   }
 
+  /// All roots but the one that is written here.
+  void verify() {
+    const auto left = std::make_shared<std::size_t>(others_.size() + 1);
+    const auto worst = std::make_shared<int>(Session::digestEqual);
+    const auto ask = [&](const Zel::Name& name) {
+      client_.session()->digestAsk(name, [=](Session::DigestResult result) {
+        static const char* const names[] = {"equal", "differs", "busy", "unknown"};
+        *worst = std::max<int>(*worst, result);
+        if (--*left == 0) {
+          answer(names[*worst]);
+        }
+      });
+    };
+    ask("units");
+    for (const Zel::Name& name : Others::names()) {
+      ask(name);
+    }
+  }
+
   static void set(StatusDir& dir, const std::string& name, unsigned count) {
     try {
       const Ptr<Status> unit = dir.statusIs(Zel::Name(name));
@@ -252,8 +283,11 @@ private:
       answer("frozen");
       std::raise(SIGSTOP);
     }
-    if (!awaited_.empty() && awaited_ == Mount::stateName(units_->state()) &&
-        awaited_ == Mount::stateName(inputs_->state())) {
+    const auto isAwaited = [this](const auto& mount) {
+      return awaited_ == Mount::stateName(mount->state());
+    };
+    if (!awaited_.empty() && isAwaited(units_) && isAwaited(inputs_) &&
+        std::all_of(others_.begin(), others_.end(), isAwaited)) {
       answer(std::exchange(awaited_, {}));
     }
   }
@@ -261,6 +295,7 @@ private:
   const Ptr<Zel::Mounts> mounts_ = Zel::makeObject<Zel::Mounts>();
   const Ptr<Mount> units_;
   const Ptr<Mount> inputs_;
+  std::vector<Ptr<Mount>> others_;
   std::map<Zel::Name, Ptr<Status>> remembered_;
   std::string awaited_;
   bool isToFreeze_ = false; // when the walk has begun
