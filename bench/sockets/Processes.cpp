@@ -122,7 +122,14 @@ SharedBoard::SharedBoard() {
 
 SharedBoard::~SharedBoard() { munmap(board_, sizeof(Board)); }
 
-void pause() { usleep(200); }
+void pause() {
+  siginfo_t ended{};
+  if (waitid(P_ALL, 0, &ended, WEXITED | WNOHANG | WNOWAIT) == 0 && ended.si_pid != 0 &&
+      (ended.si_code != CLD_EXITED || ended.si_status != 0)) {
+    fail("the other process ended with status " + std::to_string(ended.si_status));
+  }
+  usleep(200);
+}
 
 namespace {
 

@@ -82,7 +82,8 @@ private:
   Board* board_;
 };
 
-/// Waits, without a wake-up that anybody would have to pay for.
+/// Waits, without a wake-up that anybody would have to pay for. Ends the process if one that it has
+/// made has failed meanwhile.
 template <class Condition>
 void waitFor(const Condition& isTrue);
 void pause();
