@@ -3,12 +3,16 @@
 
 #include "Allocations.h"
 #include "attrlog/Link.h"
+#include "mixed/Units.h"
+
+#include <Zel/StateDigest>
 
 #ifdef BENCH_INTRUSIVE
 #include "peers/IntrusiveProfiles.h"
 #endif
 
 #include <cstdio>
+#include <cstdlib>
 #include <fstream>
 #include <iostream>
 #include <string>
@@ -45,8 +49,11 @@ Zel::String8 name(std::size_t number) {
   return text;
 }
 
-/// Mirrors `count` profiles, and tells what each takes on either side, the entities included.
-void measureMirror(std::size_t count) {
+/// Mirrors the `count` members of a directory that `make` makes, and tells what each takes by
+/// itself, and on either side when it is mirrored, the entities included. Ends the process if the
+/// mirror differs.
+template <class Make>
+void measureMirror(std::size_t count, const char* name, const Make& make) {
   std::size_t exported = 0;
   std::size_t mirrored = 0;
   const auto counted = [](std::size_t& sum, auto&& work) {
@@ -56,9 +63,13 @@ void measureMirror(std::size_t count) {
     return more;
   };
   Bench::Link link;
-  Zel::Ptr<Profile::ConfigDir> dir;
+  decltype(make(count)) dir;
   counted(exported, [&] {
-    dir = Bench::profiles(count);
+    dir = make(count);
+    return true;
+  });
+  const std::size_t alone = exported;
+  counted(exported, [&] {
     link.exportIs(dir);
     return true;
   });
@@ -69,7 +80,13 @@ void measureMirror(std::size_t count) {
   const auto each = [count](std::size_t bytes) {
     return static_cast<double>(bytes) / static_cast<double>(count);
   };
-  std::cout << "exported\t" << each(exported) << "\nmirrored\t" << each(mirrored) << '\n';
+  const auto mirror = link.mirror(name);
+  if (!mirror || Zel::stateDigest(*mirror) != Zel::stateDigest(*dir)) {
+    std::cerr << "the mirror differs\n";
+    std::exit(1);
+  }
+  std::cout << "alone\t" << each(alone) << "\nexported\t" << each(exported) << "\nmirrored\t"
+            << each(mirrored) << '\n';
 }
 
 Profile::ProfileKey key(std::size_t number) { return {Profile::profileTypeBgp, name(number)}; }
@@ -94,7 +111,9 @@ int main(int argc, char** argv) {
       }
     });
   } else if (what == "mirror" && argc > 2) {
-    measureMirror(std::stoul(argv[2]));
+    measureMirror(std::stoul(argv[2]), "profiles", Bench::profiles);
+  } else if (what == "full" && argc > 2) {
+    measureMirror(std::stoul(argv[2]), "units", Bench::Mixed::made);
 #ifdef BENCH_INTRUSIVE
   } else if (what == "intrusive") {
     Bench::IntrusiveProfiles profiles;
@@ -105,7 +124,7 @@ int main(int argc, char** argv) {
     });
 #endif
   } else {
-    std::cerr << "usage: " << argv[0] << " profile|status|intrusive|mirror COUNT\n";
+    std::cerr << "usage: " << argv[0] << " profile|status|intrusive|mirror COUNT|full COUNT\n";
     return 2;
   }
   return 0;

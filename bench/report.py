@@ -242,6 +242,46 @@ def socket_rows():
     yield Row(section, work, slow, Figure(zel, "nine readers"), "the nine alone", None)
 
 
+def mixed_rows():
+    """Units that hold something of everything. Most lines come in two: the time that each piece of
+    work takes, and the bytes of the log that this comes to."""
+    def rows(section, work, ours, peer, peer_name):
+        for suffix, unit in (("", "ns"), (", MB/s", "MB/s")):
+            text = work if unit == "ns" else f"{work}; bytes of the log"
+            yield Row(section, text, ours._replace(operation=ours.operation + suffix),
+                      peer and peer._replace(operation=peer.operation + suffix.replace(",", "")),
+                      peer_name, None, unit)
+
+    section, program = "Mixed tree, in memory", "attrlog-mixed"
+    for operation, way in (("change", "mutator to bytes"), ("apply", "bytes to mirror")):
+        yield from rows(section, f"one change of four kinds in turn, {way}, among 10 thousand units",
+                        Figure(program, f"{operation} mixed"), None, "")
+        for kind, text in (("state", "stateIs"), ("traffic", "aggTrafficRateIs"),
+                           ("history", "historyIs"), ("group", "groupIs")):
+            yield Row(section, f"the same, {text} alone, {way}",
+                      Figure(program, f"{operation} {kind}"), None, "", None)
+    for count, text in ((1_000, "1 thousand"), (100_000, "100 thousand")):
+        yield from rows(section, f"walk and build at the other end, each of {text} full units",
+                        Figure(program, f"walk/{count}"), None, "")
+
+    section, program = "Mixed tree, over sockets", "sockets-mixed"
+    for operation, work in (
+            ("changes", "one change of four kinds in turn, of ten thousand units, in batches of "
+                        "64 KiB"),
+            ("walk", "a mount of 100 thousand full units until it is live, each")):
+        yield from rows(section, work, Figure(program, operation),
+                        Figure(program, f"{operation}, raw"), "the same number of bytes, raw")
+        for side in ("writer", "reader"):
+            yield Row(section, f"{work}, processor time of the {side}",
+                      Figure(program, f"{operation}, {side}"), None, "", None)
+
+    section, program = "Mixed tree, memory", "memory full 100000"
+    for figure, text in (("alone", "not mirrored"), ("exported", "exported"),
+                         ("mirrored", "the mirror's")):
+        yield Row(section, f"one full Status of 100 thousand, {text}", Figure(program, figure),
+                  None, "", None, "bytes")
+
+
 def memory_rows():
     for kind, text in (("allocated", "from the allocator"), ("resident", "resident")):
         yield Row("Memory", f"one Config, 20-byte name, in a ConfigDir of a million, {text}",
@@ -278,8 +318,9 @@ def library_rows():
 
 
 ROWS = [row for rows in (handle_rows, mutator_rows, hashed_rows, ordered_rows, text_rows,
-                         generic_rows, iteration_rows, attrlog_rows, socket_rows, memory_rows, allocation_rows,
-                         collision_rows, library_rows) for row in rows()]
+                         generic_rows, iteration_rows, attrlog_rows, socket_rows, mixed_rows,
+                         memory_rows, allocation_rows, collision_rows, library_rows)
+        for row in rows()]
 
 
 class Runner:
@@ -328,7 +369,7 @@ class Runner:
                 operation, value = line.split("\t")
                 yield operation, float(value)
         else:
-            chosen = "|".join(operations)
+            chosen = "|".join(sorted({name.removesuffix(", MB/s") for name in operations}))
             text = self.output(path, f"--benchmark_filter=^({chosen})(/manual_time)?$",
                                f"--benchmark_min_time={self.minimum_time}",
                                "--benchmark_repetitions=2",
@@ -338,7 +379,10 @@ class Runner:
                 if run.get("error_occurred"):
                     sys.exit(f"{program}: {run['name']}: {run['error_message']}")
                 if run["run_type"] == "iteration":
-                    yield run["run_name"].replace("/manual_time", ""), 1e9 / run["items_per_second"]
+                    operation = run["run_name"].replace("/manual_time", "")
+                    yield operation, 1e9 / run["items_per_second"]
+                    if "bytes_per_second" in run:
+                        yield f"{operation}, MB/s", run["bytes_per_second"] * 1e-6
 
     def stripped_size(self):
         if not shutil.which("strip"):

@@ -65,7 +65,9 @@ void Driver::flushSome() {
 
 void Driver::receive(std::size_t most) {
   const auto space = connection_->inputSpace();
-  connection_->inputReceived(readSome(socket_, space.data(), std::min(space.size(), most)));
+  const std::size_t count = readSome(socket_, space.data(), std::min(space.size(), most));
+  received_ += count;
+  connection_->inputReceived(count);
   service();
 }
 

@@ -31,6 +31,8 @@ public:
   void flushSome();
   /// Waits for bytes, not more than `most`, and services.
   void receive(std::size_t most = ~std::size_t{0});
+  /// Bytes that have come in so far.
+  std::uint64_t received() const noexcept { return received_; }
   /// How much waits to be written.
   std::size_t pending() const noexcept {
     const Zel::NboAttrLog::Out& out = *connection_->out();
@@ -39,6 +41,7 @@ public:
 
 private:
   const int socket_;
+  std::uint64_t received_ = 0;
   const Zel::Ptr<Zel::Session> session_;
   const Zel::Ptr<Zel::Connection> connection_;
 };

@@ -11,7 +11,8 @@
 /// of it knows the library.
 namespace Bench::Sockets {
 
-/// What a program measures, by name: each yields the nanoseconds that one piece of work takes.
+/// What a program measures, by name: each yields the nanoseconds that one piece of work takes, or
+/// the number that its name says.
 using Operations = std::map<std::string, std::function<double()>>;
 Operations operations();
 
@@ -63,6 +64,9 @@ struct Board {
   std::atomic<double> ended{0};
   std::atomic<double> writerTime{0}; // of processors, while it measured
   std::atomic<double> readerTime{0};
+  std::atomic<std::uint64_t> bytes{0};  // that were measured
+  std::atomic<std::uint64_t> digest{0}; // of what the writer has in the end
+  std::atomic<std::uint64_t> sent{0};   // bytes in all; told last
 
   /// The time of the last who ends counts.
   void endedAt(double time);

@@ -1,5 +1,5 @@
 // Prints a line for each operation that is asked for: its name, a tab, and the nanoseconds that one
-// piece of its work takes. Without arguments it lists what can be asked for.
+// piece of its work takes, or what its name says. Without arguments it lists what can be asked for.
 
 #include "sockets/Processes.h"
 
