@@ -19,40 +19,60 @@ using namespace Maintenance;
 struct WalkList {
   const char* name;
   Ptr<Zel::Entity> (*make)();
+  Zel::PtrInterface::NotifieeConst& (*firstListed)(const Zel::Entity& entity);
   const char* attributes;
 
   friend void PrintTo(const WalkList& list, std::ostream* out) { *out << list.name; }
 };
 
+template <auto Make>
+WalkList listOf(const char* name, const char* attributes) {
+  using T = std::remove_reference_t<decltype(*Make())>;
+  return {name, [] { return Ptr<Zel::Entity>(Make()); },
+          [](const Zel::Entity& entity) -> Zel::PtrInterface::NotifieeConst& {
+            return *static_cast<const T&>(entity).zelNotifieeList().head();
+          },
+          attributes};
+}
+
+constexpr auto profile = [] { return Zel::makeObject<Profile::Config>(Profile::ProfileKey()); };
+constexpr auto profiles = [] { return Profile::configDirFactory("e"); };
+constexpr auto defaultProfile = [] { return Profile::defaultProfileFactory("e"); };
+constexpr auto unit = [] { return Unit::configFactory("e"); };
+constexpr auto units = [] { return Unit::configDirFactory("e"); };
+constexpr auto status = [] { return Unit::statusFactory("e"); };
+constexpr auto statuses = [] { return Unit::statusDirFactory("e"); };
+constexpr auto input = [] { return Unit::inputFactory("e"); };
+constexpr auto merged = [] { return Unit::mergedInputFactory("e", Unit::srcCli); };
+constexpr auto mergedDir = [] { return Unit::mergedInputDirFactory("e"); };
+constexpr auto member = [] { return Zel::makeObject<MemberToGroup>("e"); };
+constexpr auto groupToUnit = [] { return Zel::makeObject<GroupToUnit>(Group::GroupKey()); };
+constexpr auto groupToUnits = [] { return groupToUnitDirFactory("e"); };
+constexpr auto group = [] { return MaintenanceGroup::configFactory("e", Group::GroupKey()); };
+constexpr auto groups = [] { return MaintenanceGroup::configDirFactory("e"); };
+constexpr auto unitProfile = [] { return MaintenanceUnitProfile::configFactory("e"); };
+constexpr auto unitProfiles = [] { return MaintenanceUnitProfile::configDirFactory("e"); };
+constexpr auto agent = [] { return agentInfoFactory("e"); };
+
 const WalkList lists[] = {
-    {"ProfileConfig",
-     [] { return Ptr<Zel::Entity>(Zel::makeObject<Profile::Config>(Profile::ProfileKey())); }, ""},
-    {"ProfileConfigDir", [] { return Ptr<Zel::Entity>(Profile::configDirFactory("e")); }, "258*"},
-    {"DefaultProfile", [] { return Ptr<Zel::Entity>(Profile::defaultProfileFactory("e")); }, "259"},
-    {"UnitConfig", [] { return Ptr<Zel::Entity>(Unit::configFactory("e")); }, "259 260* 261"},
-    {"UnitConfigDir", [] { return Ptr<Zel::Entity>(Unit::configDirFactory("e")); }, "258*"},
-    {"Status", [] { return Ptr<Zel::Entity>(Unit::statusFactory("e")); },
-     "259 260* 261 262 263 264 265 267 268* 269 270 271 272* 273 274"},
-    {"StatusDir", [] { return Ptr<Zel::Entity>(Unit::statusDirFactory("e")); }, "258*"},
-    {"Input", [] { return Ptr<Zel::Entity>(Unit::inputFactory("e")); }, "258 259*"},
-    {"MergedInput", [] { return Ptr<Zel::Entity>(Unit::mergedInputFactory("e", Unit::srcCli)); },
-     "259"},
-    {"MergedInputDir", [] { return Ptr<Zel::Entity>(Unit::mergedInputDirFactory("e")); }, "258*"},
-    {"MemberToGroup", [] { return Ptr<Zel::Entity>(Zel::makeObject<MemberToGroup>("e")); },
-     "258* 259* 260 261"},
-    {"GroupToUnit",
-     [] { return Ptr<Zel::Entity>(Zel::makeObject<GroupToUnit>(Group::GroupKey())); }, "259*"},
-    {"GroupToUnitDir", [] { return Ptr<Zel::Entity>(groupToUnitDirFactory("e")); }, "258*"},
-    {"MaintenanceGroup",
-     [] { return Ptr<Zel::Entity>(MaintenanceGroup::configFactory("e", Group::GroupKey())); },
-     "259*"},
-    {"MaintenanceGroupDir",
-     [] { return Ptr<Zel::Entity>(MaintenanceGroup::configDirFactory("e")); }, "258*"},
-    {"UnitProfile", [] { return Ptr<Zel::Entity>(MaintenanceUnitProfile::configFactory("e")); },
-     "387 390"},
-    {"UnitProfileDir",
-     [] { return Ptr<Zel::Entity>(MaintenanceUnitProfile::configDirFactory("e")); }, "258*"},
-    {"AgentInfo", [] { return Ptr<Zel::Entity>(agentInfoFactory("e")); }, "258 259 260 261* 262"},
+    listOf<profile>("ProfileConfig", ""),
+    listOf<profiles>("ProfileConfigDir", "258*"),
+    listOf<defaultProfile>("DefaultProfile", "259"),
+    listOf<unit>("UnitConfig", "259 260* 261"),
+    listOf<units>("UnitConfigDir", "258*"),
+    listOf<status>("Status", "259 260* 261 262 263 264 265 267 268* 269 270 271 272* 273 274"),
+    listOf<statuses>("StatusDir", "258*"),
+    listOf<input>("Input", "258 259*"),
+    listOf<merged>("MergedInput", "259"),
+    listOf<mergedDir>("MergedInputDir", "258*"),
+    listOf<member>("MemberToGroup", "258* 259* 260 261"),
+    listOf<groupToUnit>("GroupToUnit", "259*"),
+    listOf<groupToUnits>("GroupToUnitDir", "258*"),
+    listOf<group>("MaintenanceGroup", "259*"),
+    listOf<groups>("MaintenanceGroupDir", "258*"),
+    listOf<unitProfile>("UnitProfile", "387 390"),
+    listOf<unitProfiles>("UnitProfileDir", "258*"),
+    listOf<agent>("AgentInfo", "258 259 260 261* 262"),
 };
 
 class WalkLists : public testing::TestWithParam<WalkList> {
@@ -81,7 +101,8 @@ protected:
   Log singular;
   Log log;
   Listener listener{log};
-  const Handle object = told(Zel::generic(GetParam().make()), listener);
+  const Ptr<Zel::Entity> entity = GetParam().make();
+  const Handle object = told(Zel::generic(entity), listener);
 };
 
 TEST_P(WalkLists, AllChangedTellsEachAttributeOnceInAscendingId) {
@@ -103,6 +124,18 @@ TEST_P(WalkLists, OneByItselfIsToldIfItIsInTheListAndLeftToTheBaseIfNot) {
     EXPECT_EQ(delivered(id), in(singular) ? Log{name} : Log()) << id;
     EXPECT_EQ(object->pendingAttribute(), in(all) ? 0 : id);
   }
+}
+
+TEST_P(WalkLists, ACollectionThatHasChangedAsAWholeIsTold) {
+  const Zel::TypeTable& table = *object->type()->table();
+  Log collections;
+  for (const std::string& name : all) {
+    if (std::find(singular.begin(), singular.end(), name) == singular.end()) {
+      table.row(std::stoi(name))->collection->tell(GetParam().firstListed(*entity));
+      collections.push_back(name);
+    }
+  }
+  EXPECT_EQ(log, collections);
 }
 
 INSTANTIATE_TEST_SUITE_P(Types, WalkLists, testing::ValuesIn(lists),
