@@ -59,7 +59,7 @@ struct Flow {
 };
 
 template <auto Make>
-Flow flowOf(const char* name, const char* attributes) {
+constexpr Flow flowOf(const char* name, const char* attributes) {
   return {
       name, [] { return Ptr<Zel::Entity>(Make()); },
       [](unsigned flags, Adapter::SyncMode mode) { return transactionsOf(Make(), flags, mode); },
@@ -85,7 +85,7 @@ constexpr auto unitProfile = [] { return MaintenanceUnitProfile::configFactory("
 constexpr auto unitProfiles = [] { return MaintenanceUnitProfile::configDirFactory("e"); };
 constexpr auto agent = [] { return agentInfoFactory("e"); };
 
-const Flow flows[] = {
+constexpr Flow flows[] = {
     flowOf<profile>("ProfileConfig", ""),
     flowOf<profiles>("ProfileConfigDir", "258*"),
     flowOf<defaultProfile>("DefaultProfile", "259"),

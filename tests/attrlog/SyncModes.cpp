@@ -3,6 +3,8 @@
 #include "Ear.h"
 #include "Log.h"
 
+#include <attrlog/Mapping.h>
+
 #include <gmock/gmock.h>
 
 namespace {
@@ -42,18 +44,21 @@ TEST(SyncModes, OfAnEntityWithAnIdOfThisConnectionAloneTellNoOther) {
   EXPECT_FALSE(reader.entity->groupMap()[peers]->zelMarkedForDeletion());
 }
 
+/// Gives a record to the adapter without letting it be applied; yields what is left to read of it.
+template <class T>
+std::size_t leftOf(Reader<T>& reader, const std::string& bytes) {
+  const auto in = Zel::makeObject<Zel::NboAttrLog::In>(nullptr, std::size_t{4096});
+  std::memcpy(in->space().data(), bytes.data(), bytes.size());
+  in->received(bytes.size());
+  Zel::NboAttrLog::Record record;
+  EXPECT_TRUE(in->recordIs(record));
+  reader.adapter->handleAttrDeserialization(record.header.attrId, {},
+                                            static_cast<unsigned>(record.payload), in);
+  return in->left();
+}
+
 struct FromOutside : testing::Test {
-  /// Gives a record to the adapter without letting it be applied.
-  void give(const std::string& bytes) {
-    const auto in = Zel::makeObject<Zel::NboAttrLog::In>(nullptr, std::size_t{4096});
-    std::memcpy(in->space().data(), bytes.data(), bytes.size());
-    in->received(bytes.size());
-    Zel::NboAttrLog::Record record;
-    ASSERT_TRUE(in->recordIs(record));
-    reader.adapter->handleAttrDeserialization(record.header.attrId, {},
-                                              static_cast<unsigned>(record.payload), in);
-    left = in->left();
-  }
+  void give(const std::string& bytes) { left = leftOf(reader, bytes); }
 
   Reader<StatusDir> reader;
   const Ptr<StatusDir> dir = reader.entity;
@@ -88,6 +93,44 @@ TEST_F(FromOutside, ARightIsNotAskedFor) {
   reader.adapter->flagsIs(Adapter::flagRemoteReadOnly, true);
   give(letter(Reader<StatusDir>::id, -258, [](Out& out) { out.putString("System"); }));
   EXPECT_EQ(reader.sent(), Briefs{"-258"});
+}
+
+TEST(FromOutsideOfInputs, APriorityIsReadAndNotApplied) {
+  Reader<MergedInputDir> reader;
+  reader.entity->newUnit("u", srcOnBoot);
+  const std::string member = letter(reader.id, 258, [](Out& out) {
+    out.putString("u");
+    out.put32(srcCli);
+    out.putEntityId({4, 0});
+  });
+  EXPECT_EQ(leftOf(reader, member), sizeof(EntityId));
+  EXPECT_EQ(reader.sent(), Briefs{"258"});
+  EXPECT_EQ(reader.entity->unit("u")->priority(), srcOnBoot);
+
+  Reader<Input> input;
+  EXPECT_EQ(leftOf(input, letter(input.id, 258, [](Out& out) { out.put32(srcCli); })), 0U);
+  EXPECT_EQ(input.sent(), Briefs{"258"});
+  EXPECT_EQ(input.entity->priority(), srcUnknown);
+}
+
+TEST(FromOutsideOfMembers, KeysAndValuesAreReadAndWhatIsHereIsPassedOn) {
+  using namespace Maintenance;
+  Reader<MemberToGroup> reader;
+  const std::string profile = letter(reader.id, 259, [](Out& out) {
+    out.put32(Profile::profileTypeUnit);
+    out.put32(Profile::profileTypeBgp);
+    out.putString("p");
+  });
+  EXPECT_EQ(leftOf(reader, profile), 0U);
+  EXPECT_EQ(reader.sent(), Briefs{"-259"}); // there is none here
+  EXPECT_EQ(leftOf(reader, letter(reader.id, 260, [](Out& out) { out.put32(9); })), 0U);
+  EXPECT_EQ(reader.sent(), Briefs{"260"});
+  EXPECT_EQ(reader.counts().unknownEnums, 1U);
+  EXPECT_EQ(leftOf(reader, letter(reader.id, 261, [](Out& out) { out.put8(1); })), 0U);
+  EXPECT_EQ(reader.sent(), Briefs{"261"});
+  EXPECT_EQ(reader.entity->profileChangeCause(), initialCreation);
+  EXPECT_FALSE(reader.entity->partOfDynamicUnit());
+  EXPECT_EQ(reader.entity->versionCounter(), 0U);
 }
 
 } // namespace

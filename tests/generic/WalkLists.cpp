@@ -26,7 +26,7 @@ struct WalkList {
 };
 
 template <auto Make>
-WalkList listOf(const char* name, const char* attributes) {
+constexpr WalkList listOf(const char* name, const char* attributes) {
   using T = std::remove_reference_t<decltype(*Make())>;
   return {name, [] { return Ptr<Zel::Entity>(Make()); },
           [](const Zel::Entity& entity) -> Zel::PtrInterface::NotifieeConst& {
@@ -54,7 +54,7 @@ constexpr auto unitProfile = [] { return MaintenanceUnitProfile::configFactory("
 constexpr auto unitProfiles = [] { return MaintenanceUnitProfile::configDirFactory("e"); };
 constexpr auto agent = [] { return agentInfoFactory("e"); };
 
-const WalkList lists[] = {
+constexpr WalkList lists[] = {
     listOf<profile>("ProfileConfig", ""),
     listOf<profiles>("ProfileConfigDir", "258*"),
     listOf<defaultProfile>("DefaultProfile", "259"),

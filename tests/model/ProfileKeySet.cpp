@@ -116,7 +116,9 @@ TEST(ProfileKeySets, KeepNoNotifiees) {
   EXPECT_FALSE(Notifying<ProfileKeySet>);
   EXPECT_FALSE(Notifying<GroupProfileSelectionOut>);
   // The only class of notifiees that there is for one is that of all objects.
-  EXPECT_TRUE((std::is_same_v<ProfileKeySet::NotifieeConst, Zel::PtrInterface::NotifieeConst>));
+  using OfAll = Zel::PtrInterface::NotifieeConst;
+  EXPECT_TRUE((std::is_same_v<ProfileKeySet::NotifieeConst, OfAll>));
+  EXPECT_TRUE((std::is_same_v<GroupProfileSelectionOut::NotifieeConst, OfAll>));
 }
 
 /// Writes down each call that a notifiee of any object can get.
