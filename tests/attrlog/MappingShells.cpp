@@ -1,4 +1,4 @@
-#include "Ends.h"
+#include "Shells.h"
 
 #include <attrlog/Mapping.h>
 
@@ -15,25 +15,6 @@ using Zel::Ptr;
 
 const GroupKey uplinks(Group::groupTypeInterface, "x");
 const ProfileKey drain(Profile::profileTypeBgp, "y");
-
-template <class T>
-class Announced {
-public:
-  explicit Announced(Ptr<T> root) : entity(std::move(root)) {
-    sender.announce(entity);
-    adapter = Zel::ptrCast<typename T::ZelNboAttrLogSa>(entity->zelNboAttrLogSa(sender.out()));
-  }
-  const Sender sender;
-  const Ptr<T> entity;
-  Ptr<typename T::ZelNboAttrLogSa> adapter;
-};
-
-template <class T>
-Ptr<typename T::ZelNboAttrLogSa::FlowOut> cleanOf(const Ptr<T>& entity) {
-  const auto out = Zel::makeObject<Zel::NboAttrLog::Out>(65536U);
-  return Zel::makeObject<typename T::ZelNboAttrLogSa::FlowOut>(
-      out, entity->zelNboAttrLogSaIs({}, 1, out, nullptr), Zel::ConnectDesc(), false, 0x7fffffff);
-}
 
 TEST(MappingShells, OfAMemberWriteOneEntryOrItsDeletion) {
   const Announced<MemberToGroup> member(Zel::makeObject<MemberToGroup>("m"));
