@@ -8,10 +8,9 @@
 // Whatever comes, the process lives, the models stay whole, an exporter's is unchanged, and a new
 // connection brings the mirror back in step.
 
+#include "Tree.h"
+
 #include <Zel/Demuxer>
-#include <Zel/StateDigest>
-#include <model/Profile.h>
-#include <model/Unit.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -43,56 +42,26 @@ Zel::ConnectionLimits limits() {
   return small;
 }
 
-/// An exporter with some of everything, and what it exports.
-struct World {
-  World() {
-    units->statusIs("System");
-    const Ptr<Maintenance::Unit::Status> system = units->status("System");
-    system->historyIs(1.0, "one");
-    system->historyIs(2.0, "two");
-    system->groupIs(Group::GroupKey(Group::groupTypeBgp, "peers"), true);
-    system->profileNameIs("fast");
-    profiles->configIs({Maintenance::Profile::profileTypeBgp, "slow"});
-    configured->configIs("System")->groupIs(Group::GroupKey(Group::groupTypeBgp, "peers"), true);
-    input->unitIs("System", true);
-    merged->unitIs("System", Maintenance::Unit::srcCli);
-  }
-
-  std::uint64_t digest() const {
-    return Zel::stateDigest(*units) ^ Zel::stateDigest(*profiles) * 3 ^
-           Zel::stateDigest(*standard) * 5 ^ Zel::stateDigest(*configured) * 7 ^
-           Zel::stateDigest(*input) * 11 ^ Zel::stateDigest(*merged) * 13;
-  }
-
-  const Ptr<Maintenance::Unit::StatusDir> units = Maintenance::Unit::statusDirFactory("units");
-  const Ptr<Maintenance::Profile::ConfigDir> profiles =
-      Maintenance::Profile::configDirFactory("profiles");
-  const Ptr<Maintenance::Profile::DefaultProfile> standard =
-      Maintenance::Profile::defaultProfileFactory("standard");
-  const Ptr<Maintenance::Unit::ConfigDir> configured =
-      Maintenance::Unit::configDirFactory("configured");
-  const Ptr<Maintenance::Unit::Input> input = Maintenance::Unit::inputFactory("input");
-  const Ptr<Maintenance::Unit::MergedInputDir> merged =
-      Maintenance::Unit::mergedInputDirFactory("merged");
-};
-
 /// A connection between an exporter and a mirror, with everything mounted.
 struct Link {
-  Link(const World& world, const Ptr<Zel::Dir>& mirrors, unsigned mirrorFlags)
+  Link(const Tree& tree, const Ptr<Zel::Dir>& mirrors, unsigned mirrorFlags)
       : here(Zel::makeObject<Connection>(Connection::End::first, "mirror", limits())),
         there(Zel::makeObject<Connection>(Connection::End::second, "exporter", limits(),
                                           Zel::makeObject<Zel::NboAttrLog::DirMounts>(
-                                              mirrors, Flags(mirrorFlags), std::size_t{8}))) {
-    exportIs({world.units, world.profiles, world.standard});
-    // Later, so that the ids in the corpus stay: 12 is configured, 14 input, 16 merged.
-    exportIs({world.configured, world.input, world.merged});
+                                              mirrors, Flags(mirrorFlags), std::size_t{16}))) {
+    // One after another, so that the ids in the corpus stay: 2 is units, 4 its System, 12 is
+    // configured, 14 input, 16 merged, 22 and on the others.
+    const std::span<const Ptr<Entity>> roots(tree.roots);
+    exportIs(roots.first(3));
+    exportIs(roots.subspan(3, 3));
+    exportIs(roots.subspan(6));
   }
   ~Link() {
     here->close();
     there->close();
   }
 
-  void exportIs(std::initializer_list<Ptr<Entity>> roots) {
+  void exportIs(std::span<const Ptr<Entity>> roots) {
     for (const Ptr<Entity>& root : roots) {
       here->demuxer()->exportIs(root, Flags(Adapter::flagRemoteReadOnly));
     }
@@ -169,9 +138,11 @@ void feedRecords(Connection& to, Input& input, std::uint32_t ownEnd) {
   const auto out = Zel::makeObject<Zel::NboAttrLog::Out>(Zel::ConnectionLimits::smallestRing);
   while (!input.empty() && to.isUp()) {
     MsgHeader header;
-    header.entityId = {input.next() % 16 * 2, ownEnd};
+    header.entityId = {input.next() % 32 * 2, ownEnd};
     const unsigned kind = input.next();
-    header.attrId = kind < 32 ? 130 + static_cast<int>(kind) : 258 + static_cast<int>(kind % 20);
+    header.attrId = kind < 32    ? 130 + static_cast<int>(kind)
+                    : kind < 224 ? 258 + static_cast<int>(kind % 20)
+                                 : 386 + static_cast<int>(kind % 8);
     if (header.attrId == Zel::NboAttrLog::attrIdOrphan) {
       header.entityId = Zel::orphanEntityId;
     }
@@ -197,12 +168,12 @@ void feedRecords(Connection& to, Input& input, std::uint32_t ownEnd) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   Input input(data, size);
   const unsigned form = input.next();
-  const World world;
-  const std::uint64_t digest = world.digest();
+  const Tree tree;
+  const std::uint64_t digest = tree.digest();
   const auto mirrors = Zel::makeObject<Zel::Dir>();
   const unsigned mirrorFlags = (form & 4) != 0 ? Adapter::flagReadOnly : 0;
   {
-    const Link link(world, mirrors, mirrorFlags);
+    const Link link(tree, mirrors, mirrorFlags);
     Connection& reader = (form & 1) != 0 ? *link.there : *link.here;
     if ((form & 2) != 0) {
       Link::feed(reader, input.rest(size));
@@ -212,14 +183,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     require(reader.isUp() || !reader.failure().empty(), "a connection is down for no reason");
     require(reader.demuxer()->adapters() <= limits().maxEntities, "more adapters than allowed");
   }
-  require(world.digest() == digest, "a peer without the right has changed the model");
+  require(tree.digest() == digest, "a peer without the right has changed the model");
   for (const auto& [name, root] : mirrors->entities()) {
     Zel::stateDigest(*root);
   }
-  const Link again(world, mirrors, mirrorFlags);
+  const Link again(tree, mirrors, mirrorFlags);
   require(again.here->isUp() && again.there->isUp(), "a new connection fails");
-  const Ptr<Entity> units = mirrors->entity("units");
-  require(units && Zel::stateDigest(*units) == Zel::stateDigest(*world.units),
-          "a new connection does not bring the mirror back in step");
+  for (const Ptr<Entity>& root : tree.roots) {
+    const Ptr<Entity> mirror = mirrors->entity(root->name());
+    require(mirror && Zel::stateDigest(*mirror) == Zel::stateDigest(*root),
+            "a new connection does not bring a mirror back in step");
+  }
   return 0;
 }

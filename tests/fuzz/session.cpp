@@ -9,20 +9,21 @@
 // may only be read is not changed, and a mirror that is not writable refuses writes. An honest peer
 // brings everything in step afterwards.
 
+#include "Probe.h"
+
 #include <Zel/Exception>
 #include <Zel/Session>
-#include <Zel/StateDigest>
-#include <model/Profile.h>
-#include <model/Unit.h>
 
 #include <algorithm>
 #include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <optional>
 
 namespace {
 
+using Zel::Entity;
 using Zel::Mount;
 using Zel::Ptr;
 using Zel::Session;
@@ -48,6 +49,8 @@ Zel::SessionOptions options() {
   return small;
 }
 
+constexpr std::size_t mostMounts = 16;
+
 /// Takes an input apart.
 class Input {
 public:
@@ -68,13 +71,33 @@ public:
     return piece;
   }
   const char* name() {
-    static constexpr std::array names{"units", "profiles", "more", "", "own"};
+    static constexpr std::array names{
+        "units",    "profiles",   "more",          "",       "own",
+        "standard", "configured", "input",         "merged", "units of groups",
+        "member",   "groups",     "unit profiles", "agent"};
     return names.at(next() % names.size());
   }
   const char* type() {
     static constexpr std::array types{"Maintenance::Unit::StatusDir",
-                                      "Maintenance::Profile::ConfigDir", "Maintenance::Unit::State",
-                                      "Nobody::Nothing"};
+                                      "Maintenance::Profile::ConfigDir",
+                                      "Maintenance::Unit::State",
+                                      "Nobody::Nothing",
+                                      "Maintenance::Profile::DefaultProfile",
+                                      "Maintenance::Unit::ConfigDir",
+                                      "Maintenance::Unit::Input",
+                                      "Maintenance::Unit::MergedInputDir",
+                                      "Maintenance::GroupToUnitDir",
+                                      "Maintenance::MemberToGroup",
+                                      "Maintenance::MaintenanceGroup::ConfigDir",
+                                      "MaintenanceUnitProfile::ConfigDir",
+                                      "Maintenance::AgentInfo",
+                                      "Maintenance::Unit::Status",
+                                      "Maintenance::Unit::Config",
+                                      "Maintenance::Unit::MergedInput",
+                                      "Maintenance::Profile::Config",
+                                      "Maintenance::GroupToUnit",
+                                      "Maintenance::MaintenanceGroup::Config",
+                                      "MaintenanceUnitProfile::Config"};
     return types.at(next() % types.size());
   }
 
@@ -91,10 +114,10 @@ public:
       mounts->mountIs("units", access);
       mounts->allIs(access);
     } else {
-      units->statusIs("System")->profileNameIs("fast");
-      units->status("System")->historyIs(1.0, "one");
-      exports->entityIs(units, access);
-      exports->entityIs(profiles);
+      tree.emplace();
+      for (const Ptr<Entity>& root : tree->roots) {
+        exports->entityIs(root, root == tree->profiles ? Zel::accessReadOnly : access);
+      }
     }
     connect();
   }
@@ -131,19 +154,15 @@ public:
     to.hear(copy);
     return !copy.empty();
   }
-  std::uint64_t digest() const {
-    return Zel::stateDigest(*units) ^ Zel::stateDigest(*profiles) * 3;
-  }
+  std::uint64_t digest() const { return tree ? tree->digest() : 0; }
 
   const bool isMirror;
   const Zel::Access most;
   double now = 0;
-  const Ptr<Maintenance::Unit::StatusDir> units = Maintenance::Unit::statusDirFactory("units");
-  const Ptr<Maintenance::Profile::ConfigDir> profiles =
-      Maintenance::Profile::configDirFactory("profiles");
+  std::optional<Tree> tree; ///< what is exported
   const Ptr<Zel::Exports> exports = Zel::makeObject<Zel::Exports>();
   const Ptr<Zel::Dir> dir = Zel::makeObject<Zel::Dir>();
-  const Ptr<Zel::Mounts> mounts = Zel::makeObject<Zel::Mounts>(dir, std::size_t{8});
+  const Ptr<Zel::Mounts> mounts = Zel::makeObject<Zel::Mounts>(dir, mostMounts);
   Ptr<Session> session;
 };
 
@@ -198,9 +217,15 @@ void saySession(Side& to, Input& input, unsigned kind) {
 }
 
 void event(Side& to, Input& input) {
-  const std::uint32_t end = to.isMirror ? 0x80000000 : 0;
   const unsigned what = input.next() % 24;
-  const auto id = [&] { return Zel::EntityId{input.next() % 8 * 2, end}; };
+  // What is exported has ids of the second end; what a mirror makes may have those of the first.
+  const auto id = [&] {
+    const unsigned number = input.next();
+    return Zel::EntityId{number % 32 * 2, (number & 128) != 0 ? 0 : 0x80000000};
+  };
+  const auto announced = [&] {
+    return Zel::EntityId{input.next() % 32 * 2, to.isMirror ? 0x80000000 : 0};
+  };
   if (what >= 2 && what <= 12) {
     saySession(to, input, what);
   } else if (what == 13 || what == 14) {
@@ -210,7 +235,7 @@ void event(Side& to, Input& input) {
       out.put8(Log::payloadSectionArgs);
       out.putString(input.name());
       out.put8(Log::payloadSectionEntityId);
-      out.putEntityId(id());
+      out.putEntityId(announced());
     });
   } else if (what == 15 || what == 16) {
     say(to, MsgHeader::variable(id(), Log::attrIdSyncMode),
@@ -236,10 +261,11 @@ void event(Side& to, Input& input) {
     sayHello(to);
   } else {
     const unsigned kind = input.next();
-    const MsgHeader header =
-        MsgHeader::variable(what == 22 ? id() : Zel::orphanEntityId,
-                            what == 22 ? 258 + static_cast<int>(kind % 18) : Log::attrIdSession,
-                            (kind & 32) != 0 ? Log::childRecordTag : 0);
+    const MsgHeader header = MsgHeader::variable(what == 22 ? id() : Zel::orphanEntityId,
+                                                 what != 22   ? Log::attrIdSession
+                                                 : kind < 224 ? 258 + static_cast<int>(kind % 18)
+                                                              : 386 + static_cast<int>(kind % 8),
+                                                 (kind & 32) != 0 ? Log::childRecordTag : 0);
     const auto payload = input.rest(input.next());
     say(to, header, [&](Out& out) { out.putBytes(payload.data(), payload.size()); });
   }
@@ -247,15 +273,13 @@ void event(Side& to, Input& input) {
 
 /// What a mirror refuses as long as it is not writable.
 void writesCheck(Side& side) {
-  static unsigned probes = 0; // each of another name, since one that is there changes nothing
   for (const auto& [name, mount] : side.mounts->mounts()) {
-    const auto units = Zel::ptrCast<Maintenance::Unit::StatusDir>(mount->entity());
-    if (!units) {
+    if (!mount->entity() || isConstant(mount->entity())) {
       continue;
     }
     bool isRefused = false;
     try {
-      units->statusIs(Zel::Name("probe" + std::to_string(++probes)));
+      require(probe(mount->entity()), "a root of a type that nobody knows");
     } catch (const Zel::ReadOnlyException&) {
       isRefused = true;
     }
@@ -278,10 +302,15 @@ void inStep(Side& side) {
   const Side& server = side.isMirror ? other : side;
   const Side& client = side.isMirror ? side : other;
   require(server.session->isUp() && client.session->isUp(), "an honest session fails");
-  const Ptr<Mount> mount = client.mounts->mount("units");
-  require(mount->state() == Mount::live, "an honest mount is not live");
-  require(Zel::stateDigest(*mount->entity()) == Zel::stateDigest(*server.units),
-          "an honest mount is not equal");
+  for (const Ptr<Entity>& root : server.tree->roots) {
+    const Ptr<Mount> mount = client.mounts->mount(root->name());
+    if (!mount && root != server.tree->units && client.mounts->mounts().size() == mostMounts) {
+      continue; // the hostile peer has offered too many others
+    }
+    require(mount && mount->state() == Mount::live, "an honest mount is not live");
+    require(Zel::stateDigest(*mount->entity()) == Zel::stateDigest(*root),
+            "an honest mount is not equal");
+  }
 }
 
 } // namespace
@@ -306,7 +335,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   require(connection.demuxer()->adapters() <= options().limits.maxEntities, "too many adapters");
   require(connection.out()->capacity() <= 2 * Zel::ConnectionLimits::smallestRing,
           "the ring has grown");
-  require(side.mounts->mounts().size() <= 8, "too many mounts");
+  require(side.mounts->mounts().size() <= mostMounts, "too many mounts");
   require((form & 8) != 0 || side.digest() == digest, "what may only be read has been changed");
   writesCheck(side);
   side.session->close(side.now, "cut");

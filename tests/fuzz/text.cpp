@@ -7,7 +7,9 @@
 #include <Zel/Dir>
 #include <Zel/Exception>
 #include <Zel/GenericIf>
-#include <model/MaintenanceAgentInfo/OnBootUnitAndReason.h>
+#include <model/MaintenanceAgentInfo.h>
+#include <model/MaintenanceGroup.h>
+#include <model/MaintenanceUnitProfile.h>
 #include <model/Mapping.h>
 #include <model/Profile.h>
 #include <model/Unit.h>
@@ -88,7 +90,7 @@ void number(const String8& text) {
   require(Zel::valueToStrep(static_cast<double>(primitive<long double>(printed))) == printed, text);
 }
 
-/// A program with a few roots.
+/// A program with roots of all types.
 Zel::Ptr<Zel::Dir> makeRoots() {
   const auto roots = Zel::makeObject<Zel::Dir>();
   const auto units = Maintenance::Unit::statusDirFactory("units");
@@ -99,10 +101,25 @@ Zel::Ptr<Zel::Dir> makeRoots() {
   profiles->configIs({Maintenance::Profile::profileTypeBgp, "a,b"});
   const auto groups = Maintenance::groupToUnitDirFactory("groups");
   groups->groupToUnitIs({Group::groupTypeBgp, "a/b"});
+  const auto configured = Maintenance::Unit::configDirFactory("configured");
+  configured->configIs("a b");
+  const auto merged = Maintenance::Unit::mergedInputDirFactory("merged");
+  merged->unitIs("System", Maintenance::Unit::srcCli);
+  const auto grouped = Maintenance::MaintenanceGroup::configDirFactory("grouped");
+  grouped->maintenanceGroupIs({Group::groupTypeInterface, "a,b"});
+  const auto unitProfiles = MaintenanceUnitProfile::configDirFactory("unit profiles");
+  unitProfiles->configIs("100%");
   roots->entityIs(units);
   roots->entityIs(groups);
   roots->entityIs(profiles);
   roots->entityIs(Maintenance::Profile::defaultProfileFactory(""));
+  roots->entityIs(configured);
+  roots->entityIs(merged);
+  roots->entityIs(grouped);
+  roots->entityIs(unitProfiles);
+  roots->entityIs(Maintenance::Unit::inputFactory("input"));
+  roots->entityIs(Maintenance::agentInfoFactory("agent"));
+  roots->entityIs(Zel::makeObject<Maintenance::MemberToGroup>("member"));
   return roots;
 }
 
@@ -130,36 +147,55 @@ using namespace Maintenance;
 
 /// New ones go to the end: the kept corpus holds to the places.
 constexpr void (*readers[])(const String8& text) = {
-    value<Profile::ProfileKey>,              // A
-    value<Group::GroupKey>,                  // B
-    value<Unit::TrafficRates>,               // C
-    value<Unit::StageMgrInstKey>,            // D
-    constant<Unit::BuiltinUnitName>,         // E
-    constant<Unit::MaintenanceStageClasses>, // F
-    constant<Unit::MaintenanceStageList>,    // G
-    value<Vexil::IntfId>,                    // H
-    value<Profile::ProfileType>,             // I
-    value<Group::GroupType>,                 // J
-    value<Unit::UnitType>,                   // K
-    value<Unit::MaintenanceOp>,              // L
-    value<Unit::InputSrc>,                   // M
-    value<Unit::State>,                      // N
-    string,                                  // O
-    integer,                                 // P
-    number,                                  // Q
-    key<Group::GroupKey>,                    // R
-    key<Vexil::IntfId>,                      // S
-    key<String8>,                            // T
-    key<double>,                             // U
-    reference<Unit::Status>,                 // V
-    reference<Zel::PtrInterface>,            // W
-    path,                                    // X
-    value<ProfileChangeCause>,               // Y
-    key<Profile::ProfileType>,               // Z
-    reference<GroupToUnit>,                  // [
-    value<GroupProfileSelKey>,               // backslash
-    value<UnitProfileSelKey>,                // ]
-    value<OnBootUnitAndReason>,              // ^
+    value<Profile::ProfileKey>,                   // A
+    value<Group::GroupKey>,                       // B
+    value<Unit::TrafficRates>,                    // C
+    value<Unit::StageMgrInstKey>,                 // D
+    constant<Unit::BuiltinUnitName>,              // E
+    constant<Unit::MaintenanceStageClasses>,      // F
+    constant<Unit::MaintenanceStageList>,         // G
+    value<Vexil::IntfId>,                         // H
+    value<Profile::ProfileType>,                  // I
+    value<Group::GroupType>,                      // J
+    value<Unit::UnitType>,                        // K
+    value<Unit::MaintenanceOp>,                   // L
+    value<Unit::InputSrc>,                        // M
+    value<Unit::State>,                           // N
+    string,                                       // O
+    integer,                                      // P
+    number,                                       // Q
+    key<Group::GroupKey>,                         // R
+    key<Vexil::IntfId>,                           // S
+    key<String8>,                                 // T
+    key<double>,                                  // U
+    reference<Unit::Status>,                      // V
+    reference<Zel::PtrInterface>,                 // W
+    path,                                         // X
+    value<ProfileChangeCause>,                    // Y
+    key<Profile::ProfileType>,                    // Z
+    reference<GroupToUnit>,                       // [
+    value<GroupProfileSelKey>,                    // backslash
+    value<UnitProfileSelKey>,                     // ]
+    value<OnBootUnitAndReason>,                   // ^
+    key<Profile::ProfileKey>,                     // _
+    key<GroupProfileSelKey>,                      // `
+    key<UnitProfileSelKey>,                       // a
+    reference<Unit::StatusDir>,                   // b
+    reference<Unit::Config>,                      // c
+    reference<Unit::ConfigDir>,                   // d
+    reference<Unit::Input>,                       // e
+    reference<Unit::MergedInput>,                 // f
+    reference<Unit::MergedInputDir>,              // g
+    reference<Profile::Config>,                   // h
+    reference<Profile::ConfigDir>,                // i
+    reference<Profile::DefaultProfile>,           // j
+    reference<GroupToUnitDir>,                    // k
+    reference<MemberToGroup>,                     // l
+    reference<MaintenanceGroup::Config>,          // m
+    reference<MaintenanceGroup::ConfigDir>,       // n
+    reference<MaintenanceUnitProfile::Config>,    // o
+    reference<MaintenanceUnitProfile::ConfigDir>, // p
+    reference<AgentInfo>,                         // q
 };
 
 } // namespace
