@@ -18,6 +18,13 @@ constexpr std::uint32_t byteOrderMark = 0x01020304;
 /// Bytes that may wait for room to be said.
 constexpr std::size_t mostLater = std::size_t{1} << 20;
 
+void recordWrite(const Ptr<NboAttrLog::Out>& out, std::string_view payload) {
+  out->nextHeaderIs(MsgHeader::variable(orphanEntityId, NboAttrLog::attrIdSession));
+  out << NboAttrLog::transactBegin;
+  out->putBytes(payload.data(), payload.size());
+  out << NboAttrLog::transactEnd;
+}
+
 } // namespace
 
 /// What the connection asks and tells, passed on as long as there is a session.
@@ -82,7 +89,7 @@ Session::Session(Connection::End end, SessionOptions options, Ptr<Exports> expor
 
 Session::~Session() {
   connection_->fail("closed");
-  ended();
+  ended(false);
   policy_->sessionGone();
 }
 
@@ -135,17 +142,24 @@ double Session::deadline() const noexcept {
 void Session::close(double now, const String8& why) {
   const Ptr<Session> kept(this);
   now_ = now;
+  if (isUp()) {
+    ending_ = endingOver;
+  }
   connection_->fail(why);
   ended();
 }
 
 /// The connection is down: what it has carried is stale, and nobody waits for answers any more.
-void Session::ended() {
+/// `isHeard`: whether anybody can send last words.
+void Session::ended(bool isHeard) {
   if (hasEnded_) {
     return;
   }
   hasEnded_ = true;
   connection_->close();
+  if (isHeard && peer_.ending == endingUnsaid) {
+    lastWordsWrite();
+  }
   later_.clear();
   if (exports_) {
     std::erase(exports_->sessions_, this);
@@ -155,6 +169,16 @@ void Session::ended() {
   answersEnd();
   log("session with " + (peer_.name.empty() ? String8("a peer") : peer_.name) +
       " ended: " + failure());
+}
+
+/// A part of the first record may have gone, so the bye stands behind all that the ring holds.
+void Session::lastWordsWrite() {
+  NboAttrLog::Out& out = *connection_->out();
+  for (auto left = out.pending(); !left.empty(); left = out.pending()) {
+    lastWords_.append(reinterpret_cast<const char*>(left.data()), left.size());
+    out.consumed(left.size());
+  }
+  lastWords_ += bye(ending_, failure());
 }
 
 void Session::log(const String8& line) const {
@@ -197,12 +221,20 @@ bool Session::hasRoom() const noexcept {
 }
 
 void Session::payloadWrite(std::string_view payload) {
-  const Ptr<NboAttrLog::Out>& out = connection_->out();
-  out->nextHeaderIs(MsgHeader::variable(orphanEntityId, NboAttrLog::attrIdSession));
-  out << NboAttrLog::transactBegin;
-  out->putBytes(payload.data(), payload.size());
-  out << NboAttrLog::transactEnd;
+  recordWrite(connection_->out(), payload);
   ++sessionRecords_;
+}
+
+std::string Session::bye(Ending ending, const String8& reason) {
+  const std::string said = payload(kindBye, [&](WireWriter& to) {
+    to.put8(ending);
+    to.putString(shown(reason));
+  });
+  constexpr std::size_t enough = 1024;
+  const auto out = makeObject<NboAttrLog::Out>(enough);
+  recordWrite(out, said);
+  const auto bytes = out->pending();
+  return {bytes.begin(), bytes.end()};
 }
 
 void Session::later(Later what) {
@@ -234,6 +266,10 @@ void Session::recordRead(In& in) {
   const std::uint8_t kind = in.next8();
   if (kind == kindHello) {
     helloRead(in);
+    return;
+  }
+  if (kind == kindBye) { // which may come in the place of a hello
+    byeRead(in);
     return;
   }
   if (!isOpen_) {
@@ -324,6 +360,15 @@ void Session::helloRead(In& in) {
     }
   }
   write(kindOffersEnd, [](WireWriter& /*out*/) {});
+}
+
+void Session::byeRead(In& in) {
+  const std::uint8_t ending = in.next8();
+  peer_.reason = shown(in.nextString());
+  const bool isKnown = ending >= endingOver && ending <= endingBusy;
+  peer_.ending = isKnown ? static_cast<Ending>(ending) : endingOver;
+  connection_->fail(peer_.reason.empty() ? String8("the peer has ended the session")
+                                         : "the peer says: " + peer_.reason);
 }
 
 } // namespace Zel

@@ -143,6 +143,8 @@ int main(int argc, char** argv) {
                       : -1);
   }
   std::cout << session->failure() << std::endl;
+  const std::string& words = session->lastWords(); // for a server that is still there
+  send(file, words.data(), words.size(), MSG_NOSIGNAL);
   close(file);
   return 0;
 }

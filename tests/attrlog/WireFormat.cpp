@@ -54,6 +54,7 @@ TEST_F(Document, HasTheseDumpsAndNoOther) {
                                           "orphan-derived",
                                           "resync",
                                           "session-ask",
+                                          "session-bye",
                                           "session-digest",
                                           "session-digest-ask",
                                           "session-echo",

@@ -197,7 +197,7 @@ TEST_F(Commands, AServerKilledInTheMidstOfACommandIsSaidSo) {
   EXPECT_EQ(result.err,
             "maintctl: the server at socket took too long: it has not said what it has, see "
             "--timeout\n"
-            "maintctl: the server at socket has ended the connection: the peer has gone\n");
+            "maintctl: the connection to the server at socket has ended: the peer has gone\n");
 }
 
 TEST_F(Commands, AServerKilledInMidWalkIsSaidSo) {
@@ -210,7 +210,7 @@ TEST_F(Commands, AServerKilledInMidWalkIsSaidSo) {
           "ctl get /status; echo $?; cat got");
   EXPECT_EQ(result.out, "6\n6\n");
   EXPECT_EQ(result.err,
-            "maintctl: the server at socket has ended the connection: the peer has gone\n"
+            "maintctl: the connection to the server at socket has ended: the peer has gone\n"
             "maintctl: no server at socket: start one with 'maintctl serve'\n");
 }
 

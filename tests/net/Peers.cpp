@@ -1,76 +1,17 @@
-#include "Place.h"
-
-#include <Zel/Session>
+#include "Raw.h"
 
 #include <gtest/gtest.h>
 
-#include <csignal>
-#include <cstring>
-
 #include <dirent.h>
-#include <sys/socket.h>
 #include <sys/stat.h>
-#include <sys/un.h>
 #include <unistd.h>
 
 namespace {
 
+using TestNet::hello;
 using TestNet::Process;
+using TestNet::Raw;
 using Zel::Session;
-
-/// A connection that this process holds by hand.
-class Raw {
-public:
-  explicit Raw(const std::string& path)
-      : socket_(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
-    sockaddr_un address = {};
-    address.sun_family = AF_UNIX;
-    path.copy(address.sun_path, sizeof address.sun_path - 1);
-    isUp_ = ::connect(socket_, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
-  }
-  Raw(const Raw&) = delete;
-  Raw& operator=(const Raw&) = delete;
-  ~Raw() { ::close(socket_); }
-
-  bool isUp() const noexcept { return isUp_; }
-  bool write(const std::string& bytes) const {
-    return ::send(socket_, bytes.data(), bytes.size(), MSG_NOSIGNAL) ==
-           static_cast<ssize_t>(bytes.size());
-  }
-  /// All that comes until the other end closes.
-  std::string rest() const {
-    std::string all;
-    char bytes[4096];
-    for (ssize_t count = 0; (count = ::read(socket_, bytes, sizeof bytes)) > 0;) {
-      all.append(bytes, static_cast<std::size_t>(count));
-    }
-    return all;
-  }
-
-private:
-  const int socket_;
-  bool isUp_ = false;
-};
-
-/// What a client says first.
-std::string hello() {
-  Zel::SessionOptions options;
-  options.name = "by hand";
-  const auto session =
-      Zel::makeObject<Session>(Zel::Connection::End::first, options, nullptr, nullptr);
-  const auto bytes = session->connection()->pendingOutput();
-  return {bytes.begin(), bytes.end()};
-}
-
-/// The same, of another version.
-std::string laterHello() {
-  const std::string version("Main\0\0\0\1", 8);
-  std::string bytes = hello();
-  const std::size_t at = bytes.find(version);
-  EXPECT_NE(at, std::string::npos);
-  bytes[at + 7] = 9;
-  return bytes;
-}
 
 class Peers : public ::testing::Test, protected TestNet::Place {};
 
@@ -94,8 +35,12 @@ TEST_F(Peers, AreLoggedWithTheirUserAndProcess) {
 TEST_F(Peers, OfAnotherVersionAreToldApart) {
   const auto server = serve();
   const Raw peer(socket());
-  ASSERT_TRUE(peer.write(laterHello()));
-  peer.rest();
+  ASSERT_TRUE(peer.write(TestNet::laterHello(Zel::Connection::End::first)));
+  const std::string why = "the peer speaks version 9 of the protocol, this end version 1";
+  const std::string heard = peer.rest();
+  const std::string bye = Session::bye(Session::endingFailed, Zel::String8(why));
+  EXPECT_TRUE(heard.ends_with(bye)) << heard;
+  EXPECT_GT(heard.size(), bye.size()) << "a hello, which tells the peer what it is spoken to in";
   EXPECT_TRUE(server->complains("client 1: session with a peer ended: the peer speaks version 9 of "
                                 "the protocol, this end version 1\n"));
   EXPECT_EQ(server->ask("clients"), "0");
@@ -167,7 +112,7 @@ TEST_F(Peers, AboveTheLimitAreTurnedAway) {
   const Raw one(socket());
   auto two = std::make_unique<Raw>(socket());
   const Raw three(socket());
-  EXPECT_EQ(three.rest(), "");
+  EXPECT_EQ(three.rest(), Session::bye(Session::endingBusy, "there are 2 clients already"));
   EXPECT_TRUE(server->complains("client 3: turned away: user "));
   EXPECT_TRUE(server->complains(": there are 2 clients already\n"));
   two = nullptr;

@@ -40,9 +40,15 @@ public:
     EXPECT_EQ(mirror->hear(), "mirroring") << mirror->errors();
     return mirror;
   }
-  std::unique_ptr<Process> start(std::vector<std::string> words) {
+  std::unique_ptr<Process> start(std::vector<std::string> words,
+                                 const char* program = NET_PEER_PROGRAM) {
     const std::string name = "errors" + std::to_string(++started_);
-    return std::make_unique<Process>(std::move(words), folder / name.c_str());
+    return std::make_unique<Process>(std::move(words), folder / name.c_str(), program);
+  }
+  /// Starts `maintctl` at the socket.
+  std::unique_ptr<Process> maintctl(std::vector<std::string> words) {
+    words.insert(words.begin(), {"--socket", socket()});
+    return start(std::move(words), MAINTCTL_PROGRAM);
   }
 
   const Support::Folder folder;

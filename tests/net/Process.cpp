@@ -18,14 +18,14 @@ constexpr int patience = 60000; // milliseconds
 
 } // namespace
 
-Process::Process(std::vector<std::string> words, std::filesystem::path errors)
+Process::Process(std::vector<std::string> words, std::filesystem::path errors, const char* program)
     : errors_(std::move(errors)) {
   int in[2];
   int out[2];
   if (::pipe2(in, O_CLOEXEC) != 0 || ::pipe2(out, O_CLOEXEC) != 0) {
     throw std::runtime_error("no pipe");
   }
-  words.insert(words.begin(), NET_PEER_PROGRAM);
+  words.insert(words.begin(), program);
   std::vector<char*> arguments;
   for (std::string& word : words) {
     arguments.push_back(word.data());

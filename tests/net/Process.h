@@ -12,8 +12,9 @@ namespace TestNet {
 /// standard error in a file. It is killed when the object goes, and it alone.
 class Process {
 public:
-  /// Starts `net-peer` with these words.
-  Process(std::vector<std::string> words, std::filesystem::path errors);
+  /// Starts `net-peer`, or another program, with these words.
+  Process(std::vector<std::string> words, std::filesystem::path errors,
+          const char* program = NET_PEER_PROGRAM);
   Process(const Process&) = delete;
   Process& operator=(const Process&) = delete;
   ~Process();

@@ -105,6 +105,12 @@ public:
       out.putString(reason);
     });
   }
+  static std::string bye(unsigned ending, const Zel::String8& reason) {
+    return record(12, [&](Out& out) {
+      out.put8(static_cast<std::uint8_t>(ending));
+      out.putString(reason);
+    });
+  }
   static std::string numbered(unsigned kind, std::uint32_t serial) {
     return record(kind, [&](Out& out) { out.put32(serial); });
   }

@@ -63,6 +63,11 @@ inline std::string says(const Wiretap::Seen& seen) {
     return "echo? " + number();
   case 11:
     return "echo " + number();
+  case 12: {
+    const auto ending = static_cast<unsigned>(rest.front());
+    rest.remove_prefix(1);
+    return "bye " + std::to_string(ending) + ": " + text();
+  }
   default:
     return "kind " + std::to_string(kind);
   }

@@ -106,6 +106,14 @@ TEST(SessionDocumentRead, ByTheEndThatMirrors) {
   EXPECT_EQ(client.counts().badValues, 0U);
 }
 
+TEST(SessionDocumentRead, InThePlaceOfAHello) {
+  EXPECT_EQ(Session::bye(Session::endingBusy, "there are 64 clients already"), bytes("bye"));
+  Alone client(End::first);
+  client.hear(bytes("bye"));
+  EXPECT_EQ(client.session->peer().ending, Session::endingBusy);
+  EXPECT_EQ(client.session->peer().reason, "there are 64 clients already");
+}
+
 TEST(SessionDocumentRead, ByTheEndThatExports) {
   Alone server;
   server.exports->entityIs(Maintenance::Unit::statusDirFactory("units"));

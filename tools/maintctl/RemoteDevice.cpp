@@ -51,20 +51,36 @@ void RemoteDevice::connect() {
   }
 }
 
-std::string RemoteDevice::trouble() const {
+/// Why there is no connection now; none if there is one.
+std::optional<Failure> RemoteDevice::trouble() const {
   if (client_->session()) {
     return {};
   }
   if (client_->refusal()) {
-    return noServer(settings_.path, client_->refusal()).what();
+    return noServer(settings_.path, client_->refusal());
   }
-  return "the server at " + settings_.path +
-         " has ended the connection: " + text(client_->failure());
+  const std::string server = "the server at " + settings_.path;
+  const Session::Peer& peer = client_->formerPeer();
+  switch (peer.ending) {
+  case Session::endingRefused:
+    return Failure(exitRefused, server + " refuses the connection: " + text(peer.reason));
+  case Session::endingBusy:
+    return Failure(exitNoServer,
+                   server + " has no room for another: " + text(peer.reason) + ", try again");
+  case Session::endingOver:
+  case Session::endingFailed:
+    return Failure(exitNoServer, server + " has ended the connection: " + text(peer.reason));
+  case Session::endingUnsaid:
+    break;
+  }
+  return Failure(exitNoServer,
+                 "the connection to " + server + " has ended: " + text(client_->failure()));
 }
 
 bool RemoteDevice::until(const std::function<bool()>& isDone, double seconds) {
   const auto hasEnded = [this] {
-    return !client_->session() && !settings_.reconnects && !settings_.waits;
+    const bool isRefused = client_->formerPeer().ending == Session::endingRefused;
+    return !client_->session() && (isRefused || (!settings_.reconnects && !settings_.waits));
   };
   bool done = isDone();
   if (!done && !hasEnded()) {
@@ -94,17 +110,17 @@ bool RemoteDevice::until(const std::function<bool()>& isDone, double seconds) {
     io_.run();
   }
   if (!done && hasEnded()) {
-    throw Failure(exitNoServer, trouble());
+    throw trouble().value();
   }
   return done;
 }
 
 void RemoteDevice::await(const std::function<bool()>& isDone, const char* what) {
   if (!until(isDone, settings_.timeout)) {
-    const std::string why = trouble();
-    throw Failure(exitTimeout, why.empty() ? "the server at " + settings_.path +
-                                                 " took too long: " + what + ", see --timeout"
-                                           : why);
+    const std::optional<Failure> why = trouble();
+    throw Failure(exitTimeout, why ? why->what()
+                                   : "the server at " + settings_.path + " took too long: " + what +
+                                         ", see --timeout");
   }
 }
 
@@ -160,14 +176,15 @@ void RemoteDevice::awaitLive(const Ptr<Mount>& mount) {
 
 /// Waits until the server has answered, and so until all is applied that it had sent before.
 void RemoteDevice::catchUp() {
-  if (!client_->session()) {
-    throw Failure(exitNoServer, trouble());
+  if (const std::optional<Failure> why = trouble()) {
+    throw *why;
   }
   const auto echo = std::make_shared<std::optional<bool>>();
   client_->session()->echoAsk([echo](bool came) { *echo = came; });
   await([&] { return echo->has_value(); }, "it does not answer");
   if (!echo->value()) {
-    throw Failure(exitNoServer, trouble());
+    throw trouble().value_or(
+        Failure(exitNoServer, "the server at " + settings_.path + " has been replaced meanwhile"));
   }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Device.h"
+#include "Failure.h"
 
 #include <net/Client.h>
 
@@ -36,11 +37,10 @@ public:
   /// What is mirrored; replaced, as the mirrors are, when a root is needed for writing that was
   /// there for reading.
   const Zel::Ptr<Zel::Mounts>& mounts() const noexcept { return mounts_; }
-  /// Why there is no connection now; empty if there is one.
-  std::string trouble() const;
 
 private:
   void connect();
+  std::optional<Failure> trouble() const;
   void await(const std::function<bool()>& isDone, const char* what);
   bool until(const std::function<bool()>& isDone, double seconds);
   void catchUp();

@@ -73,6 +73,7 @@ void Client::ended(const Zel::Ptr<Zel::Session>& session) {
   }
   driver_ = nullptr;
   failure_ = session->failure();
+  formerPeer_ = session->peer();
   if (session->isOpen()) {
     backoff_.reset();
   }

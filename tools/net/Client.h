@@ -42,6 +42,8 @@ public:
   const std::error_code& refusal() const noexcept { return refusal_; }
   /// Why the last session ended; empty if there was none.
   const Zel::String8& failure() const noexcept { return failure_; }
+  /// What its peer had said; nothing if there was none.
+  const Zel::Session::Peer& formerPeer() const noexcept { return formerPeer_; }
 
 private:
   void ended(const Zel::Ptr<Zel::Session>& session);
@@ -57,6 +59,7 @@ private:
   Zel::Ptr<Zel::Session> session_;
   std::error_code refusal_;
   Zel::String8 failure_;
+  Zel::Session::Peer formerPeer_;
   const Alive alive_;
 };
 

@@ -152,11 +152,21 @@ void Driver::close(const Zel::String8& why) {
   finish();
 }
 
+/// Tells the peer why, if the socket takes that at once: one that does not read is not waited for.
+void Driver::lastWords() {
+  const std::string& words = session_->lastWords();
+  asio::error_code failed;
+  for (std::size_t went = 0; went < words.size() && !failed;) {
+    went += socket_.write_some(asio::buffer(words.data() + went, words.size() - went), failed);
+  }
+}
+
 void Driver::finish() {
   if (isFinished_) {
     return;
   }
   isFinished_ = true;
+  lastWords();
   if (turns_ != nullptr) {
     turns_->driverDel(*this); // and with it the session, unless somebody else holds that
   }

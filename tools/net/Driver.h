@@ -28,8 +28,8 @@ public:
   ~Driver() = default;
 
   const Zel::Ptr<Zel::Session>& session() const noexcept { return session_; }
-  /// Writes what the socket takes at once and ends the session. `ended` is called before this
-  /// returns, unless it has been.
+  /// Writes what the socket takes at once and ends the session, telling the peer why. `ended` is
+  /// called before this returns, unless it has been.
   void close(const Zel::String8& why);
 
 private:
@@ -44,6 +44,7 @@ private:
   void lose(const asio::error_code& why);
   void waitRead();
   void waitWrite();
+  void lastWords();
   void finish();
   void turnsGone();
 

@@ -54,12 +54,15 @@ void Server::clientIs(Socket socket) {
   try {
     const Peer peer = Peer::of(socket.native_handle());
     if (!peer.mayConnect(options_.access)) {
-      log(name + "turned away: " + peer.text() + " may not connect");
+      turnAway(socket, name + "turned away: ", Zel::Session::endingRefused,
+               peer.text() + " may not connect");
       return;
     }
     if (clients_.size() >= options_.maxClients) {
-      log(name + "turned away: " + peer.text() + ": there are " + std::to_string(clients_.size()) +
-          " clients already");
+      turnAway(socket, name + "turned away: " + peer.text() + ": ", Zel::Session::endingBusy,
+               clients_.size() == 1
+                   ? std::string("there is one client already")
+                   : "there are " + std::to_string(clients_.size()) + " clients already");
       return;
     }
     log(name + peer.text());
@@ -77,6 +80,16 @@ void Server::clientIs(Socket socket) {
   } catch (const std::exception& failure) { // such as no memory for the rings
     log(name + "turned away: " + failure.what());
   }
+}
+
+/// The client hears of it in the place of a hello. What it says itself is not read.
+void Server::turnAway(Socket& socket, const std::string& client, Zel::Session::Ending ending,
+                      const std::string& why) const {
+  log(client + why);
+  const std::string bye = Zel::Session::bye(ending, Zel::String8(why));
+  asio::error_code ignored;
+  socket.non_blocking(true, ignored);
+  socket.write_some(asio::buffer(bye), ignored);
 }
 
 } // namespace Net

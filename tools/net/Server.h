@@ -14,7 +14,7 @@ namespace Net {
 struct ServerOptions {
   std::string path;
   SocketAccess access;
-  std::size_t maxClients = 64; ///< more are turned away
+  std::size_t maxClients = 64; ///< more are turned away, and told so
   /// Of each client's session; its `log` is not used.
   Zel::SessionOptions session;
   Log log;
@@ -42,6 +42,8 @@ private:
 
   void accept();
   void clientIs(Socket socket);
+  void turnAway(Socket& socket, const std::string& client, Zel::Session::Ending ending,
+                const std::string& why) const;
   void log(const std::string& line) const;
 
   Turns& turns_;

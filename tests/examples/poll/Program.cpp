@@ -38,7 +38,7 @@ TEST(Poll, PrintsWhatChangesInAServer) {
             "/status/status['Linecard3'] is object(Maintenance::Unit::Status)\n"
             "/status/status/Linecard3/historySize = 7\n"
             "/status/status['System'] has gone\n"
-            "the server has gone\n");
+            "the peer says: the server ends\n");
 }
 
 TEST(Poll, SaysThatThereIsNoServer) {
