@@ -1,5 +1,7 @@
 #include "Commands.h"
 
+#include <algorithm>
+
 namespace {
 
 using Support::Result;
@@ -102,6 +104,46 @@ TEST_F(Commands, AWatchFollowsOverARestartWithOtherContents) {
                                 "/status/status/System/state = 'init'\n"
                                 "# /status is live again\n"
                                 "maintctl: stopped\n");
+}
+
+TEST_F(Commands, AWatchTakesInWhatIsOfferedLater) {
+  const auto server = TestNet::Place::serve();
+  const auto all = maintctl({"watch"});
+  EXPECT_EQ(all->hear(), "# /inputs is live");
+  EXPECT_EQ(all->hear(), "# /units is live");
+  const auto units = maintctl({"watch", "/units"});
+  EXPECT_EQ(units->hear(), "# /units is live");
+  ASSERT_EQ(server->ask("offer later"), "offered");
+  EXPECT_EQ(all->hear(), "# /later is live");
+  ASSERT_EQ(server->ask("withdraw later"), "withdrawn");
+  EXPECT_EQ(all->hear(), "# /later is stale: withdrawn by server");
+  ASSERT_EQ(server->ask("offer later"), "offered");
+  EXPECT_EQ(all->hear(), "# /later is live again");
+  ASSERT_EQ(server->ask("set unit-a 17"), "set");
+  EXPECT_EQ(all->hear(), "/units/status/unit-a added");
+  EXPECT_EQ(units->hear(), "/units/status/unit-a added")
+      << "and nothing of what it did not ask for";
+}
+
+TEST_F(Commands, AWatchTakesInWhatTheNextServerHas) {
+  auto server = start({"--socket", socket(), "serve"}, MAINTCTL_PROGRAM);
+  ASSERT_TRUE(server->complains("listening"));
+  const Result roots = Support::shell("'" MAINTCTL_PROGRAM "' --socket '" + socket() + "' ls");
+  const auto count = std::count(roots.out.begin(), roots.out.end(), '\n');
+  ASSERT_GT(count, 1);
+  const auto watch = maintctl({"watch"});
+  const auto hearOfAll = [&](const std::string& what) {
+    for (std::ptrdiff_t heard = 0; heard < count; ++heard) {
+      const std::string line = watch->hear();
+      ASSERT_TRUE(line.ends_with(what)) << line;
+    }
+  };
+  hearOfAll(" is live");
+  server->kill();
+  hearOfAll(" is stale: the peer has gone");
+  server = TestNet::Place::serve();
+  EXPECT_EQ(watch->hear(), "# /inputs is live");
+  EXPECT_EQ(watch->hear(), "# /units is live");
 }
 
 TEST_F(Commands, AWatchTellsOfItsPathsAloneAndInJson) {

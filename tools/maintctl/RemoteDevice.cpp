@@ -128,6 +128,11 @@ bool RemoteDevice::wait(const std::function<bool()>& isDone, double seconds) {
   return until(isDone, seconds);
 }
 
+const std::map<Zel::Name, Zel::String8>& RemoteDevice::offers() const {
+  static const std::map<Zel::Name, Zel::String8> nothing;
+  return client_->session() ? client_->session()->offers() : nothing;
+}
+
 std::map<Zel::Name, Zel::String8> RemoteDevice::roots() {
   await([this] { return client_->session() && client_->session()->hasOffers(); },
         "it has not said what it has");

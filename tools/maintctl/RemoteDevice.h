@@ -34,6 +34,8 @@ public:
 
   asio::io_context& io() noexcept { return io_; }
   Net::Turns& turns() noexcept { return turns_; }
+  /// What the server has offered by now; nothing while there is none.
+  const std::map<Zel::Name, Zel::String8>& offers() const;
   /// What is mirrored; replaced, as the mirrors are, when a root is needed for writing that was
   /// there for reading.
   const Zel::Ptr<Zel::Mounts>& mounts() const noexcept { return mounts_; }

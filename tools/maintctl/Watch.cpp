@@ -162,10 +162,12 @@ public:
         device.turns().soon();
       }
     });
+    device.roots(); // a server that does not say what it has is none
     Teller teller(scopes(device), options.json);
-    const std::vector<Ptr<RootWatch>> watches = watch(device, teller);
+    std::map<Zel::Name, Ptr<RootWatch>> watches;
     device.wait(
         [&] {
+          watchOffers(device, teller, watches);
           context.out() << teller.takeLines();
           context.out().flush();
           return isStopped;
@@ -186,16 +188,20 @@ private:
     return scopes;
   }
 
-  std::vector<Ptr<RootWatch>> watch(RemoteDevice& device, Teller& teller) const {
-    std::vector<Ptr<RootWatch>> watches;
-    for (const auto& [name, type] : device.roots()) {
+  /// Watches what is offered by now, and not watched yet: a server may get further roots, and the
+  /// next one have others.
+  void watchOffers(RemoteDevice& device, Teller& teller,
+                   std::map<Zel::Name, Ptr<RootWatch>>& watches) const {
+    for (const auto& [name, type] : device.offers()) {
       const std::string path = "/" + segmentOf(Zel::valueRecord<Zel::Name>, &name);
-      if (teller.wants(path) || teller.isBehind(path)) {
-        watches.push_back(Zel::makeObject<RootWatch>(teller, initial_));
-        watches.back()->start(device.mounts()->mountIs(name));
+      if ((teller.wants(path) || teller.isBehind(path)) &&
+          watches.try_emplace(name, nullptr).second) {
+        const auto made = Zel::makeObject<RootWatch>(teller, initial_);
+        watches[name] = made;
+        made->start(device.mounts()->mountIs(name));
+        device.turns().soon(); // to ask for it
       }
     }
-    return watches;
   }
 
   std::vector<std::string> paths_;

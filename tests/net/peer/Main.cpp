@@ -1,6 +1,7 @@
 /// What the tests of this folder start: a server of a whole tree, of which `inputs` is to be
 /// written and all else to be read, or a mirror of all roots of one. It takes commands from
-/// standard input, a line each, and answers each with a line.
+/// standard input, a line each, and answers each with a line; the server can be told to offer
+/// another root.
 ///
 ///     net-peer serve SOCKET [fill=UNITS] [seed=N] [clients=N] [hello=SECONDS]
 ///                           [mode=OCTAL] [group=NAME]
@@ -78,13 +79,12 @@ private:
       contents_.fill(settings.count("seed") != 0 ? std::stoull(settings.at("seed")) : 1,
                      static_cast<unsigned>(std::stoul(settings.at("fill"))));
     }
-    auto exports = Zel::makeObject<Zel::Exports>();
-    exports->entityIs(units_);
+    exports_->entityIs(units_);
     for (const Ptr<Zel::Entity>& root : contents_.others().roots()) {
-      exports->entityIs(root);
+      exports_->entityIs(root);
     }
-    exports->entityIs(inputs_, Zel::accessReadWrite);
-    return exports;
+    exports_->entityIs(inputs_, Zel::accessReadWrite);
+    return exports_;
   }
 
   void command(const std::string& line) {
@@ -106,6 +106,11 @@ private:
     } else if (word == "rest") {
       churn_.cancel();
       answer("resting");
+    } else if (word == "offer" && in >> name) {
+      exports_->entityIs(Maintenance::Unit::statusDirFactory(Zel::Name(name)));
+      answer("offered");
+    } else if (word == "withdraw" && in >> name) {
+      answer(exports_->entityDel(Zel::Name(name)) ? "withdrawn" : "none");
     } else if (word == "set" && in >> name >> count) {
       units_->statusIs(Zel::Name(name))->historySizeIs(count);
       answer("set");
@@ -147,6 +152,7 @@ private:
 
   const Ptr<StatusDir> units_ = Maintenance::Unit::statusDirFactory("units");
   const Ptr<StatusDir> inputs_ = Maintenance::Unit::statusDirFactory("inputs");
+  const Ptr<Zel::Exports> exports_ = Zel::makeObject<Zel::Exports>();
   Contents contents_{units_};
   Net::Turns turns_;
   Net::Server server_;
