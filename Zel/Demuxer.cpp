@@ -179,13 +179,22 @@ void Demuxer::adapterIs(const Ptr<StreamAdapter>& adapter, const EntityId& id) {
   if (adapters_.find(adapter->entityId_) == adapter.ptr()) {
     flowInDel(adapter->entityId_);
     adapters_.remove(*adapter);
+    announced_ -= isOwnId(adapter->entityId_) ? 0 : 1;
+    announced_ += isOwnId(id) ? 0 : 1;
     adapter->entityId_ = id;
     adapters_.insert(*adapter);
     return;
   }
+  announced_ += isOwnId(id) ? 0 : 1;
   adapter->entityId_ = id;
   adapters_.insert(*adapter);
   adapter->referencesInc();
+}
+
+void Demuxer::announcedLimit() const {
+  if (connection_ != nullptr && announced_ >= connection_->limits().maxEntities) {
+    throw AttrLogRecordException("more entities than are kept for a peer");
+  }
 }
 
 Ptr<StreamAdapter> Demuxer::reactorDel(const EntityId& id) {
@@ -194,6 +203,7 @@ Ptr<StreamAdapter> Demuxer::reactorDel(const EntityId& id) {
     return nullptr;
   }
   adapters_.remove(*found);
+  announced_ -= isOwnId(id) ? 0 : 1;
   ahead_ = nullptr;
   flowInDel(id);
   if (found->flowOut()) {
@@ -575,9 +585,7 @@ void Demuxer::orphanApply(const Record& record) {
   if (adapters_.find(id) != nullptr) {
     malformed("a root under an id in use");
   }
-  if (adapters_.count() >= connection_->limits().maxEntities) {
-    throw AttrLogRecordException("more entities than are kept for a peer");
-  }
+  announcedLimit();
   const MountPolicy::Mount mount = policy_ ? policy_->mount(fresh) : MountPolicy::Mount{};
   const Ptr<Entity::ZelNboAttrLogSa> former =
       mount.entity ? mount.entity->zelNboAttrLogSa(Ptr<const Out>(connection_->out())) : nullptr;

@@ -167,11 +167,11 @@ void AttrLogAdapter::childAttach(Entity& child) {
       (demuxer->isOwnId(id) && !id.isUnified() && !(isKnown && adapter->entityId() == id))) {
     throw AttrLogRecordException("malformed record: a member's id");
   }
-  if (!isKnown && demuxer->adapters() >= demuxer->connection()->limits().maxEntities) {
-    throw AttrLogRecordException("more entities than are kept for a peer");
-  }
   // Where both ends have announced the same member, the id of the end that exports the tree wins.
   const bool isOurs = isKnown && demuxer->isOwnId(adapter->entityId());
+  if (!isKnown || (isOurs && hasFlag(flagImported))) {
+    demuxer->announcedLimit();
+  }
   if (!isOurs || hasFlag(flagImported)) {
     adapter->doEntityIdIs(id, demuxer, true);
     if (isOurs && (!hasFlag(flagReadOnly) || convertedToWritable(false))) {

@@ -181,7 +181,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       feedRecords(reader, input, (form & 1) != 0 ? 0 : 0x80000000);
     }
     require(reader.isUp() || !reader.failure().empty(), "a connection is down for no reason");
-    require(reader.demuxer()->adapters() <= limits().maxEntities, "more adapters than allowed");
+    require(reader.demuxer()->announced() <= limits().maxEntities, "more adapters than allowed");
   }
   require(tree.digest() == digest, "a peer without the right has changed the model");
   for (const auto& [name, root] : mirrors->entities()) {

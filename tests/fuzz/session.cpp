@@ -332,7 +332,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   }
   const Zel::Connection& connection = *side.session->connection();
   require(connection.isUp() || !connection.failure().empty(), "a session is down for no reason");
-  require(connection.demuxer()->adapters() <= options().limits.maxEntities, "too many adapters");
+  require(connection.demuxer()->announced() <= options().limits.maxEntities, "too many adapters");
   require(connection.out()->capacity() <= 2 * Zel::ConnectionLimits::smallestRing,
           "the ring has grown");
   require(side.mounts->mounts().size() <= mostMounts, "too many mounts");
