@@ -60,4 +60,22 @@ TEST_F(Limited, RootsOfAPeerCountTogether) {
   EXPECT_EQ(client->failure(), tooMany);
 }
 
+constexpr const char* tooLong =
+    "status of units: string of 16001 bytes where at most 16000 are sent";
+
+TEST_F(Limited, AKeyThatIsTooLongForAPeerEndsTheSessionAndNotTheMutator) {
+  share();
+  settle();
+  const Zel::Name name(std::string(Zel::maxWholeString + 1, 'x'));
+  EXPECT_EQ(units->statusIs(name)->name(), name);
+  EXPECT_EQ(server->failure(), tooLong);
+}
+
+TEST_F(Limited, AKeyThatIsTooLongIsNoneOfAWalkEither) {
+  units->statusIs(Zel::Name(std::string(Zel::maxWholeString + 1, 'x')));
+  share();
+  settle();
+  EXPECT_EQ(server->failure(), tooLong);
+}
+
 } // namespace
