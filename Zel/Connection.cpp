@@ -4,6 +4,7 @@
 #include <Zel/Exception>
 
 #include <algorithm>
+#include <new>
 #include <string>
 
 namespace Zel {
@@ -29,8 +30,14 @@ Connection::Connection(End end, String8 peerName, const ConnectionLimits& limits
 
 Connection::~Connection() {
   close();
-  // Adapters that somebody holds may outlive the connection, and their halves with them.
+  // Adapters that somebody holds may outlive the connection, and their halves with them; its ring
+  // is of no use to them.
   out_->connection_ = nullptr;
+  if (auto* const room = new (std::nothrow) std::uint8_t[Out::maxRecordSize]) {
+    out_->ring_.reset(room);
+    out_->record_ = nullptr;
+    out_->capacity_ = out_->begin_ = out_->end_ = out_->size_ = 0;
+  }
   static_cast<Connection::In&>(*in_).connection_ = nullptr;
   demuxer_->connection_ = nullptr;
 }

@@ -117,6 +117,23 @@ TEST_F(Guarded, CutsInTheMidstOfResyncsLeaveOneGuardForEachEntity) {
   EXPECT_TRUE(isEqual());
 }
 
+TEST_F(Guarded, TheRingOfAConnectionThatIsGoneIsNotKept) {
+  units->statusIs("a");
+  const Ptr<Mount> mount = share();
+  settle();
+  const Ptr<const Zel::NboAttrLog::Out> out(client->connection()->out());
+  cut();
+  EXPECT_EQ(out->capacity(), std::size_t{1} << 18);
+  client = nullptr;
+  EXPECT_EQ(out->capacity(), 0U);
+  EXPECT_GT(out->references(), 1U) << "the guards have it";
+  EXPECT_THROW(mirror("a")->genIdIs(7), Zel::ReadOnlyException);
+  connect();
+  settle();
+  EXPECT_EQ(mount->state(), Mount::live);
+  EXPECT_TRUE(isEqual());
+}
+
 TEST_F(Guarded, MembersThatAWalkAnewHasNotReachedRefuseToo) {
   for (const char* const unit : {"a", "b", "c", "d"}) {
     units->statusIs(unit);
