@@ -182,8 +182,11 @@ void Session::lastWordsWrite() {
 }
 
 void Session::log(const String8& line) const {
-  if (options_.log) {
-    options_.log(shown(line, 500));
+  try {
+    if (options_.log) {
+      options_.log(shown(line, 500));
+    }
+  } catch (...) { // a line that is lost ends no session, and a session that goes ends no program
   }
 }
 

@@ -111,6 +111,22 @@ TEST(Bye, OfAnUnknownNumberIsOneAllTheSame) {
   }
 }
 
+TEST(Log, ThatThrowsEndsNothing) {
+  Zel::SessionOptions options;
+  options.log = [](const String8& /*line*/) { throw std::runtime_error("no space left"); };
+  auto session = Zel::makeObject<Session>(End::second, options, nullptr, nullptr);
+  const std::string hello = Alone::hello();
+  std::memcpy(session->connection()->inputSpace().data(), hello.data(), hello.size());
+  session->connection()->inputReceived(hello.size());
+  session->service(1);
+  EXPECT_TRUE(session->isOpen());
+  EXPECT_EQ(session->failure(), "");
+  session->close(2, "over");
+  EXPECT_EQ(session->failure(), "over");
+  session = Zel::makeObject<Session>(End::second, options, nullptr, nullptr);
+  session = nullptr; // which says so too
+}
+
 TEST(Bye, IsFitForMessages) {
   Alone client(End::first);
   client.hear(Alone::bye(1, String8("a\x1b[2Jb\n" + std::string(300, 'x'))));
