@@ -14,6 +14,22 @@ namespace {
   throw AttrLogRecordException(String8("malformed record: " + why));
 }
 
+std::uint32_t wordLoad(const std::uint8_t* at) noexcept {
+  std::uint32_t number;
+  std::memcpy(&number, at, sizeof number);
+  return WireWriter::networkOrder(number);
+}
+
+/// Takes in all of a header but the length.
+void headerLoad(const std::uint8_t* at, MsgHeader& header) noexcept {
+  std::memcpy(&header.entityId, at + 4, sizeof(EntityId));
+  header.attrId = static_cast<AttributeId>(wordLoad(at + 12));
+  header.variableSize = at[16];
+  header.fixedSize = wordLoad(at + 17);
+  header.recordTag = wordLoad(at + 21);
+  header.reservedFlag = at[25];
+}
+
 } // namespace
 
 Out::~Out() = default;
@@ -52,24 +68,14 @@ bool In::recordIs(Record& record) {
     return recordIsFolded(record);
   }
   const std::uint8_t* const at = begin() + start_;
-  const auto load = [at](std::size_t place) {
-    std::uint32_t number;
-    std::memcpy(&number, at + place, sizeof number);
-    return WireWriter::networkOrder(number);
-  };
-  const std::uint32_t word = load(0);
+  const std::uint32_t word = wordLoad(at);
   const std::size_t length = word & ~chunkFollowsBit;
   if (length < recordOverhead || length > piece || length >= Connection::Out::maxRecordSize)
       [[unlikely]] {
     return recordIsFolded(record);
   }
   MsgHeader& header = record.header;
-  std::memcpy(&header.entityId, at + 4, sizeof(EntityId));
-  header.attrId = static_cast<AttributeId>(load(12));
-  header.variableSize = at[16];
-  header.fixedSize = load(17);
-  header.recordTag = load(21);
-  header.reservedFlag = at[25];
+  headerLoad(at, header);
   record.payload = length - recordOverhead;
   record.chunkFollows = chunkFollows_ = (word & chunkFollowsBit) != 0;
   const bool isWell =
@@ -100,12 +106,7 @@ bool In::recordIsFolded(Record& record) {
     std::memcpy(folded + first, begin(), sizeof folded - first);
     at = folded;
   }
-  const auto load = [&at](std::size_t place) {
-    std::uint32_t number;
-    std::memcpy(&number, at + place, sizeof number);
-    return WireWriter::networkOrder(number);
-  };
-  const std::uint32_t word = load(0);
+  const std::uint32_t word = wordLoad(at);
   const std::size_t length = word & ~chunkFollowsBit;
   if (length < recordOverhead || length >= Connection::Out::maxRecordSize) {
     malformed("length " + std::to_string(length));
@@ -116,12 +117,7 @@ bool In::recordIsFolded(Record& record) {
   record.chunkFollows = chunkFollows_ = (word & chunkFollowsBit) != 0;
   record.payload = length - recordOverhead;
   recordSize_ = length;
-  std::memcpy(&record.header.entityId, at + 4, sizeof(EntityId));
-  record.header.attrId = static_cast<AttributeId>(load(12));
-  record.header.variableSize = at[16];
-  record.header.fixedSize = load(17);
-  record.header.recordTag = load(21);
-  record.header.reservedFlag = at[25];
+  headerLoad(at, record.header);
   const std::uint8_t opening = at[26];
   const std::uint8_t* const payload = advanced(begin() + start_, headerSize + 1);
   const std::uint8_t* const closing = advanced(payload, record.payload);
