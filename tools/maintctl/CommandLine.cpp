@@ -24,7 +24,7 @@ constexpr const char* exitStatus = R"(Exit status:
   2    the command line makes no sense
   3    nothing under the path
   4    a text that is no value of the attribute's type, or a bad line of a file
-  5    read-only, by the model or by the server
+  5    read-only, by the model or by the server, or no right to connect
   6    no server there, or the connection has ended
   7    it took too long
   8    the mirror differs

@@ -12,7 +12,7 @@ enum ExitCode : int {
   exitUsage = 2,     ///< the command line makes no sense
   exitNotFound = 3,  ///< nothing under the path
   exitBadValue = 4,  ///< a text that is no value of the attribute's type, or a bad line of a file
-  exitRefused = 5,   ///< read-only, by the model or by the server
+  exitRefused = 5,   ///< read-only, by the model or by the server, or no right to connect
   exitNoServer = 6,  ///< no server there, or the connection has ended
   exitTimeout = 7,   ///< `wait` or a server took too long
   exitDiffers = 8,   ///< `verify`: the mirror differs
