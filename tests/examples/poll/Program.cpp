@@ -21,7 +21,7 @@ TEST(Poll, PrintsWhatChangesInAServer) {
       "'" POLL_PROGRAM "' '" +
       socket + "' >'" + out +
       "' & poll=$!\n"
-      "printed 'defaultProfile is live'; printed 'profiles is live'; printed 'status is live'\n"
+      "printed 'units is live'\n"
       "ctl set /status/System/state underMaintenance; printed \"underMaintenance\"\n"
       "ctl add /status/Linecard3; printed 'Linecard3'\n"
       "ctl set /status/Linecard3/historySize 7; printed 'historySize = 7'\n"
@@ -31,9 +31,17 @@ TEST(Poll, PrintsWhatChangesInAServer) {
   EXPECT_EQ(result.err, "");
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(Support::contentOf(out),
+            "agentInfo is live\n"
+            "cliInput is live\n"
             "defaultProfile is live\n"
+            "groupToUnit is live\n"
+            "groups is live\n"
+            "mergedInput is live\n"
+            "onBootInput is live\n"
             "profiles is live\n"
             "status is live\n"
+            "unitProfiles is live\n"
+            "units is live\n"
             "/status/status/System/state = 'underMaintenance'\n"
             "/status/status['Linecard3'] is object(Maintenance::Unit::Status)\n"
             "/status/status/Linecard3/historySize = 7\n"
