@@ -7,26 +7,26 @@ TEST(Poll, PrintsWhatChangesInAServer) {
   const std::string socket = folder / "socket";
   const std::string out = folder / "printed";
   // The server and the example are ended by their own numbers.
-  const Support::Result result = Support::shell(
-      "ctl() { '" MAINTCTL_PROGRAM "' --socket '" + socket +
-      "' \"$@\"; }\n"
-      "printed() { for i in $(seq 600); do grep -qsF \"$1\" '" +
-      out +
-      "' && return; sleep 0.1; done;"
-      " echo \"never printed: $1\"; }\n"
-      "'" MAINTCTL_PROGRAM "' --socket '" +
-      socket +
-      "' serve 2>/dev/null & server=$!\n"
-      "ctl wait --live && ctl add /status/System\n"
-      "'" POLL_PROGRAM "' '" +
-      socket + "' >'" + out +
-      "' & poll=$!\n"
-      "printed 'units is live'\n"
-      "ctl set /status/System/state underMaintenance; printed \"underMaintenance\"\n"
-      "ctl add /status/Linecard3; printed 'Linecard3'\n"
-      "ctl set /status/Linecard3/historySize 7; printed 'historySize = 7'\n"
-      "ctl del /status/System; printed 'has gone'\n"
-      "kill $server; wait $server; wait $poll\n");
+  const Support::Result result =
+      Support::shell("ctl() { '" MAINTCTL_PROGRAM "' --socket '" + socket +
+                     "' \"$@\"; }\n"
+                     "printed() { for i in $(seq 600); do grep -qsF \"$1\" '" +
+                     out +
+                     "' && return; sleep 0.1; done;"
+                     " echo \"never printed: $1\"; }\n"
+                     "'" MAINTCTL_PROGRAM "' --socket '" +
+                     socket +
+                     "' serve 2>/dev/null & server=$!\n"
+                     "ctl wait --live && ctl add /status/System\n"
+                     "'" POLL_PROGRAM "' '" +
+                     socket + "' >'" + out +
+                     "' & poll=$!\n"
+                     "printed 'units is live'\n"
+                     "ctl set /status/System/state underMaintenance; printed \"underMaintenance\"\n"
+                     "ctl add /status/Linecard3; printed 'Linecard3'\n"
+                     "ctl set /status/Linecard3/historySize 7; printed 'historySize = 7'\n"
+                     "ctl del /status/System; printed 'has gone'\n"
+                     "kill $server; wait $server; wait $poll\n");
   EXPECT_EQ(result.out, "");
   EXPECT_EQ(result.err, "");
   EXPECT_EQ(result.status, 0);
