@@ -53,6 +53,7 @@ void Session::helloRead(In& in) {
     refused("both ends take the same side of the connection");
   }
   peer_.name = shown(in.nextString());
+  connection_->peerNameIs(peer_.name);
   peer_.maxEntities = in.nextU64();
   peer_.maxKeys = in.nextU64();
   peer_.maxPartialText = in.nextU64();

@@ -19,6 +19,7 @@ TEST(Hello, IsSaidAtOnceAndAnsweredWithWhatIsOffered) {
             (Words{"offer more Maintenance::Unit::StatusDir read-write",
                    "offer units Maintenance::Unit::StatusDir read-only", "offers end"}));
   EXPECT_EQ(server.session->peer().name, "peer");
+  EXPECT_EQ(server.session->connection()->peerName(), "peer") << "which refusals name";
   EXPECT_EQ(server.session->peer().version, 1U);
   EXPECT_EQ(server.session->peer().maxEntities, 1U);
   EXPECT_EQ(server.session->peer().maxKeys, 2U);
