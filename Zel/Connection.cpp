@@ -33,10 +33,11 @@ Connection::~Connection() {
   // Adapters that somebody holds may outlive the connection, and their halves with them; its ring
   // is of no use to them.
   out_->connection_ = nullptr;
-  if (auto* const room = new (std::nothrow) std::uint8_t[Out::maxRecordSize]) {
-    out_->ring_.reset(room);
+  try {
+    out_->ring_ = std::make_unique_for_overwrite<std::uint8_t[]>(Out::maxRecordSize);
     out_->record_ = nullptr;
     out_->capacity_ = out_->begin_ = out_->end_ = out_->size_ = 0;
+  } catch (const std::bad_alloc&) { // then it goes with the last adapter
   }
   static_cast<Connection::In&>(*in_).connection_ = nullptr;
   demuxer_->connection_ = nullptr;
