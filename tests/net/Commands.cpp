@@ -265,7 +265,8 @@ TEST_F(Commands, AServerKilledInMidWalkIsSaidSo) {
 }
 
 TEST_F(Commands, TheDemonstrationShowsAMirrorThatFollows) {
-  const Result result = Support::shell("'" DEMO_PROGRAM "' '" MAINTCTL_PROGRAM "'");
+  const Result result =
+      Support::shell("cd \"$(dirname '" MAINTCTL_PROGRAM "')\" && '" DEMO_PROGRAM "' ./maintctl");
   EXPECT_EQ(result.out, "$ maintctl serve --load before.state &\n"
                         "$ maintctl ls\n"
                         "/agentInfo       Maintenance::AgentInfo\n"
