@@ -56,6 +56,38 @@ void Root::tell() {
   }
 }
 
+/// The connection lets go of the root: nobody is told of its walk any more.
+void Root::demuxerDel() {
+  if (demuxer_ == nullptr) {
+    return;
+  }
+  keepsGuards_ ? guardsPrune() : guardsDel();
+  demuxer_ = nullptr;
+}
+
+void Root::guardIs(const Ptr<StreamAdapter>& adapter) {
+  if (guards_.size() >= guardsMost_) {
+    guardsPrune();
+    guardsMost_ = 2 * guards_.size() + fewGuards;
+  }
+  guards_.push_back(adapter);
+}
+
+/// Lets those go whose entities have left the tree, or have an adapter of this connection by now,
+/// which refuses by itself.
+void Root::guardsPrune() {
+  std::vector<Ptr<StreamAdapter>> kept;
+  for (const Ptr<StreamAdapter>& guard : std::exchange(guards_, {})) {
+    const Ptr<const Out> out(guard->nboAttrLogOut());
+    if (guard->isInTree() && !guard->zelNotifierEntity()->zelNboAttrLogSa(out)) {
+      kept.push_back(guard);
+    } else {
+      guard->doRemountSelf(nullptr);
+    }
+  }
+  guards_ = std::move(kept);
+}
+
 void Root::guardsDel() {
   for (const Ptr<StreamAdapter>& guard : std::exchange(guards_, {})) {
     guard->doRemountSelf(nullptr);

@@ -90,15 +90,16 @@ void Demuxer::close() {
 void Demuxer::rootLeave(StreamAdapter& adapter) {
   const Ptr<Root> root = adapter.root();
   if (root) {
-    root->demuxer_ = nullptr;
+    root->demuxerDel();
   }
   if (root && root->keepsGuards() && adapter.isInTree()) {
     // A member that was not announced again yet is not to stay silent.
     adapter.rawFlagsIs(StreamAdapter::flagChildPending | StreamAdapter::flagMuted |
                            StreamAdapter::flagReactorActive | StreamAdapter::flagSyncFanOut,
                        false);
-    adapter.rawFlagsIs(StreamAdapter::flagReadOnly | StreamAdapter::flagStreaming, true);
-    root->isGuard_ = true;
+    adapter.rawFlagsIs(StreamAdapter::flagReadOnly | StreamAdapter::flagStreaming |
+                           StreamAdapter::flagGuard,
+                       true);
     root->guards_.emplace_back(&adapter);
   } else {
     adapter.doRemountSelf(nullptr);
@@ -106,7 +107,7 @@ void Demuxer::rootLeave(StreamAdapter& adapter) {
 }
 
 void Demuxer::rootDel(Root& root) {
-  root.demuxer_ = nullptr; // from here on nobody is told of its walk
+  root.demuxerDel();
   std::vector<Ptr<StreamAdapter>> adapters;
   adapters_.forEach([&](StreamAdapter& adapter) {
     if (adapter.root_.ptr() == &root) {

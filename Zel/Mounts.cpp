@@ -48,6 +48,9 @@ void Mount::guardsDel() {
   for (const Ptr<NboAttrLog::Root>& root : std::exchange(guards_, {})) {
     root->guardsDel();
   }
+  if (root_) {
+    root_->guardsDel();
+  }
 }
 
 /// The connection has let go of the root.

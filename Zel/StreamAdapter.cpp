@@ -212,8 +212,6 @@ void StreamAdapter::doBaseZelNboAttrLogSaMsg(AttributeId attr, DeserializationOp
   }
 }
 
-bool StreamAdapter::isGuard() const noexcept { return root_ && root_->isGuard(); }
-
 bool StreamAdapter::isInTree() const noexcept {
   const Entity* const entity = rawEntity();
   return entity != nullptr && (!hasFlag(flagMember) || entity->zelHasParent());

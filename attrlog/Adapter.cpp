@@ -95,8 +95,7 @@ AttrLogAdapter::Gate AttrLogAdapter::gateSlow(const FlowStep& step) {
 
 /// Whether the adapter is a guard, and the change comes from who brings the mirror into step again.
 bool AttrLogAdapter::isGuardPassed() const {
-  return root() && root()->isGuard() && root()->resyncedBy() != nullptr &&
-         root()->resyncedBy() == Demuxer::applying();
+  return isGuard() && root()->isResyncedBy(Demuxer::applying());
 }
 
 void AttrLogAdapter::valueOwe(EntityFlowOut& flow, const FlowStep& step) {
@@ -112,8 +111,12 @@ void AttrLogAdapter::keyOwe(EntityFlowOut& flow, AttributeId attr, const void* k
   }
 }
 
+bool AttrLogAdapter::isRefusing() const {
+  return hasFlag(flagReadOnly) && !convertedToWritable(false);
+}
+
 void AttrLogAdapter::readOnlyCheck(const FlowStep& step) {
-  if (hasFlag(flagReadOnly) && !convertedToWritable(false)) {
+  if (isRefusing()) {
     const ZelType* const type = rawEntity()->fwkType();
     doThrowReadOnly(type != nullptr ? type->attr(step.row->id) : nullptr);
   }

@@ -102,6 +102,7 @@ private:
   void valueOwe(EntityFlowOut& flow, const FlowStep& step);
   void keyOwe(EntityFlowOut& flow, AttributeId attr, const void* key, bool dirty);
   bool isGone();
+  bool isRefusing() const;
   void readOnlyCheck(const FlowStep& step);
   bool isScheduled() const noexcept { return hasFlag(flagScheduledFlowOut); }
   EntityFlowOut* owed() const noexcept { return static_cast<EntityFlowOut*>(flowOut().ptr()); }
@@ -134,6 +135,7 @@ private:
 
   void childAttach(Entity& child);
   void childAnnounce(const FlowStep& step, const void* key, Entity& child);
+  void childGuard(Entity& child);
   void childGone(const Ptr<PtrInterface>& child) const;
 
   void recordRead(AttributeId attr, DeserializationOptions options, unsigned size,

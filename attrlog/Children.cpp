@@ -66,6 +66,9 @@ void AttrLogAdapter::zelSerializeChild(AttributeId attr, const void* key, Entity
   if (isGone() || isGuardPassed()) {
     return;
   }
+  if (child != nullptr && isRefusing()) {
+    childGuard(*child);
+  }
   readOnlyCheck(collection);
   const bool sufficient = nboAttrLogOut()->hasSufficientBuffer();
   if (hasFlag(flagNoFlowOut)) {
@@ -184,6 +187,21 @@ void AttrLogAdapter::childAttach(Entity& child) {
   }
   adapter->flagsIs(flagMember, true);
   adapter->flagsIs(flagChildPending, false);
+}
+
+/// A member has been made where that is refused: until the mirror is repaired, it refuses too.
+void AttrLogAdapter::childGuard(Entity& child) {
+  if (!root()) {
+    return;
+  }
+  Flags flags = memberFlags(*this);
+  flags.bitsIs(flagGuard, true);
+  const Ptr<ZelNboAttrLogSa> guard = child.zelNboAttrLogSaIs(flags, 1, nboAttrLogOut(), nullptr);
+  if (guard) {
+    guard->flagsIs(flagMember, true);
+    rootPass(*guard);
+    root()->guardIs(Ptr<StreamAdapter>(guard));
+  }
 }
 
 /// A member has been taken out of its directory on the peer's word: whoever holds it still, it is

@@ -173,6 +173,133 @@ TEST_F(Guarded, MembersThatAreTakenOutOfAStaleMirrorAreFree) {
   EXPECT_NE(mirror("a"), a);
 }
 
+TEST_F(Guarded, MembersThatAreMadeInAStaleMirrorRefuseToo) {
+  share(Zel::accessReadWrite);
+  settle();
+  cut();
+  EXPECT_THROW(mirror()->statusIs("mine"), Zel::ReadOnlyException);
+  EXPECT_THROW(mirror("mine")->genIdIs(7), Zel::ReadOnlyException);
+  units->statusIs("mine"); // there is such a unit by now
+  connect();
+  EXPECT_THROW(mirror("mine")->genIdIs(8), Zel::ReadOnlyException);
+  settle();
+  EXPECT_EQ(mount()->state(), Mount::live);
+  EXPECT_EQ(adapters(mirror("mine")), 1U);
+  EXPECT_TRUE(isEqual());
+  mirror("mine")->genIdIs(9);
+  settle();
+  EXPECT_EQ(units->status("mine")->genId(), 9U);
+}
+
+TEST_F(Guarded, MembersThatAreMadeInAReadOnlyMirrorRefuseUntilTheyAreRepaired) {
+  share(Zel::accessReadOnly);
+  settle();
+  EXPECT_THROW(mirror()->statusIs("mine"), Zel::ReadOnlyException);
+  EXPECT_THROW(mirror("mine")->genIdIs(7), Zel::ReadOnlyException);
+  EXPECT_THROW(mirror()->statusIs("both"), Zel::ReadOnlyException);
+  const Ptr<Status> both = mirror("both");
+  units->statusIs("both")->genIdIs(3);
+  EXPECT_THROW(both->genIdIs(7), Zel::ReadOnlyException);
+  const Ptr<Status> mine = mirror("mine");
+  settle();
+  EXPECT_FALSE(mirror("mine"));
+  mine->genIdIs(9); // of no tree any more
+  EXPECT_EQ(mirror("both"), both);
+  EXPECT_EQ(adapters(both), 1U);
+  EXPECT_TRUE(isEqual());
+}
+
+TEST_F(Guarded, RefusedMembersThatAreGoneAreNotKept) {
+  share(Zel::accessReadOnly);
+  settle();
+  const Ptr<Zel::NboAttrLog::Root> root =
+      mirror()
+          ->zelNboAttrLogSa(Ptr<const Zel::NboAttrLog::Out>(client->connection()->out()))
+          ->root();
+  for (unsigned i = 0; i < 1000; ++i) {
+    EXPECT_THROW(mirror()->statusIs(Name(std::to_string(i))), Zel::ReadOnlyException);
+    EXPECT_THROW(mirror()->statusDel(Name(std::to_string(i))), Zel::ReadOnlyException);
+    ASSERT_LE(root->guards(), 16U) << i;
+  }
+  settle();
+  EXPECT_EQ(mount()->state(), Mount::live);
+  EXPECT_EQ(root->guards(), 0U);
+  EXPECT_TRUE(isEqual());
+}
+
+// A mirror that is a mirror's source in turn: the one in the middle refuses what the last one makes
+// while it is not live itself.
+
+class GuardedChain : public Guarded {
+protected:
+  GuardedChain() { units->statusIs("a"); }
+
+  void lastJoins() {
+    last.exports->entityIs(mirror(), Zel::accessReadWrite);
+    last.mounts->mountIs("units", Zel::accessReadWrite);
+    last.settle();
+    ASSERT_EQ(last.mounts->mount("units")->state(), Mount::live);
+  }
+  Ptr<StatusDir> lastMirror() const {
+    return Zel::ptrCast<StatusDir>(last.mounts->mount("units")->entity());
+  }
+  void lastTells() {
+    last.serve(*last.client);
+    while (Two::move(*last.client, *last.server) != 0) {
+      last.serve(*last.server);
+    }
+  }
+  /// The last one makes a unit that the first has too, and writes to it when the walk that answers
+  /// the refusal is on its way.
+  void lastWrites() {
+    const Ptr<Status> made = lastMirror()->statusIs("b");
+    lastTells();
+    ASSERT_TRUE(mirror("b"));
+    EXPECT_GE(last.server->connection()->demuxer()->counts().refused, 1U);
+    made->groupIs(peers, true);
+    lastTells();
+    EXPECT_TRUE(mirror("b")->group(peers));
+    EXPECT_GE(last.server->connection()->demuxer()->counts().refused, 2U);
+    last.settleSlowly([] {});
+  }
+  bool areEqual() const {
+    return isEqual() && Zel::stateDigest(*mirror()) == Zel::stateDigest(*lastMirror());
+  }
+
+  const Group::GroupKey peers{Group::groupTypeBgp, "peers"};
+  Two last;
+};
+
+TEST_F(GuardedChain, WhatIsWrittenToAMemberMadeInAStaleMirrorComesBackToItsWriter) {
+  share();
+  settle();
+  lastJoins();
+  cut();
+  units->statusIs("b")->groupIs(peers, true);
+  lastWrites();
+  connect();
+  settle();
+  last.settle();
+  EXPECT_TRUE(areEqual());
+}
+
+TEST_F(GuardedChain, WhatIsWrittenToAMemberMadeInAMirrorThatIsNotLiveYetComesBackToo) {
+  share();
+  unsigned records = 0;
+  settleSlowly([&] {
+    if (++records == 12) {
+      ASSERT_NE(mount()->state(), Mount::live);
+      lastJoins();
+      units->statusIs("b")->groupIs(peers, true);
+      lastWrites();
+    }
+  });
+  last.settle();
+  ASSERT_GE(records, 12U);
+  EXPECT_EQ(mount()->state(), Mount::live);
+  EXPECT_TRUE(areEqual());
+}
+
 TEST_F(Guarded, ARootThatComesAgainOverTheSameConnectionIsMirroredAgain) {
   units->statusIs("a");
   share();
