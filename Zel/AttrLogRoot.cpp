@@ -70,6 +70,7 @@ void Root::guardIs(const Ptr<StreamAdapter>& adapter) {
     guardsPrune();
     guardsMost_ = 2 * guards_.size() + fewGuards;
   }
+  adapter->isGuard_ = true;
   guards_.push_back(adapter);
 }
 

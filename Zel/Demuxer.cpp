@@ -97,10 +97,8 @@ void Demuxer::rootLeave(StreamAdapter& adapter) {
     adapter.rawFlagsIs(StreamAdapter::flagChildPending | StreamAdapter::flagMuted |
                            StreamAdapter::flagReactorActive | StreamAdapter::flagSyncFanOut,
                        false);
-    adapter.rawFlagsIs(StreamAdapter::flagReadOnly | StreamAdapter::flagStreaming |
-                           StreamAdapter::flagGuard,
-                       true);
-    root->guards_.emplace_back(&adapter);
+    adapter.rawFlagsIs(StreamAdapter::flagReadOnly | StreamAdapter::flagStreaming, true);
+    root->guardIs(Ptr<StreamAdapter>(&adapter));
   } else {
     adapter.doRemountSelf(nullptr);
   }

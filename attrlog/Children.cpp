@@ -194,9 +194,8 @@ void AttrLogAdapter::childGuard(Entity& child) {
   if (!root()) {
     return;
   }
-  Flags flags = memberFlags(*this);
-  flags.bitsIs(flagGuard, true);
-  const Ptr<ZelNboAttrLogSa> guard = child.zelNboAttrLogSaIs(flags, 1, nboAttrLogOut(), nullptr);
+  const Ptr<ZelNboAttrLogSa> guard =
+      child.zelNboAttrLogSaIs(memberFlags(*this), 1, nboAttrLogOut(), nullptr);
   if (guard) {
     guard->flagsIs(flagMember, true);
     rootPass(*guard);
