@@ -1,9 +1,11 @@
 #include <attrlog/Adapter.h>
 
 #include <Zel/Demuxer>
+#include <Zel/Exception>
 #include <Zel/NboAttrLogFlow>
 #include <attrlog/Finally.h>
 
+#include <exception>
 #include <vector>
 
 namespace Zel {
@@ -30,11 +32,13 @@ void AttrLogAdapter::handleAttrTransaction(AttributeId attr, AttrTransactionType
   if (flow && flow->iter() == nullptr && type == attrTransactionBegin) {
     flow->aidIs(attr); // also in the place of a transaction that has not come to its end
   }
+  if (at->kind == FlowKind::text && (!flow || flow->aid() != attr)) {
+    return;
+  }
+  // A sweep may be refused by a guard. The transaction is over all the same.
+  const Finally over([&] { ZelNboAttrLogSa::handleAttrTransaction(attr, type, n); });
   switch (at->kind) {
   case FlowKind::text:
-    if (!flow || flow->aid() != attr) {
-      return;
-    }
     if (type != attrTransactionBegin) {
       textEnd(*flow);
     }
@@ -53,8 +57,35 @@ void AttrLogAdapter::handleAttrTransaction(AttributeId attr, AttrTransactionType
   default:
     entriesSweep(*at, type);
   }
-  ZelNboAttrLogSa::handleAttrTransaction(attr, type, n);
 }
+
+namespace {
+
+/// Works through things each of which may be refused: the others are done as well, and the first
+/// refusal is told when all are.
+class Attempts {
+public:
+  template <class Work>
+  void attempt(Work&& work) {
+    try {
+      work();
+    } catch (const ReadOnlyException&) {
+      if (!refusal_) {
+        refusal_ = std::current_exception();
+      }
+    }
+  }
+  void done() const {
+    if (refusal_) {
+      std::rethrow_exception(refusal_);
+    }
+  }
+
+private:
+  std::exception_ptr refusal_;
+};
+
+} // namespace
 
 /// The text that is under way has come to its end. The `FlowIn` stays for a transaction that it
 /// stands for.
@@ -82,6 +113,7 @@ void AttrLogAdapter::entriesSweep(const FlowStep& step, AttrTransactionType type
   }
   const CollectionOps& ops = *step.row->collection;
   const Ptr<Entity> kept(rawEntity());
+  Attempts deletions;
   unsigned version;
   do {
     version = ops.version(kept.ptr());
@@ -90,10 +122,11 @@ void AttrLogAdapter::entriesSweep(const FlowStep& step, AttrTransactionType type
       if (type == attrTransactionBegin) {
         at.entry()->zelMarkedForDeletionIs(true);
       } else if (at.entry()->zelMarkedForDeletion()) {
-        entryDelete(step, at);
+        deletions.attempt([&] { entryDelete(step, at); });
       }
     }
   } while (version != ops.version(kept.ptr()));
+  deletions.done();
 }
 
 void AttrLogAdapter::entryDelete(const FlowStep& step, const CollectionPosition& at) {
@@ -129,17 +162,20 @@ void AttrLogAdapter::childrenSweep(const FlowStep& step, AttrTransactionType typ
       adapter->flagsIs(flagChildPending, true);
     }
   }
+  Attempts deletions;
   for (const Ptr<Entity>& child : swept) {
     if (rawEntity() != kept.ptr()) {
-      return;
+      break;
     }
     ValueSlot key(*step.row->key, [&](void* to) { ops.memberKey(child.ptr(), to); });
     if (ops.entry(kept.ptr(), key.at()) == child.ptr()) {
       reactorActiveIs(true);
       const Finally done([this] { reactorActiveIs(false); });
-      childGone(ops.takeMember(kept.ptr(), key.at()));
+      deletions.attempt([&] { ops.takeMember(kept.ptr(), key.at()); });
+      childGone(child);
     }
   }
+  deletions.done();
 }
 
 } // namespace Zel

@@ -300,6 +300,47 @@ TEST_F(GuardedChain, WhatIsWrittenToAMemberMadeInAMirrorThatIsNotLiveYetComesBac
   EXPECT_TRUE(areEqual());
 }
 
+TEST_F(GuardedChain, ASweepThatIsRefusedIsOverAllTheSame) {
+  for (const char* const name : {"x", "y", "z"}) {
+    units->status("a")->groupIs(Group::GroupKey(Group::groupTypeBgp, name), true);
+  }
+  units->statusIs("b");
+  units->statusIs("c");
+  share();
+  settle();
+  lastJoins();
+  cut();
+  // The last one walks a unit and a directory that it has emptied without a word.
+  const Ptr<const Zel::NboAttrLog::Out> out(last.client->connection()->out());
+  const Ptr<Status> a = lastMirror()->status("a");
+  const auto ofUnits = lastMirror()->zelNboAttrLogSa(out);
+  const auto ofUnit = a->zelNboAttrLogSa(out);
+  const auto mutedIs = [&](bool muted) {
+    ofUnits->flagsIs(Zel::StreamAdapter::flagMuted, muted);
+    ofUnit->flagsIs(Zel::StreamAdapter::flagMuted, muted);
+  };
+  mutedIs(true);
+  a->groupDelAll();
+  lastMirror()->statusDel("b");
+  lastMirror()->statusDel("c");
+  mutedIs(false);
+  ofUnit->doThis();
+  ofUnits->doThis();
+  lastTells();
+  Zel::NboAttrLog::Demuxer& demuxer = *last.server->connection()->demuxer();
+  EXPECT_EQ(demuxer.counts().refused, 2U);
+  EXPECT_EQ(mirror("a")->groupMap().count(), 0U);
+  EXPECT_EQ(mirror()->statusMap().count(), 1U);
+  EXPECT_EQ(demuxer.flowIn(ofUnit->entityId()), nullptr);
+  EXPECT_EQ(demuxer.flowIn(ofUnits->entityId()), nullptr);
+  connect();
+  settle();
+  last.settle();
+  EXPECT_EQ(demuxer.parked(), 0U);
+  EXPECT_TRUE(areEqual());
+  EXPECT_EQ(lastMirror()->status("a")->groupMap().count(), 3U);
+}
+
 TEST_F(Guarded, ARootThatComesAgainOverTheSameConnectionIsMirroredAgain) {
   units->statusIs("a");
   share();
