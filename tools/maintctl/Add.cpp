@@ -1,18 +1,17 @@
 #include "Change.h"
 #include "CommandList.h"
 
-#include <CLI/CLI.hpp>
-
 namespace Maintctl {
 
 namespace {
 
 class Add : public Command {
 public:
-  void declare(CLI::App& app) override {
-    app.add_option("PATH", path_, "Of what is to be made: a collection's, and its key")->required();
-    app.add_option("ARG", arguments_,
-                   "The value of an entry, if it is not to be true; what else a member is made of");
+  void declare(Parameters& parameters) override {
+    parameters.word("PATH", path_, "Of what is to be made: a collection's, and its key");
+    parameters.words(
+        "ARG", arguments_,
+        "The value of an entry, if it is not to be true; what else a member is made of");
   }
 
   int run(Context& context) override {

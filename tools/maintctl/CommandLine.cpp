@@ -75,6 +75,42 @@ std::string refuseUnlessSeconds(const std::string& text) {
   return isNumber && seconds >= 0 ? "" : printable(text) + " is no number of seconds";
 }
 
+/// The parameters of one command, as the parser knows them.
+class Declared final : public Parameters {
+public:
+  explicit Declared(CLI::App& app) : app_(app) {}
+
+  void word(const char* name, std::string& to, const char* about) override {
+    app_.add_option(name, to, about)->required();
+  }
+  void optionalWord(const char* name, std::string& to, const char* about) override {
+    app_.add_option(name, to, about);
+  }
+  void optionalWord(const char* name, std::optional<std::string>& to, const char* about) override {
+    app_.add_option(name, to, about);
+  }
+  void words(const char* name, std::vector<std::string>& to, const char* about) override {
+    app_.add_option(name, to, about);
+  }
+  void flag(const char* name, bool& to, const char* about) override {
+    app_.add_flag(dashed(name), to, about);
+  }
+  void option(const char* name, const char* type, std::string& to, const char* about) override {
+    app_.add_option(dashed(name), to, about)->type_name(type)->capture_default_str();
+  }
+  void option(const char* name, const char* type, std::size_t& to, const char* about) override {
+    app_.add_option(dashed(name), to, about)
+        ->type_name(type)
+        ->check(CLI::PositiveNumber)
+        ->capture_default_str();
+  }
+
+private:
+  static std::string dashed(const char* name) { return std::string("--") + name; }
+
+  CLI::App& app_;
+};
+
 void declareCommon(CLI::App& app, Options& options) {
   app.set_help_flag("-h,--help", "Print this help");
   app.add_flag("--json", options.json, "Print JSON, for machines");
@@ -92,7 +128,8 @@ CLI::App& declare(CLI::App& app, const CommandEntry& entry, Command& command) {
   sub.fallthrough();
   sub.footer(std::string("Examples:\n") + entry.examples);
   sub.group(entry.isShown ? "Commands" : "");
-  command.declare(sub);
+  Declared declared(sub);
+  command.declare(declared);
   for (CLI::Option* const option : sub.get_options()) {
     if (option->get_items_expected_max() > 0) {
       option->transform(unguarded);

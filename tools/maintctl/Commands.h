@@ -4,12 +4,9 @@
 #include "Failure.h"
 
 #include <iosfwd>
+#include <optional>
 #include <string>
 #include <vector>
-
-namespace CLI {
-class App;
-} // namespace CLI
 
 namespace Maintctl {
 
@@ -43,6 +40,33 @@ private:
   std::ostream& out_;
 };
 
+/// Where a command says what it takes on the command line. What it names is filled in before it
+/// runs. `about` is what its help says of it.
+class Parameters {
+public:
+  Parameters(const Parameters&) = delete;
+  Parameters& operator=(const Parameters&) = delete;
+
+  /// A word that has to be there.
+  virtual void word(const char* name, std::string& to, const char* about) = 0;
+  /// One that need not.
+  virtual void optionalWord(const char* name, std::string& to, const char* about) = 0;
+  virtual void optionalWord(const char* name, std::optional<std::string>& to,
+                            const char* about) = 0;
+  /// All words that are left.
+  virtual void words(const char* name, std::vector<std::string>& to, const char* about) = 0;
+  /// `--name`.
+  virtual void flag(const char* name, bool& to, const char* about) = 0;
+  /// `--name TYPE`. Help shows what `to` holds, which is what it is without the option.
+  virtual void option(const char* name, const char* type, std::string& to, const char* about) = 0;
+  /// The same with a number above 0.
+  virtual void option(const char* name, const char* type, std::size_t& to, const char* about) = 0;
+
+protected:
+  Parameters() = default;
+  ~Parameters() = default;
+};
+
 /// One run of a command.
 class Command {
 public:
@@ -51,8 +75,7 @@ public:
   Command& operator=(const Command&) = delete;
   virtual ~Command() = default;
 
-  /// Adds what the command takes to its part of the command line; `app` fills it in before `run`.
-  virtual void declare(CLI::App& app) = 0;
+  virtual void declare(Parameters& parameters) = 0;
   /// Yields an exit code; throws `Failure`. Failures of the library may leave it too, see
   /// `Guard.h`.
   virtual int run(Context& context) = 0;

@@ -6,8 +6,6 @@
 #include "Values.h"
 #include "Words.h"
 
-#include <CLI/CLI.hpp>
-
 namespace Maintctl {
 
 namespace {
@@ -65,8 +63,8 @@ Names startingWith(const std::string& start, const Names& names, const std::stri
 
 class Complete : public Command {
 public:
-  void declare(CLI::App& app) override {
-    app.add_option("WORD", words_, "The words of a command line, the last to be completed");
+  void declare(Parameters& parameters) override {
+    parameters.words("WORD", words_, "The words of a command line, the last to be completed");
   }
 
   int run(Context& context) override {

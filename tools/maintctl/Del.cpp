@@ -1,16 +1,14 @@
 #include "Change.h"
 #include "CommandList.h"
 
-#include <CLI/CLI.hpp>
-
 namespace Maintctl {
 
 namespace {
 
 class Del : public Command {
 public:
-  void declare(CLI::App& app) override {
-    app.add_option("PATH", path_, "Of a member or an entry that is there")->required();
+  void declare(Parameters& parameters) override {
+    parameters.word("PATH", path_, "Of a member or an entry that is there");
   }
 
   int run(Context& context) override {

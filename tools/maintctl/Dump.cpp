@@ -7,8 +7,6 @@
 #include "Walk.h"
 #include "Words.h"
 
-#include <CLI/CLI.hpp>
-
 namespace Maintctl {
 
 namespace {
@@ -45,9 +43,9 @@ private:
 
 class Dump : public Command {
 public:
-  void declare(CLI::App& app) override {
-    app.add_option("FILE", file_,
-                   "Replaced as a whole, once all is written; the standard output without it");
+  void declare(Parameters& parameters) override {
+    parameters.optionalWord(
+        "FILE", file_, "Replaced as a whole, once all is written; the standard output without it");
   }
 
   int run(Context& context) override {

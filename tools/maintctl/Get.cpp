@@ -4,7 +4,6 @@
 #include "Values.h"
 #include "Walk.h"
 
-#include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 
 namespace Maintctl {
@@ -74,8 +73,8 @@ void withEntry(const Target& target, const Use& use) {
 
 class Get : public Command {
 public:
-  void declare(CLI::App& app) override {
-    app.add_option("PATH", path_, "Of a value, a collection, a member or a root")->required();
+  void declare(Parameters& parameters) override {
+    parameters.word("PATH", path_, "Of a value, a collection, a member or a root");
   }
 
   int run(Context& context) override {

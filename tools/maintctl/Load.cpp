@@ -7,8 +7,6 @@
 #include "Progress.h"
 #include "Words.h"
 
-#include <CLI/CLI.hpp>
-
 #include <iostream>
 
 namespace Maintctl {
@@ -59,8 +57,8 @@ ExitCode codeFor(ExitCode code) {
 
 class Load : public Command {
 public:
-  void declare(CLI::App& app) override {
-    app.add_option("FILE", file_, "What dump has written; - for the standard input")->required();
+  void declare(Parameters& parameters) override {
+    parameters.word("FILE", file_, "What dump has written; - for the standard input");
   }
 
   int run(Context& context) override {

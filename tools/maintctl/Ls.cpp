@@ -4,7 +4,6 @@
 
 #include <Zel/ZelType>
 
-#include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
@@ -145,8 +144,8 @@ void print(std::ostream& out, const std::vector<Line>& lines) {
 
 class Ls : public Command {
 public:
-  void declare(CLI::App& app) override {
-    app.add_option("PATH", path_, "Where to look; / without it, which lists the roots");
+  void declare(Parameters& parameters) override {
+    parameters.optionalWord("PATH", path_, "Where to look; / without it, which lists the roots");
   }
 
   int run(Context& context) override {

@@ -7,8 +7,6 @@
 #include "Lines.h"
 #include "Words.h"
 
-#include <CLI/CLI.hpp>
-
 #include <unistd.h>
 
 #include <iostream>
@@ -32,9 +30,10 @@ bool isTerminal() { return isatty(STDIN_FILENO) != 0 && isatty(STDOUT_FILENO) !=
 
 class Run : public Command {
 public:
-  void declare(CLI::App& app) override {
-    app.add_option("FILE", file_, "One command a line; the standard input without it, or for -");
-    app.add_flag("--keep-going", keepGoing_, "Go on behind a line that fails");
+  void declare(Parameters& parameters) override {
+    parameters.optionalWord("FILE", file_,
+                            "One command a line; the standard input without it, or for -");
+    parameters.flag("keep-going", keepGoing_, "Go on behind a line that fails");
   }
 
   int run(Context& context) override {

@@ -2,7 +2,6 @@
 #include "Load.h"
 #include "LocalDevice.h"
 
-#include <CLI/CLI.hpp>
 #include <asio/signal_set.hpp>
 #include <net/Server.h>
 
@@ -34,20 +33,14 @@ unsigned modeOf(const std::string& text) {
 
 class Serve : public Command {
 public:
-  void declare(CLI::App& app) override {
-    app.add_option("--mode", mode_, "Mode of the socket: who may connect")
-        ->type_name("OCTAL")
-        ->capture_default_str();
-    app.add_option("--group", group_,
-                   "Group of the socket, whose members a mode such as 660 lets in")
-        ->type_name("NAME");
-    app.add_option("--load", load_, "What dump has written, loaded before anybody can connect")
-        ->type_name("FILE");
-    app.add_option("--max-clients", maxClients_, "How many may be connected at a time")
-        ->type_name("NUMBER")
-        ->check(CLI::PositiveNumber)
-        ->capture_default_str();
-    app.add_flag("--read-only", readOnly_, "Let no client write");
+  void declare(Parameters& parameters) override {
+    parameters.option("mode", "OCTAL", mode_, "Mode of the socket: who may connect");
+    parameters.option("group", "NAME", group_,
+                      "Group of the socket, whose members a mode such as 660 lets in");
+    parameters.option("load", "FILE", load_,
+                      "What dump has written, loaded before anybody can connect");
+    parameters.option("max-clients", "NUMBER", maxClients_, "How many may be connected at a time");
+    parameters.flag("read-only", readOnly_, "Let no client write");
   }
 
   int run(Context& context) override {

@@ -1,19 +1,16 @@
 #include "Change.h"
 #include "CommandList.h"
 
-#include <CLI/CLI.hpp>
-
 namespace Maintctl {
 
 namespace {
 
 class Set : public Command {
 public:
-  void declare(CLI::App& app) override {
-    app.add_option("PATH", path_, "Of an attribute, or of an entry that is there")->required();
-    app.add_option("VALUE", value_,
-                   "In its text form, whose quotes may be left out: active for 'active'")
-        ->required();
+  void declare(Parameters& parameters) override {
+    parameters.word("PATH", path_, "Of an attribute, or of an entry that is there");
+    parameters.word("VALUE", value_,
+                    "In its text form, whose quotes may be left out: active for 'active'");
   }
 
   int run(Context& context) override {

@@ -2,7 +2,6 @@
 #include "Scope.h"
 #include "Values.h"
 
-#include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 
 namespace Maintctl {
@@ -27,8 +26,8 @@ const char* resultName(Session::DigestResult result) {
 
 class Verify : public Command {
 public:
-  void declare(CLI::App& app) override {
-    app.add_option("ROOT", root_, "Such as /status; all roots without it");
+  void declare(Parameters& parameters) override {
+    parameters.optionalWord("ROOT", root_, "Such as /status; all roots without it");
   }
 
   int run(Context& context) override {

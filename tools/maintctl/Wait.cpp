@@ -5,8 +5,6 @@
 #include "Values.h"
 #include "Words.h"
 
-#include <CLI/CLI.hpp>
-
 #include <optional>
 
 namespace Maintctl {
@@ -57,17 +55,15 @@ void withValue(Device& glance, const std::string& path, const Use& use) {
 
 class Wait : public Command {
 public:
-  void declare(CLI::App& app) override {
-    app.add_option("PATH", path_, "Of a value; with --live, of a root, or all without it");
-    app.add_option("VALUE", text_, "What is waited for")->each([this](const std::string&) {
-      hasText_ = true;
-    });
-    app.add_flag("--live", live_, "Wait until the server is there and has sent all");
+  void declare(Parameters& parameters) override {
+    parameters.optionalWord("PATH", path_, "Of a value; with --live, of a root, or all without it");
+    parameters.optionalWord("VALUE", text_, "What is waited for");
+    parameters.flag("live", live_, "Wait until the server is there and has sent all");
   }
 
   int run(Context& context) override {
-    if (live_ == hasText_) {
-      throw Failure(exitUsage, live_ ? "--live waits for no value, leave out " + printable(text_)
+    if (live_ == text_.has_value()) {
+      throw Failure(exitUsage, live_ ? "--live waits for no value, leave out " + printable(*text_)
                                      : "wait needs a path and a value, or --live");
     }
     const Options& options = context.options();
@@ -111,7 +107,7 @@ private:
     }
     const Zel::ValueRecord& record = *scope.row()->value;
     Zel::ValueSlot wanted(record);
-    readText(text_, record, wanted.at(), scope.path());
+    readText(*text_, record, wanted.at(), scope.path());
     Glance glance(device);
     const Zel::Dir::Active references(device.dir());
     const auto isDone = [&] {
@@ -133,8 +129,7 @@ private:
   }
 
   std::string path_ = "/";
-  std::string text_;
-  bool hasText_ = false;
+  std::optional<std::string> text_;
   bool live_ = false;
 };
 

@@ -4,7 +4,6 @@
 #include "Walk.h"
 #include "WatchedTree.h"
 
-#include <CLI/CLI.hpp>
 #include <asio/signal_set.hpp>
 #include <nlohmann/json.hpp>
 
@@ -139,9 +138,9 @@ private:
 
 class Watch : public Command {
 public:
-  void declare(CLI::App& app) override {
-    app.add_option("PATH", paths_, "What to watch, with all that is below; all without it");
-    app.add_flag("--initial", initial_, "Print what is there first");
+  void declare(Parameters& parameters) override {
+    parameters.words("PATH", paths_, "What to watch, with all that is below; all without it");
+    parameters.flag("initial", initial_, "Print what is there first");
   }
 
   int run(Context& context) override {
