@@ -13,6 +13,9 @@ public:
   class GenericIf_Adapter_;
   GenericIf_(const Zel::Ptr<MemberToGroup>& object, bool isConst);
 
+  /// There is no factory for it to call.
+  static void genericIfListConstructor(const Zel::Ptr<const Zel::GenericIf>& list) = delete;
+
   void onGroup(const Group::GroupKey& key) { zelOnMember(Attr::group, &key); }
   void onSelectedProfile(Profile::ProfileType type) { zelOnMember(Attr::selectedProfile, &type); }
   void onProfileChangeCause() { zelOnSingular(Attr::profileChangeCause); }
@@ -44,6 +47,9 @@ class ZEL_API GroupToUnit::GenericIf_ : public Zel::EntityGenericIf<GroupToUnit>
 public:
   class GenericIf_Adapter_;
   GenericIf_(const Zel::Ptr<GroupToUnit>& object, bool isConst);
+
+  /// There is no factory for it to call.
+  static void genericIfListConstructor(const Zel::Ptr<const Zel::GenericIf>& list) = delete;
 
   void onUnitName(Zel::Name name) { zelOnMember(Attr::unitName, &name); }
 

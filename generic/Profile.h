@@ -12,6 +12,9 @@ public:
   class GenericIf_Adapter_;
   GenericIf_(const Zel::Ptr<Config>& object, bool isConst);
 
+  /// There is no factory for it to call.
+  static void genericIfListConstructor(const Zel::Ptr<const Zel::GenericIf>& list) = delete;
+
 protected:
   ~GenericIf_() override;
 };

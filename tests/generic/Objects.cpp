@@ -1,6 +1,7 @@
 #include "GenericFixture.h"
 
 #include <Zel/Dir>
+#include <generic/Mapping.h>
 
 namespace {
 
@@ -224,6 +225,15 @@ TEST(ObjectLists, AreTakenByTheClassOfTheGenericObjectToo) {
       Status::GenericIf_::genericIfListConstructor(Zel::arguments(Zel::Name("mine")));
   EXPECT_EQ(object->type(), type(Status::_fwkType()));
 }
+
+template <class T>
+constexpr bool isMadeFromLists = requires(Handle list) {
+  T::GenericIf_::genericIfListConstructor(list);
+};
+static_assert(isMadeFromLists<Status> && isMadeFromLists<GroupToUnitDir> &&
+              isMadeFromLists<Profile::ConfigDir>);
+static_assert(!isMadeFromLists<Profile::Config> && !isMadeFromLists<MemberToGroup> &&
+              !isMadeFromLists<GroupToUnit>);
 
 // The failures themselves.
 
