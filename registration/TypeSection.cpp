@@ -34,6 +34,9 @@ consteval auto sectionOf() noexcept {
   return names;
 }
 
+#ifdef __clang__
+[[clang::no_sanitize("address")]] // which would pad it, and names alone are to stand there
+#endif
 [[gnu::used, gnu::section(".zel.type"), gnu::aligned(sectionAlignment)]] constinit auto typeNames =
     sectionOf<Maintenance::Profile::Types, Maintenance::Unit::Types, Maintenance::MappingTypes,
               Maintenance::MaintenanceGroup::Types, MaintenanceUnitProfile::Types,
