@@ -27,7 +27,7 @@ Totals& Totals::operator+=(const Totals& other) {
 History::History(std::uint64_t seed, Over over, std::function<void(const std::string&)> told)
     : over_(over), told_(std::move(told)), world_(seed), random_(world_.random()),
       ownership_(0, 1, std::nullopt) {
-  const unsigned models = random_.chance(1, 3) ? 3 : 2;
+  const unsigned models = random_.chance(1, 2) ? 3 : 2;
   for (unsigned i = 0; i < models; ++i) {
     models_.emplace_back(i);
     models_.back().told = told_;
@@ -41,7 +41,7 @@ History::History(std::uint64_t seed, Over over, std::function<void(const std::st
   }
   sizes_.longest = 300000;
   sizes_.rarity = static_cast<unsigned>(random_.between(1, 32));
-  trouble_ = static_cast<unsigned>(random_.size(50));
+  trouble_ = static_cast<unsigned>(random_.size(80));
   hasAllRoots_ = random_.chance(1, 4);
   for (Zel::Ptr<Zel::Entity>& root : makeRoots()) {
     if (hasAllRoots_ || random_.chance(1, 2)) {

@@ -38,9 +38,9 @@ public:
   /// What the models are linked by.
   enum class Over : std::uint8_t { connections, sessions };
 
-  /// What a seed's history is run over unless told otherwise: every fourth over sessions.
+  /// What a seed's history is run over unless told otherwise: every second over sessions.
   static Over overOf(std::uint64_t seed) noexcept {
-    return seed % 4 == 0 ? Over::sessions : Over::connections;
+    return seed % 2 == 0 ? Over::sessions : Over::connections;
   }
 
   /// `told` hears of each step.

@@ -25,7 +25,7 @@ int usage(const char* program) {
   std::cerr << "usage: " << program
             << " --seeds COUNT [--first SEED] [--trace] [--over connections|sessions]\n"
                "       [--counts]\n"
-               "of sessions are every fourth seed's histories if nothing else is said\n";
+               "of sessions are every second seed's histories if nothing else is said\n";
   return 2;
 }
 
