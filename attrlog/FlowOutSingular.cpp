@@ -186,6 +186,9 @@ AttributeId AttrLogAdapter::handleAttrFlowOut(AttributeId start) {
     if (isLast) {
       return 0;
     }
+    if (flow != nullptr && flow->bookmark() != nullptr) {
+      return attr; // whose key the bookmark is: to another collection it would be anything
+    }
     if (continueFlowOut()) {
       continue;
     }
