@@ -191,8 +191,8 @@ void AttrLogAdapter::childAttach(Entity& child) {
 
 /// A member has been made where that is refused: until the mirror is repaired, it refuses too.
 void AttrLogAdapter::childGuard(Entity& child) {
-  if (!root()) {
-    return;
+  if (!root() || zelChildAdapter(&child)) {
+    return; // one that is mirrored refuses by itself
   }
   const Ptr<ZelNboAttrLogSa> guard =
       child.zelNboAttrLogSaIs(memberFlags(*this), 1, nboAttrLogOut(), nullptr);

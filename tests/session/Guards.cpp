@@ -209,6 +209,22 @@ TEST_F(Guarded, MembersThatAreMadeInAReadOnlyMirrorRefuseUntilTheyAreRepaired) {
   EXPECT_TRUE(isEqual());
 }
 
+TEST_F(Guarded, AMemberThatIsToldOfAgainIsNoGuard) {
+  units->statusIs("a");
+  share();
+  settle();
+  const Ptr<Status> a = mirror("a");
+  EXPECT_THROW(mirror()->statusNotify("a"), Zel::ReadOnlyException);
+  settle();
+  units->status("a")->genIdIs(7);
+  settle();
+  EXPECT_STREQ(client->failure().charPtr(), "");
+  EXPECT_EQ(mount()->state(), Mount::live);
+  EXPECT_EQ(adapters(a), 1U);
+  EXPECT_EQ(mirror("a"), a);
+  EXPECT_TRUE(isEqual());
+}
+
 TEST_F(Guarded, RefusedMembersThatAreGoneAreNotKept) {
   share(Zel::accessReadOnly);
   settle();
