@@ -84,9 +84,9 @@ AttrLogAdapter::Gate AttrLogAdapter::gateSlow(const FlowStep& step) {
   if (!hasFlag(flagReactorActive) && handlingFlowInFor(step.row->id)) {
     return Gate::notDone;
   }
-  const bool isMute = hasFlag(flagChildPending | flagMuted | flagReactorActive);
+  const bool isSilent = hasFlag(flagReactorActive) || isMute();
   reactorActiveIs(false);
-  if (isMute || !hasFlag(flagStreaming) || !nboAttrLogOut() || isGone() || isGuardPassed()) {
+  if (isSilent || !nboAttrLogOut() || isGone() || isGuardPassed()) {
     return Gate::done;
   }
   readOnlyCheck(step);
@@ -109,6 +109,13 @@ void AttrLogAdapter::keyOwe(EntityFlowOut& flow, AttributeId attr, const void* k
   if (!flow.dirtyKeys(attr).mark(key, dirty) && root()) {
     root()->coalescedInc();
   }
+}
+
+/// Whether changes stay here. A member that a walk has not announced again yet is mute; but where
+/// the mirror is guarded while it is not in step, it refuses as all else does.
+bool AttrLogAdapter::isMute() const {
+  return hasFlag(flagMuted) || !hasFlag(flagStreaming) ||
+         (hasFlag(flagChildPending) && !(root() && root()->keepsGuards() && isRefusing()));
 }
 
 bool AttrLogAdapter::isRefusing() const {

@@ -103,6 +103,7 @@ private:
   void keyOwe(EntityFlowOut& flow, AttributeId attr, const void* key, bool dirty);
   bool isGone();
   bool isRefusing() const;
+  bool isMute() const;
   void readOnlyCheck(const FlowStep& step);
   bool isScheduled() const noexcept { return hasFlag(flagScheduledFlowOut); }
   EntityFlowOut* owed() const noexcept { return static_cast<EntityFlowOut*>(flowOut().ptr()); }

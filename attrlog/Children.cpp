@@ -48,7 +48,7 @@ void AttrLogAdapter::zelSerializeChild(AttributeId attr, const void* key, Entity
       return;
     }
     active = hasFlag(flagReactorActive);
-    if (!active && (hasFlag(flagChildPending | flagMuted) || !hasFlag(flagStreaming))) {
+    if (!active && isMute()) {
       return;
     }
   }

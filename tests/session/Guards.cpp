@@ -157,6 +157,30 @@ TEST_F(Guarded, MembersThatAWalkAnewHasNotReachedRefuseToo) {
   }
 }
 
+TEST_F(Guarded, MembersThatARepairHasNotReachedRefuseToo) {
+  for (const char* const unit : {"a", "b", "c", "d"}) {
+    units->statusIs(unit);
+  }
+  share();
+  settle();
+  unsigned records = 1;
+  for (unsigned at = 1; at <= records; ++at) {
+    EXPECT_THROW(mirror()->statusIs("nobody"), Zel::ReadOnlyException);
+    records = 0;
+    settleSlowly([&] {
+      for (const char* const unit : {"a", "b", "c", "d"}) {
+        if (records + 1 == at) {
+          EXPECT_THROW(mirror(unit)->genIdIs(at), Zel::ReadOnlyException) << at << unit;
+        }
+      }
+      ++records;
+    });
+    ASSERT_TRUE(isEqual()) << at;
+    ASSERT_LT(at, 200U);
+  }
+  EXPECT_GT(records, 50U);
+}
+
 TEST_F(Guarded, MembersThatAreTakenOutOfAStaleMirrorAreFree) {
   units->statusIs("a");
   share();
@@ -313,6 +337,40 @@ TEST_F(GuardedChain, WhatIsWrittenToAMemberMadeInAMirrorThatIsNotLiveYetComesBac
   last.settle();
   ASSERT_GE(records, 12U);
   EXPECT_EQ(mount()->state(), Mount::live);
+  EXPECT_TRUE(areEqual());
+}
+
+TEST_F(GuardedChain, WhatIsWrittenToAMemberThatARepairHasNotReachedComesBackToItsWriter) {
+  share();
+  settle();
+  lastJoins();
+  const Ptr<Status> a = lastMirror()->status("a");
+  a->genIdIs(5);
+  lastTells(); // a walk is on its way back
+  EXPECT_EQ(last.server->connection()->demuxer()->counts().refused, 1U);
+  settle();
+  // The first has the group too, and tells of it when it walks the unit.
+  const auto first = units->status("a")->zelNboAttrLogSa(
+      Ptr<const Zel::NboAttrLog::Out>(server->connection()->out()));
+  first->flagsIs(Zel::StreamAdapter::flagMuted, true);
+  units->status("a")->groupIs(peers, true);
+  first->flagsIs(Zel::StreamAdapter::flagMuted, false);
+  EXPECT_THROW(mirror()->statusIs("nobody"), Zel::ReadOnlyException);
+  const auto middle =
+      mirror("a")->zelNboAttrLogSa(Ptr<const Zel::NboAttrLog::Out>(client->connection()->out()));
+  bool written = false;
+  settleSlowly([&] {
+    if (!written && middle->hasFlag(Zel::StreamAdapter::flagChildPending)) {
+      written = true;
+      a->groupIs(peers, true);
+      lastTells();
+      EXPECT_TRUE(mirror("a")->group(peers));
+      EXPECT_EQ(last.server->connection()->demuxer()->counts().refused, 2U);
+    }
+  });
+  EXPECT_TRUE(written);
+  settle();
+  last.settle();
   EXPECT_TRUE(areEqual());
 }
 
