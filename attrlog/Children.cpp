@@ -166,8 +166,9 @@ void AttrLogAdapter::childAttach(Entity& child) {
   }
   rootPass(*adapter);
   const bool isKnown = demuxer->adapter(adapter->entityId()) == adapter.ptr();
+  const bool isSame = isKnown && adapter->entityId() == id;
   if (id.value() == 0 || id == orphanEntityId ||
-      (demuxer->isOwnId(id) && !id.isUnified() && !(isKnown && adapter->entityId() == id))) {
+      (demuxer->isOwnId(id) && !id.isUnified() && !isSame)) {
     throw AttrLogRecordException("malformed record: a member's id");
   }
   // Where both ends have announced the same member, the id of the end that exports the tree wins.
@@ -177,7 +178,7 @@ void AttrLogAdapter::childAttach(Entity& child) {
   }
   if (!isOurs || hasFlag(flagImported)) {
     adapter->doEntityIdIs(id, demuxer, true);
-    if (isOurs && (!hasFlag(flagReadOnly) || convertedToWritable(false))) {
+    if (isOurs && !isSame && (!hasFlag(flagReadOnly) || convertedToWritable(false))) {
       adapter->doThis(); // what went out under the other id has reached nobody
     }
   }

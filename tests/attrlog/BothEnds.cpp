@@ -32,6 +32,26 @@ TEST(BothEnds, MakeTheSameMemberAndAgree) {
   EXPECT_TRUE(pair.here->demuxer()->isOwnId(Pair::adapterOf(mirror, pair.there)->entityId()));
 }
 
+TEST(BothEnds, AWalkOverWhatTheMirrorHasMadeBringsNothingBack) {
+  Pair pair;
+  const auto dir = statusDirFactory("units");
+  pair.here->demuxer()->exportIs(dir);
+  pair.settle();
+  const auto mirrors = pair.mirror<StatusDir>("units");
+  mirrors->statusIs("System");
+  pair.settle();
+  const std::uint64_t before = pair.there->out()->recordsWritten();
+  Pair::adapterOf(dir, pair.here)->doThis();
+  while (pair.here->service() || Pair::move(*pair.here, *pair.there) != 0) {
+    pair.there->service();
+  }
+  dir->status("System")->genIdIs(7); // which anything that comes back would cross
+  pair.settle();
+  EXPECT_EQ(pair.there->out()->recordsWritten(), before);
+  EXPECT_EQ(dir->status("System")->genId(), 7U);
+  EXPECT_EQ(mirrors->status("System")->genId(), 7U);
+}
+
 TEST(BothEnds, APeerDoesNotMountWhatThisEndExports) {
   const auto roots = Zel::makeObject<Zel::Dir>();
   const auto dir = statusDirFactory("units");
