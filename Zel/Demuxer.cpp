@@ -170,6 +170,11 @@ bool Demuxer::isOwnId(EntityId id) const noexcept {
   return (id.second >> 31 != 0) == (connection_->end() == Connection::End::second);
 }
 
+bool Demuxer::hasGiven(EntityId id) const noexcept {
+  const std::uint64_t number = id.first >> 1 | std::uint64_t{id.second & 0x7fffffffU} << 31;
+  return isOwnId(id) && !id.isUnified() && number != 0 && number <= lastId_;
+}
+
 void Demuxer::adapterIs(const Ptr<StreamAdapter>& adapter, const EntityId& id) {
   if (closed_) {
     throwInternalException("connection closed");

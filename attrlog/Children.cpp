@@ -167,8 +167,12 @@ void AttrLogAdapter::childAttach(Entity& child) {
   rootPass(*adapter);
   const bool isKnown = demuxer->adapter(adapter->entityId()) == adapter.ptr();
   const bool isSame = isKnown && adapter->entityId() == id;
+  // A member that this end announced may have gone here, by a walk that it has crossed or by
+  // itself, when the peer tells of it.
+  const bool isAgain =
+      hasFlag(flagImported) && demuxer->hasGiven(id) && demuxer->adapter(id) == nullptr;
   if (id.value() == 0 || id == orphanEntityId ||
-      (demuxer->isOwnId(id) && !id.isUnified() && !isSame)) {
+      (demuxer->isOwnId(id) && !id.isUnified() && !isSame && !isAgain)) {
     throw AttrLogRecordException("malformed record: a member's id");
   }
   // Where both ends have announced the same member, the id of the end that exports the tree wins.

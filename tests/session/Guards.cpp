@@ -374,6 +374,48 @@ TEST_F(GuardedChain, WhatIsWrittenToAMemberThatARepairHasNotReachedComesBackToIt
   EXPECT_TRUE(areEqual());
 }
 
+TEST_F(GuardedChain, AMemberThatIsMadeWhileARepairIsOnItsWayStandsAtBothEndsOrAtNone) {
+  share();
+  settle();
+  lastJoins();
+  cut();
+  lastMirror()->statusIs("x");
+  lastTells(); // a walk without "y" is on its way back
+  units->statusIs("y")->genIdIs(3);
+  lastMirror()->statusIs("y");
+  lastTells();
+  EXPECT_EQ(last.server->connection()->demuxer()->counts().refused, 2U);
+  last.settle();
+  EXPECT_STREQ(last.client->failure().charPtr(), "");
+  EXPECT_STREQ(last.server->failure().charPtr(), "");
+  EXPECT_EQ(static_cast<bool>(lastMirror()->status("y")), static_cast<bool>(mirror("y")));
+  connect();
+  settle();
+  last.settle();
+  EXPECT_STREQ(last.client->failure().charPtr(), "");
+  EXPECT_TRUE(areEqual());
+}
+
+TEST_F(GuardedChain, AMemberThatIsTakenOutWhileARepairTellsOfItEndsNoSession) {
+  share();
+  settle();
+  lastJoins();
+  cut();
+  lastMirror()->statusIs("x");
+  lastTells();
+  last.settle();
+  lastMirror()->statusIs("y");
+  lastTells(); // the walk tells of "x" too
+  lastMirror()->statusDel("x");
+  last.settle();
+  EXPECT_STREQ(last.client->failure().charPtr(), "");
+  connect();
+  settle();
+  last.settle();
+  EXPECT_STREQ(last.client->failure().charPtr(), "");
+  EXPECT_TRUE(areEqual());
+}
+
 TEST_F(GuardedChain, ASweepThatIsRefusedIsOverAllTheSame) {
   for (const char* const name : {"x", "y", "z"}) {
     units->status("a")->groupIs(Group::GroupKey(Group::groupTypeBgp, name), true);
