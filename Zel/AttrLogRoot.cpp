@@ -62,7 +62,25 @@ void Root::demuxerDel() {
     return;
   }
   keepsGuards_ ? guardsPrune() : guardsDel();
+  while (answers_ != 0) {
+    answersDec();
+  }
   demuxer_ = nullptr;
+}
+
+void Root::answersInc() noexcept {
+  if (demuxer_ != nullptr) {
+    hasRefused_ = false;
+    ++answers_;
+    ++demuxer_->answering_;
+  }
+}
+
+void Root::answersDec() noexcept {
+  if (answers_ != 0) {
+    --answers_;
+    --demuxer_->answering_;
+  }
 }
 
 void Root::guardIs(const Ptr<StreamAdapter>& adapter) {

@@ -45,6 +45,7 @@ void MountPolicy::mounted(const Ptr<Entity::ZelNboAttrLogSa>& /*root*/) {}
 void MountPolicy::diverged(const StreamAdapter& /*adapter*/) {}
 void MountPolicy::resyncing(const Ptr<Entity>& /*entity*/) {}
 void MountPolicy::synced(const Ptr<Entity>& /*entity*/) {}
+void MountPolicy::repaired(const Ptr<Root>& /*root*/) {}
 bool MountPolicy::sessionRecord(In& /*in*/) { return false; }
 
 DirMounts::DirMounts(Ptr<Dir> dir, Flags flags, std::size_t most)
@@ -533,6 +534,21 @@ void Demuxer::recordApply(const Record& record, StreamAdapter* known) {
   } else {
     adapter->handleAttrDeserialization(header.attrId, {}, static_cast<unsigned>(record.payload),
                                        nullptr);
+  }
+  if (answering_ != 0) [[unlikely]] {
+    answer(*adapter);
+  }
+}
+
+/// Sends the peer what stands here of what it has written to.
+void Demuxer::answer(StreamAdapter& adapter) {
+  if (!adapter.root_ || !adapter.root_->isAnswering() ||
+      adapter.hasFlag(StreamAdapter::flagImported)) {
+    return;
+  }
+  static_cast<Entity::ZelNboAttrLogSa&>(adapter).constructionOwe();
+  if (!adapter.flowOut_ || !adapter.flowOut_->isFresh()) {
+    adapter.doThis();
   }
 }
 

@@ -53,6 +53,11 @@ public:
       session_->synced(entity);
     }
   }
+  void repaired(const Ptr<NboAttrLog::Root>& root) override {
+    if (session_ != nullptr) {
+      session_->answersAre(root);
+    }
+  }
   bool sessionRecord(In& in) override {
     if (session_ != nullptr) {
       session_->recordRead(in);

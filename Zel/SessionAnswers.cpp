@@ -189,6 +189,8 @@ void Session::echoed(const EchoAsked& echo, bool came) {
   } else if (const Ptr<Mount> mount = mountOf(echo.repaired)) {
     --mount->repairs_;
     liveIf(*mount);
+  } else {
+    echo.repaired->answersDec(); // of a root of this end's, or of a mount that has it no more
   }
 }
 

@@ -283,7 +283,33 @@ void Session::liveIf(Mount& mount) {
   if (mounts_->dir_) {
     mounts_->dir_->statusIs(mount.name(), Dir::loaded);
   }
+  repairTell(mount);
   mount.stateIs(Mount::live, now_);
+}
+
+/// Nothing is refused any more. What mirrors behind this one write may cross what the repair has
+/// brought, which is on its way to them.
+void Session::repairTell(const Mount& mount) const {
+  if (mount.access() != accessReadWrite) {
+    return;
+  }
+  for (NboAttrLog::Demuxer* const demuxer : globalNboAttrLogDemuxerManager().nboDemuxerIterator()) {
+    Connection* const other = demuxer->connection();
+    const Ptr<Entity::ZelNboAttrLogSa> adapter =
+        other != nullptr && demuxer->policy() != nullptr && other != connection_.ptr()
+            ? mount.entity()->zelNboAttrLogSa(Ptr<const NboAttrLog::Out>(other->out()))
+            : nullptr;
+    if (adapter && !adapter->hasFlag(StreamAdapter::flagImported) && adapter->root() &&
+        adapter->root()->hasRefused()) {
+      demuxer->policy()->repaired(adapter->root());
+    }
+  }
+}
+
+/// The echo is asked for behind all that is owed.
+void Session::answersAre(const Ptr<Root>& root) {
+  root->answersInc();
+  echoesWanted_.push_back({nullptr, root});
 }
 
 void Session::mountsEnd() {

@@ -298,6 +298,9 @@ void Entity::ZelNboAttrLogSa::onNotificationException(AttributeId attr) {
       if (adapter && adapter->hasFlag(flagImported)) {
         adapter->divergedIs();
       } else if (adapter) {
+        if (adapter->root()) {
+          adapter->root()->hasRefusedIs(true);
+        }
         adapter->constructionOwe();
         adapter->doThis();
       }

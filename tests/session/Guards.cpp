@@ -416,6 +416,27 @@ TEST_F(GuardedChain, AMemberThatIsTakenOutWhileARepairTellsOfItEndsNoSession) {
   EXPECT_TRUE(areEqual());
 }
 
+TEST_F(GuardedChain, WhatIsWrittenWhileTheRepairIsOnItsWayIsNotTakenForRepaired) {
+  share(Zel::accessReadWrite);
+  settle();
+  lastJoins();
+  cut();
+  const Ptr<Status> a = lastMirror()->status("a");
+  a->genIdIs(5);
+  lastTells();
+  last.settle();
+  connect();
+  settle(); // what the first has is on its way to the last
+  EXPECT_EQ(mount()->state(), Mount::live);
+  EXPECT_EQ(mirror("a")->genId(), 0U);
+  EXPECT_EQ(a->genId(), 5U);
+  a->genIdIs(6);
+  last.settle();
+  settle();
+  last.settle();
+  EXPECT_TRUE(areEqual());
+}
+
 TEST_F(GuardedChain, ASweepThatIsRefusedIsOverAllTheSame) {
   for (const char* const name : {"x", "y", "z"}) {
     units->status("a")->groupIs(Group::GroupKey(Group::groupTypeBgp, name), true);
