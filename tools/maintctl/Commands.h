@@ -75,6 +75,7 @@ public:
   Command& operator=(const Command&) = delete;
   virtual ~Command() = default;
 
+  /// Says what the command takes; once, before `run`.
   virtual void declare(Parameters& parameters) = 0;
   /// Yields an exit code; throws `Failure`. Failures of the library may leave it too, see
   /// `Guard.h`.
