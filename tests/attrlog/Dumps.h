@@ -2,6 +2,7 @@
 
 #include "Bytes.h"
 
+#include <Places.h>
 #include <fstream>
 #include <map>
 #include <stdexcept>
@@ -9,7 +10,7 @@
 /// The dumps of docs/wire-format.md by name, in the form of `hexOf`.
 inline const std::map<std::string, std::string>& dumps() {
   static const auto read = [] {
-    std::ifstream document(MAINTENANCE_MODEL_DOCS "/wire-format.md");
+    std::ifstream document(WIRE_FORMAT);
     if (!document) {
       throw std::runtime_error("no wire-format.md");
     }

@@ -1,4 +1,5 @@
 #include "Run.h"
+#include <Places.h>
 
 namespace Maintctl::Test {
 

@@ -3,6 +3,7 @@
 #include <Dump.h>
 #include <Load.h>
 #include <LocalDevice.h>
+#include <Places.h>
 
 #include <Zel/StateDigest>
 

@@ -1,5 +1,6 @@
 #include "Run.h"
 #include "Terminal.h"
+#include <Places.h>
 
 namespace Maintctl::Test {
 

@@ -2,6 +2,7 @@
 
 #include "support/Shell.h"
 
+#include <Places.h>
 #include <algorithm>
 
 namespace Maintctl::Test {

@@ -2,6 +2,7 @@
 
 #include <Dump.h>
 #include <Load.h>
+#include <Places.h>
 #include <RemoteDevice.h>
 
 #include <Zel/StateDigest>

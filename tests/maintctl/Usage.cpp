@@ -1,5 +1,6 @@
 #include "Run.h"
 
+#include <Places.h>
 #include <fstream>
 
 namespace Maintctl::Test {

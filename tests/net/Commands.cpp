@@ -1,5 +1,6 @@
 #include "Commands.h"
 
+#include <Places.h>
 #include <algorithm>
 
 namespace {

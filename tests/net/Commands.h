@@ -2,6 +2,7 @@
 
 #include "Place.h"
 
+#include <Places.h>
 #include <gtest/gtest.h>
 
 namespace TestNet {

@@ -3,6 +3,7 @@
 #include "Process.h"
 #include "support/Shell.h"
 
+#include <Places.h>
 #include <memory>
 
 namespace TestNet {

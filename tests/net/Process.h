@@ -1,5 +1,6 @@
 #pragma once
 
+#include <Places.h>
 #include <filesystem>
 #include <string>
 #include <vector>

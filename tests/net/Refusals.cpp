@@ -1,5 +1,6 @@
 #include "Raw.h"
 
+#include <Places.h>
 #include <thread>
 
 #include <grp.h>

@@ -1,3 +1,4 @@
+#include <Places.h>
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -51,7 +52,7 @@ std::vector<Section> sectionsNamed(const std::string& file, std::string_view nam
 }
 
 TEST(TypeSection, NamesTheTypesOfTheLibraryModuleByModuleFromTheLastToTheFirst) {
-  const auto sections = sectionsNamed(fileOf(MAINTENANCE_MODEL_LIBRARY), ".zel.type");
+  const auto sections = sectionsNamed(fileOf(MODEL_LIBRARY), ".zel.type");
   ASSERT_EQ(sections.size(), 1U);
   std::string expected;
   for (const char* name : {"Maintenance::Profile::DefaultProfile",
@@ -98,7 +99,7 @@ TEST(TypeSection, NamesTheTypesOfTheLibraryModuleByModuleFromTheLastToTheFirst) 
 }
 
 TEST(TypeSection, IsWritableDataInASectionOfItsOwnAlignedTo32Bytes) {
-  const auto sections = sectionsNamed(fileOf(MAINTENANCE_MODEL_LIBRARY), ".zel.type");
+  const auto sections = sectionsNamed(fileOf(MODEL_LIBRARY), ".zel.type");
   ASSERT_EQ(sections.size(), 1U);
   const Elf64_Shdr& header = sections[0].header;
   EXPECT_EQ(header.sh_type, static_cast<Elf64_Word>(SHT_PROGBITS));

@@ -1,4 +1,5 @@
 #include "support/Shell.h"
+#include <Places.h>
 
 namespace {
 

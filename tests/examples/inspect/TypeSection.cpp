@@ -1,5 +1,6 @@
 #include "support/Shell.h"
 
+#include <Places.h>
 #include <elf.h>
 
 #include <cstring>
@@ -13,7 +14,7 @@ Result inspectSection(const std::string& file) {
 }
 
 TEST(TypeSection, OfTheLibraryListsItsTypesInTheirOrder) {
-  const Result result = inspectSection(LIBRARY);
+  const Result result = inspectSection(MODEL_LIBRARY);
   EXPECT_EQ(result.out, "Maintenance::Profile::DefaultProfile\n"
                         "Maintenance::Profile::ConfigDir\n"
                         "Maintenance::Profile::Config\n"
@@ -79,7 +80,7 @@ TEST(TypeSection, OfATextIsRefused) {
 /// The library's file with `change` made to its header.
 template <class Change>
 std::string damaged(const Folder& folder, Change change) {
-  std::string bytes = contentOf(LIBRARY);
+  std::string bytes = contentOf(MODEL_LIBRARY);
   Elf64_Ehdr header;
   std::memcpy(&header, bytes.data(), sizeof header);
   change(header);
@@ -102,7 +103,7 @@ TEST(TypeSection, WithOffsetsOutsideTheFileIsRefused) {
 
 TEST(TypeSection, OfEveryShortenedFileIsRefused) {
   const Folder folder;
-  const std::string bytes = contentOf(LIBRARY);
+  const std::string bytes = contentOf(MODEL_LIBRARY);
   for (const std::size_t size : {std::size_t{0}, std::size_t{1}, std::size_t{63}, std::size_t{64},
                                  bytes.size() / 2, bytes.size() - 1}) {
     const Result result = inspectSection(folder.write("cut.so", bytes.substr(0, size)));

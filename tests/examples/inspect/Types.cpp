@@ -1,5 +1,6 @@
 #include "support/Shell.h"
 
+#include <Places.h>
 #include <gmock/gmock.h>
 
 namespace {

@@ -1,5 +1,6 @@
 #include "Run.h"
 
+#include <Places.h>
 #include <gmock/gmock.h>
 
 namespace Replay::Test {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "support/Shell.h"
+#include <Places.h>
 
 namespace Replay::Test {
 
