@@ -118,7 +118,14 @@ TEST(Add, MakesEntriesOfAValueOrOfTrue) {
                         "add /status/System/history/1 b"),
             "/status/status/System/history/1 is there already\n");
   EXPECT_EQ(refusedLine(4, unit, "add /status/System/group/bgp,x"),
-            "bad value bgp,x for the key in /status/status/System/group/bgp,x: GroupType\n");
+            "bad value bgp,x for the key in /status/status/System/group/bgp,x: no type bgp, it is "
+            "one of groupTypeUnknown, groupTypeBgp and groupTypeInterface\n");
+  EXPECT_EQ(refusedLine(4, unit, "add /status/System/group/groupTypBgp,x"),
+            "bad value groupTypBgp,x for the key in /status/status/System/group/groupTypBgp,x: no "
+            "type groupTypBgp, did you mean groupTypeBgp?\n");
+  EXPECT_EQ(refusedLine(4, unit, "add /status/System/group/groupTypeBgp"),
+            "bad value groupTypeBgp for the key in /status/status/System/group/groupTypeBgp: too "
+            "few attributes in groupTypeBgp\n");
 }
 
 TEST(Add, RefusesWhatIsAlwaysThere) {

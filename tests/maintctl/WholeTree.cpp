@@ -281,7 +281,8 @@ TEST(WholeTree, RefusesWhatTheModelDoesNotLetBeWritten) {
             "srcOnBootCli and srcCli\n");
   EXPECT_EQ(refusedLine(4, members, "set /groups/groupTypeInterface,uplinks/profile/bgp,x true"),
             "bad value bgp,x for the key in "
-            "/groups/maintenanceGroup/groupTypeInterface,uplinks/profile/bgp,x: ProfileType\n");
+            "/groups/maintenanceGroup/groupTypeInterface,uplinks/profile/bgp,x: no type bgp, it is "
+            "one of profileTypeNone, profileTypeBgp, profileTypeInterface and profileTypeUnit\n");
   EXPECT_EQ(refusal(5, "del /agentInfo"), "maintctl: /agentInfo is a root, which stays\n");
 }
 

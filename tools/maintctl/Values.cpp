@@ -10,6 +10,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <cmath>
 
 namespace Maintctl {
@@ -29,6 +30,32 @@ bool isQuoted(const ValueRecord& record) {
   return record.table == nullptr && textForm(record, value.at()).starts_with('\'');
 }
 
+std::string choices(std::string_view typed, const std::vector<std::string>& names) {
+  const std::string meant = nearest(typed, names);
+  return meant.empty() ? ", it is one of " + listOf(names) : ", did you mean " + meant + "?";
+}
+
+/// Of parts joined by commas, what to say of the first that should be an enumerator and is none;
+/// empty if something else is wrong.
+std::string wrongName(std::string_view parts, const Zel::TypeTable& table) {
+  for (const AttrRow& row : table.rows) {
+    if (!Zel::isStored(row)) {
+      continue;
+    }
+    const std::size_t comma = parts.find(',');
+    const std::string_view part = parts.substr(0, comma);
+    const std::vector<std::string> names = namesOf(*row.value);
+    if (!names.empty() && std::find(names.begin(), names.end(), part) == names.end()) {
+      return "no " + std::string(row.name) + " " + printable(part) + choices(part, names);
+    }
+    if (comma == std::string_view::npos) {
+      break;
+    }
+    parts.remove_prefix(comma + 1);
+  }
+  return {};
+}
+
 template <class Read>
 void reading(const std::string& text, const ValueRecord& record, const std::string& place,
              const Read& read) {
@@ -38,11 +65,11 @@ void reading(const std::string& text, const ValueRecord& record, const std::stri
   } catch (const Zel::Exception& failure) {
     std::string message = "bad value " + printable(text) + " for " + place;
     if (const std::vector<std::string> names = namesOf(record); !names.empty()) {
-      const std::string meant = nearest(text, names);
-      message +=
-          meant.empty() ? ", it is one of " + listOf(names) : ", did you mean " + meant + "?";
+      message += choices(text, names);
     } else {
-      message += std::string(": ") + failure.what();
+      const bool hasParts = record.table != nullptr && !text.starts_with("Value(");
+      const std::string wrong = hasParts ? wrongName(text, record.table()) : "";
+      message += ": " + (wrong.empty() ? std::string(failure.what()) : wrong);
     }
     throw Failure(exitBadValue, message);
   }
