@@ -218,6 +218,15 @@ TEST_F(Peers, WhatIsNoSocketIsLeftAlone) {
   EXPECT_FALSE(std::filesystem::exists(socket() + ".lock"));
 }
 
+TEST_F(Peers, ADirectoryThatIsMissingIsNamed) {
+  const std::string path = folder / "run/maint/socket";
+  const auto server = start({"serve", path});
+  EXPECT_EQ(server->hear(), "(ended)");
+  EXPECT_EQ(server->end(), 1);
+  EXPECT_EQ(server->errors(), "net-peer: no directory " + (folder / "run/maint").string() +
+                                  " for the socket " + path + ": make it, or take another path\n");
+}
+
 TEST_F(Peers, APathThatIsTooLongIsSaidSo) {
   const std::string path = folder / std::string(120, 'x').c_str();
   const auto server = start({"serve", path});

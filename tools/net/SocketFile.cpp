@@ -4,6 +4,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
 
 #include <fcntl.h>
 #include <grp.h>
@@ -78,6 +79,10 @@ SocketFile::~SocketFile() {
 void SocketFile::lock() {
   for (;;) {
     lock_ = ::open(lockPath_.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
+    if (lock_ < 0 && errno == ENOENT) {
+      throw ServerError("no directory " + std::filesystem::path(path_).parent_path().string() +
+                        " for the socket " + path_ + ": make it, or take another path");
+    }
     if (lock_ < 0) {
       fail("cannot make " + lockPath_, errno);
     }
