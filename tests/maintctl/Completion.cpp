@@ -18,7 +18,8 @@ std::string offered(const std::string& words) {
 
 TEST(Complete, YieldsCommandsOptionsPathsAndNames) {
   EXPECT_EQ(maintctl("complete").out,
-            "ls\nget\nset\nadd\ndel\ndump\nload\nwatch\nwait\nverify\nserve\nrun\n");
+            "ls\nget\nset\nadd\ndel\ndump\nload\nwatch\nwait\nverify\nserve\nrun\nhelp\n");
+  EXPECT_EQ(maintctl("complete help d").out, "del\ndump\n");
   EXPECT_EQ(maintctl("complete d").out, "del\ndump\n");
   EXPECT_EQ(maintctl("complete -- run --").out,
             "--help\n--json\n--keep-going\n--socket\n--timeout\n--version\n");

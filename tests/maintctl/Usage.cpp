@@ -22,9 +22,18 @@ TEST(Help, ListsTheCommandsTheOptionsAndTheExitStatus) {
   EXPECT_EQ(maintctl("-h").out, result.out);
 }
 
+TEST(Help, IsACommandToo) {
+  EXPECT_EQ(maintctl("help").out, maintctl("--help").out);
+  EXPECT_EQ(maintctl("help").status, 0);
+  EXPECT_EQ(maintctl("help set").out, maintctl("set --help").out);
+  EXPECT_EQ(refusal(2, "help sett"), "maintctl: no command sett, did you mean set?\n");
+  EXPECT_EQ(refusal(2, "help set x"), "maintctl: help takes no x, see 'maintctl help --help'\n");
+  EXPECT_EQ(printed("help get"), printed("get --help"));
+}
+
 TEST(Help, OfEachCommandHasAnExampleOfIt) {
   for (const std::string command :
-       {"ls", "get", "set", "add", "del", "dump", "load", "run", "complete"}) {
+       {"ls", "get", "set", "add", "del", "dump", "load", "run", "help", "complete"}) {
     const Result result = maintctl(command + " --help");
     EXPECT_EQ(result.status, 0) << command;
     EXPECT_TRUE(result.out.find("Usage: maintctl " + command) != std::string::npos) << result.out;
@@ -67,12 +76,18 @@ TEST(Usage, ThatMakesNoSenseIsRefusedWithWhatToDoNext) {
             "maintctl: --timeout: soon is no number of seconds, see 'maintctl ls --help'\n");
   EXPECT_EQ(refusal(2, "--timeout -1 ls"),
             "maintctl: --timeout: -1 is no number of seconds, see 'maintctl ls --help'\n");
+  for (const std::string number : {"0", "-1", "many", "1.5", "99999999999999999999"}) {
+    EXPECT_EQ(refusal(2, "--socket /nowhere/socket serve --max-clients " + number),
+              "maintctl: --max-clients: " + number +
+                  " is no whole number above 0, see 'maintctl serve --help'\n");
+  }
 }
 
 TEST(Usage, TellsTheVersion) {
   const Result result = maintctl("--version");
   EXPECT_EQ(result.out, "maintctl " MAINTCTL_VERSION "\n");
   EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(maintctl("-V").out, result.out);
 }
 
 TEST(Output, ThatCannotBeWrittenIsToldOf) {

@@ -75,6 +75,13 @@ std::string refuseUnlessSeconds(const std::string& text) {
   return isNumber && seconds >= 0 ? "" : printable(text) + " is no number of seconds";
 }
 
+std::string refuseUnlessCount(const std::string& text) {
+  std::size_t count = 0;
+  const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), count);
+  const bool isNumber = failure == std::errc() && end == text.data() + text.size();
+  return isNumber && count > 0 ? "" : printable(text) + " is no whole number above 0";
+}
+
 /// The parameters of one command, as the parser knows them.
 class Declared final : public Parameters {
 public:
@@ -101,7 +108,7 @@ public:
   void option(const char* name, const char* type, std::size_t& to, const char* about) override {
     app_.add_option(dashed(name), to, about)
         ->type_name(type)
-        ->check(CLI::PositiveNumber)
+        ->check(refuseUnlessCount)
         ->capture_default_str();
   }
 
@@ -119,7 +126,7 @@ void declareCommon(CLI::App& app, Options& options) {
     app.add_option("--timeout", options.timeout, "How long a server may take to answer")
         ->type_name("SECONDS")
         ->check(refuseUnlessSeconds);
-    app.set_version_flag("--version", "maintctl " MAINTCTL_VERSION, "Print the version");
+    app.set_version_flag("-V,--version", "maintctl " MAINTCTL_VERSION, "Print the version");
   }
 }
 

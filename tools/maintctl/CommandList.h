@@ -23,6 +23,7 @@ CommandEntry waitCommand();
 CommandEntry verifyCommand();
 CommandEntry serveCommand();
 CommandEntry runCommand();
+CommandEntry helpCommand();
 CommandEntry completeCommand();
 
 } // namespace Maintctl

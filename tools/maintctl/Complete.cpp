@@ -108,7 +108,7 @@ Names completions(const Names& words, bool inScript, const std::function<Device&
   } catch (const std::exception&) {
     return {}; // nobody wants to read it in the midst of a line
   }
-  if (command.empty()) {
+  if (command.empty() || (command == "help" && before.size() == place + 1)) {
     return startingWith(start, commandNames(inScript));
   }
   return start.empty() && entryOf(command, inScript) != nullptr ? Names{"/"} : Names();

@@ -107,9 +107,7 @@ private:
     }
     Options options = context.options();
     options.inScript = true;
-    const bool asksForHelp = isTyped_ && words[0] == "help";
-    const auto command =
-        commandOf(asksForHelp ? std::vector<std::string>{"--help"} : words, options, context.out());
+    const auto command = commandOf(words, options, context.out());
     if (command == nullptr) {
       return exitDone;
     }
