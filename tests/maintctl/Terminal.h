@@ -16,18 +16,27 @@ namespace Maintctl::Test {
 /// A program that runs on a terminal of its own, with what is typed to it and what it shows.
 class Terminal {
 public:
-  explicit Terminal(std::vector<std::string> words) {
+  /// `environment` holds further variables, as `NAME=VALUE`. The program's locale is none that has
+  /// UTF-8, and there is no folder of the user's.
+  explicit Terminal(std::vector<std::string> words, std::vector<std::string> environment = {},
+                    unsigned short columns = 200) {
     std::vector<char*> arguments;
     for (std::string& word : words) {
       arguments.push_back(word.data());
     }
     arguments.push_back(nullptr);
-    winsize size = {50, 200, 0, 0};
+    winsize size = {50, columns, 0, 0};
     child_ = forkpty(&file_, nullptr, nullptr, &size);
     if (child_ == 0) {
       setenv("TERM", "vt100", 1);
       setenv("HOME", "/nonexistent", 1);
+      setenv("LC_ALL", "C", 1);
+      unsetenv("XDG_STATE_HOME");
+      unsetenv("NO_COLOR");
       setenv("ASAN_OPTIONS", "detect_leaks=0", 1); // libedit keeps the names of functions for good
+      for (std::string& variable : environment) {
+        putenv(variable.data());
+      }
       execv(arguments[0], arguments.data());
       _exit(127);
     }

@@ -1,4 +1,5 @@
 #include "CommandList.h"
+#include "Table.h"
 #include "Tree.h"
 #include "Values.h"
 
@@ -121,25 +122,12 @@ std::vector<Line> linesOf(const Target& target, Device& device) {
   return lines;
 }
 
-/// Names and types in columns; a longer one moves only its own line.
 void print(std::ostream& out, const std::vector<Line>& lines) {
-  constexpr std::size_t widest = 48;
-  std::size_t nameWidth = 0;
-  std::size_t typeWidth = 0;
+  Table table;
   for (const Line& line : lines) {
-    nameWidth = std::max(nameWidth, std::min(line.name.size(), widest));
-    typeWidth = std::max(typeWidth, std::min(line.type.size(), widest));
+    table.add({line.name, line.type, line.detail});
   }
-  for (const Line& line : lines) {
-    const auto gap = [](const std::string& text, std::size_t width) {
-      return std::string(width > text.size() ? width - text.size() + 2 : 2, ' ');
-    };
-    out << line.name << gap(line.name, nameWidth) << line.type;
-    if (!line.detail.empty()) {
-      out << gap(line.type, typeWidth) << line.detail;
-    }
-    out << '\n';
-  }
+  table.print(out, Screen::ofOutput());
 }
 
 class Ls : public Command {

@@ -1,6 +1,7 @@
 #include "RemoteDevice.h"
 
 #include "Failure.h"
+#include "Utf8.h"
 
 #include <chrono>
 #include <memory>
@@ -13,7 +14,7 @@ using Zel::Session;
 
 namespace {
 
-std::string text(const Zel::String8& text) { return Net::printable(text.view()); }
+std::string text(const Zel::String8& text) { return shown(text.view()); }
 
 /// Why nobody answers at a path.
 Failure noServer(const std::string& path, const std::error_code& why) {

@@ -5,6 +5,7 @@
 #include "Guard.h"
 #include "Input.h"
 #include "Lines.h"
+#include "Utf8.h"
 #include "Words.h"
 
 #include <unistd.h>
@@ -92,7 +93,7 @@ private:
     }
     context.out().flush(); // what was printed comes before the complaint
     if (!complaint.empty()) {
-      std::cerr << lines.where() << complaint << '\n';
+      std::cerr << shown(lines.where() + complaint) << '\n';
     }
     return code;
   }

@@ -2,6 +2,7 @@
 
 #include "Failure.h"
 #include "Nearest.h"
+#include "Utf8.h"
 #include "Words.h"
 
 #include <Zel/ValueBuilder>
@@ -85,7 +86,7 @@ nlohmann::json numberOf(double number) {
 } // namespace
 
 std::string textForm(const ValueRecord& record, const void* value) {
-  return std::string(Zel::textOf(record, value).view());
+  return shown(Zel::textOf(record, value).view());
 }
 
 void readText(const std::string& text, const ValueRecord& record, void* fresh,
@@ -114,14 +115,17 @@ std::string segmentOf(const ValueRecord& record, const void* key) {
 std::string escaped(std::string_view path) {
   static constexpr char digits[] = "0123456789ABCDEF";
   std::string result;
-  for (const char character : path) {
-    const auto byte = static_cast<unsigned char>(character);
-    if (byte <= ' ' || byte == 0x7f ||
-        std::string_view("'\"\\#()[]{}").find(character) != std::string_view::npos) {
-      result += {'%', digits[byte >> 4], digits[byte & 15]};
+  while (!path.empty()) {
+    const std::size_t bytes = shownBytes(path);
+    if (bytes != 0 && std::string_view(" '\"\\#()[]{}").find(path.front()) == path.npos) {
+      result += path.substr(0, bytes);
     } else {
-      result += character;
+      for (const char character : path.substr(0, std::max<std::size_t>(bytes, 1))) {
+        const auto byte = static_cast<unsigned char>(character);
+        result += {'%', digits[byte >> 4], digits[byte & 15]};
+      }
     }
+    path.remove_prefix(std::max<std::size_t>(bytes, 1));
   }
   return result;
 }

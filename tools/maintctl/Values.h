@@ -9,7 +9,7 @@
 
 namespace Maintctl {
 
-/// The text form.
+/// The text form. What is not to be shown on a terminal is escaped in it, which reads back.
 std::string textForm(const Zel::ValueRecord& record, const void* value);
 
 /// Reads a value from the text form or, where that would need quotes or a frame, from the bare text
@@ -23,11 +23,11 @@ void readText(const std::string& text, const Zel::ValueRecord& record, void* fre
 void readKey(const std::string& segment, const Zel::ValueRecord& record, void* fresh,
              const std::string& place);
 
-/// The segment of a key as it stands in a path. Bytes that would need quotes in a shell or a script
-/// are escaped too, which the library reads as well.
+/// The segment of a key as it stands in a path. What would need quotes in a shell or a script, or
+/// is not to be shown on a terminal, is escaped too, which the library reads as well.
 std::string segmentOf(const Zel::ValueRecord& record, const void* key);
 
-/// Escapes those bytes in a path or a segment that the library has printed.
+/// Escapes that in a path or a segment that the library has printed.
 std::string escaped(std::string_view path);
 
 /// Truths and numbers as such, of values with attributes an object, all else a string without the

@@ -1,5 +1,6 @@
 #include "CommandList.h"
 #include "RemoteDevice.h"
+#include "Utf8.h"
 #include "Values.h"
 #include "Walk.h"
 #include "WatchedTree.h"
@@ -48,7 +49,7 @@ public:
 
   /// How a mirror stands.
   void state(const std::string& root, const std::string& text, const Mount& mount) {
-    const std::string reason = Net::printable(mount.reason().view());
+    const std::string reason = shown(mount.reason().view());
     if (isJson_) {
       json all{{"path", root}, {"state", Mount::stateName(mount.state())}};
       if (!reason.empty()) {

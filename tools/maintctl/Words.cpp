@@ -1,6 +1,7 @@
 #include "Words.h"
 
 #include "Failure.h"
+#include "Utf8.h"
 
 #include <Zel/Text>
 
@@ -74,10 +75,15 @@ std::string unquoted(const std::string& word) {
 
 std::string printable(std::string_view text) {
   constexpr std::size_t longest = 60;
-  const bool isLong = text.size() > longest;
-  const std::string quoted(Zel::valueToStrep(Zel::String8(text.substr(0, longest))).view());
+  const std::string_view whole = text;
+  text = text.substr(0, longest);
+  for (int bytes = 1; text.size() < whole.size() && bytes < 4; ++bytes) { // no half of a character
+    text.remove_suffix((whole[text.size()] & 0xc0) == 0x80 ? 1 : 0);
+  }
+  const bool isLong = text.size() < whole.size();
+  const std::string quoted = shown(Zel::valueToStrep(Zel::String8(text)).view());
   // Quotes only where something shows that they are needed.
-  const bool isPlain = !text.empty() && quoted.size() == text.substr(0, longest).size() + 2 &&
+  const bool isPlain = !text.empty() && quoted.size() == text.size() + 2 &&
                        text.find_first_of(blanks) == std::string_view::npos;
   return (isPlain ? quoted.substr(1, quoted.size() - 2) : quoted) + (isLong ? "..." : "");
 }

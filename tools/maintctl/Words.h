@@ -14,7 +14,7 @@ std::vector<std::string> wordsOf(std::string_view line);
 /// A word without the quotes that it may stand in. Throws `Failure` on bad escapes in them.
 std::string unquoted(const std::string& word);
 
-/// A text for a message: control bytes escaped, and of a long one the beginning.
+/// A text for a message: what is not to be shown escaped, and of a long one the beginning.
 std::string printable(std::string_view text);
 
 } // namespace Maintctl

@@ -4,6 +4,7 @@
 #include "CommandLine.h"
 #include "Guard.h"
 #include "Output.h"
+#include "Utf8.h"
 
 #include <unistd.h>
 
@@ -47,7 +48,7 @@ int runWords(const std::vector<std::string>& words, std::ostream& out) {
 int complain() {
   const Failure failure = currentFailure();
   if (failure.code() != exitPipe) {
-    std::cerr << "maintctl: " << failure.what() << '\n';
+    std::cerr << "maintctl: " << shown(failure.what()) << '\n';
   }
   return failure.code();
 }
