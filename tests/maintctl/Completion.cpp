@@ -22,7 +22,7 @@ TEST(Complete, YieldsCommandsOptionsPathsAndNames) {
   EXPECT_EQ(maintctl("complete help d").out, "del\ndump\n");
   EXPECT_EQ(maintctl("complete d").out, "del\ndump\n");
   EXPECT_EQ(maintctl("complete -- run --").out,
-            "--help\n--json\n--keep-going\n--socket\n--timeout\n--version\n");
+            "--help\n--json\n--keep-going\n--local\n--socket\n--timeout\n--version\n");
   EXPECT_EQ(maintctl("complete /").out,
             "/agentInfo/\n/cliInput/\n/defaultProfile/\n/groupToUnit/\n/groups/\n"
             "/mergedInput/\n/onBootInput/\n/profiles/\n/status/\n"
@@ -53,9 +53,9 @@ TEST(Complete, YieldsMembersEntriesAndValues) {
 TEST(BashCompletion, AsksTheProgram) {
   EXPECT_EQ(offered("lo"), "load\n");
   EXPECT_EQ(offered("--json ge"), "get\n");
-  EXPECT_EQ(offered("get /def"), "/defaultProfile/\n");
+  EXPECT_EQ(offered("--local get /def"), "/defaultProfile/\n");
   EXPECT_EQ(offered("get --js"), "--json\n");
-  EXPECT_EQ(offered("--timeout 5 get /profiles/"), "/profiles/config/\n");
+  EXPECT_EQ(offered("--timeout 5 --local get /profiles/"), "/profiles/config/\n");
 }
 
 TEST(BashCompletion, LeavesFilesToTheShell) {

@@ -105,7 +105,7 @@ TEST(Dump, ReplacesAFileAndKeepsItsMode) {
   EXPECT_EQ(modeOf(file), 0640);
   EXPECT_EQ(filesIn(folder), 1U);
   const std::string fresh = folder / "fresh";
-  EXPECT_EQ(Support::shell("umask 027; '" MAINTCTL_PROGRAM "' dump '" + fresh + "'").status, 0);
+  EXPECT_EQ(Support::shell("umask 027; " + program + "--local dump '" + fresh + "'").status, 0);
   EXPECT_EQ(modeOf(fresh), 0640);
 }
 
@@ -128,7 +128,7 @@ TEST(Dump, TellsOfAFullDiskAndLeavesWhatWasThere) {
   for (int unit = 0; unit < 20; ++unit) {
     lines += "add /status/unit" + std::to_string(unit) + "\n";
   }
-  const Result result = Support::shell("trap '' XFSZ; ulimit -f 8; '" MAINTCTL_PROGRAM "' run",
+  const Result result = Support::shell("trap '' XFSZ; ulimit -f 8; " + program + "run",
                                        lines + "dump '" + file + "'\n");
   EXPECT_EQ(result.err, "<stdin>:21: cannot write " + file + ": File too large\n");
   EXPECT_EQ(result.status, 9);

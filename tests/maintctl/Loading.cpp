@@ -101,7 +101,7 @@ TEST(Load, ShowsOnATerminalHowFarItHasCome) {
   Terminal terminal({"/bin/sh", "-c",
                      "{ for n in 1 2 3 4 5 6 7 8; do "
                      "seq 300 | sed \"s,.*,/status/u$n-&,\"; sleep 0.2; done; read line; } | "
-                     "'" MAINTCTL_PROGRAM "' load -"});
+                     "'" MAINTCTL_PROGRAM "' --local load -"});
   EXPECT_TRUE(terminal.shows("loading <stdin>: ")) << terminal.shown();
   EXPECT_TRUE(terminal.shows(" lines"));
   terminal.type("done\r");

@@ -10,13 +10,16 @@ namespace Maintctl::Test {
 using Support::Folder;
 using Support::Result;
 
-/// Runs the program with these arguments, in the words of a shell.
+/// The program as the shell calls it, where nothing names a server but its words.
+inline const std::string program = "MAINTCTL_SOCKET= XDG_RUNTIME_DIR= '" MAINTCTL_PROGRAM "' ";
+
+/// Runs the program with these arguments, in the words of a shell, on a tree of its own.
 inline Result maintctl(const std::string& arguments, const std::string& input = "") {
-  return Support::shell("'" MAINTCTL_PROGRAM "' " + arguments, input);
+  return Support::shell(program + "--local " + arguments, input);
 }
 
 /// Runs commands, one a line, on one tree.
-inline Result commands(const std::string& lines) { return maintctl("run", lines); }
+inline Result commands(const std::string& lines) { return Support::shell(program + "run", lines); }
 
 /// What commands print that all succeed.
 inline std::string printed(const std::string& lines) {

@@ -73,7 +73,7 @@ protected:
   Terminal terminal{{MAINTCTL_PROGRAM, "run"}};
 
   void enter(const std::string& line) {
-    ASSERT_TRUE(terminal.shows("maintctl> ")) << terminal.shown();
+    ASSERT_TRUE(terminal.shows("maintctl (local)> ")) << terminal.shown();
     terminal.type(line + "\r");
   }
 };
@@ -93,7 +93,7 @@ TEST_F(Typed, TheTabulatorCompletesCommandsPathsAndValues) {
   enter("se\t/sta\tSy\tunitT\tdy\t");
   enter("get /status/System/unitType");
   EXPECT_TRUE(terminal.shows("\r\n'dynamic'\r\n")) << terminal.shown();
-  ASSERT_TRUE(terminal.shows("maintctl> "));
+  ASSERT_TRUE(terminal.shows("maintctl (local)> "));
   terminal.type("get /defaultProfile/\t");
   EXPECT_TRUE(terminal.shows("systemDefaultProfileName\r\nprofileName\r\nreservedProfileName\r\n"))
       << terminal.shown();
@@ -109,7 +109,7 @@ TEST_F(Typed, LinesComeBackFromTheHistoryToBeEdited) {
         "c"); // the line before, and one letter more
   enter("get /defaultProfile/profileName");
   EXPECT_TRUE(terminal.shows("\r\n'abc'\r\n")) << terminal.shown();
-  ASSERT_TRUE(terminal.shows("maintctl> "));
+  ASSERT_TRUE(terminal.shows("maintctl (local)> "));
   // The prompt comes a moment before the editor takes the keys over from the terminal, for which
   // an end is none for the editor. What only the editor lists says that it has.
   terminal.type("\t");

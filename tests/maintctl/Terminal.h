@@ -29,6 +29,7 @@ public:
     child_ = forkpty(&file_, nullptr, nullptr, &size);
     if (child_ == 0) {
       setenv("TERM", "vt100", 1);
+      unsetenv("MAINTCTL_SOCKET");
       setenv("HOME", "/nonexistent", 1);
       setenv("LC_ALL", "C", 1);
       unsetenv("XDG_STATE_HOME");

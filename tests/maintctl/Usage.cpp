@@ -15,7 +15,7 @@ TEST(Help, ListsTheCommandsTheOptionsAndTheExitStatus) {
        {"  ls       ", "  get      ", "  set      ", "  add      ", "  del      ", "  dump     ",
         "  load     ", "  run      ", "  --socket PATH", "  --json", "  --timeout SECONDS",
         "Exit status:\n  0    done\n", "\n  141  whoever read the output has gone\n",
-        "Examples:\n  maintctl --socket /run/maint.sock ls /status\n", "Usage: maintctl"}) {
+        "Examples:\n  maintctl ls /status\n", "Usage: maintctl"}) {
     EXPECT_NE(result.out.find(part), std::string::npos) << part << "\n" << result.out;
   }
   EXPECT_EQ(result.out.find("complete"), std::string::npos);
@@ -57,9 +57,9 @@ TEST(Help, OfOneCommandSaysWhatItTakes) {
             "  -h,--help                   Print this help\n"
             "\n"
             "Examples:\n"
-            "  maintctl --socket /run/maint.sock set /status/System/state underMaintenance\n"
-            "  maintctl --socket /run/maint.sock set /status/System/aggTrafficRate 1000,2000,12.5\n"
-            "  maintctl --socket /run/maint.sock set /defaultProfile/profileName "
+            "  maintctl set /status/System/state underMaintenance\n"
+            "  maintctl set /status/System/aggTrafficRate 1000,2000,12.5\n"
+            "  maintctl set /defaultProfile/profileName "
             "\"'drain slowly'\"\n");
 }
 
@@ -91,7 +91,7 @@ TEST(Usage, TellsTheVersion) {
 }
 
 TEST(Output, ThatCannotBeWrittenIsToldOf) {
-  const Result result = Support::shell("'" MAINTCTL_PROGRAM "' ls >/dev/full");
+  const Result result = Support::shell(program + "--local ls >/dev/full");
   EXPECT_EQ(result.err, "maintctl: cannot write the output: No space left on device\n");
   EXPECT_EQ(result.status, 9);
 }
@@ -106,7 +106,7 @@ TEST(Output, ThatNobodyReadsEndsTheProgramQuietly) {
   }
   const std::string tree = folder.write("tree", lines);
   const Result result =
-      Support::shell("{ '" MAINTCTL_PROGRAM "' run; echo $? >'" + file + "'; } | head -n 1",
+      Support::shell("{ " + program + "run; echo $? >'" + file + "'; } | head -n 1",
                      "load '" + tree + "'\ndump\nls\n");
   EXPECT_EQ(result.out,
             "# The tree of a device: members by their paths, and values behind theirs.\n");

@@ -62,13 +62,43 @@ TEST_F(Commands, ASecondServerOnOnePathIsSaidSo) {
   EXPECT_EQ(result.err, "maintctl: a server is running at socket\n");
 }
 
+TEST_F(Commands, FindTheServerThatTheEnvironmentNames) {
+  const Result result = run("export MAINTCTL_SOCKET=socket\n'" MAINTCTL_PROGRAM
+                            "' serve 2>log & server=$!; own() { '" MAINTCTL_PROGRAM "' \"$@\"; }\n"
+                            "own wait --live; own add /status/System; own ls /status/status\n"
+                            "echo 'ls /status/status' | own run; ctl ls /status/status; "
+                            "own --local ls /status/status; stop");
+  EXPECT_EQ(result.out, "System  Maintenance::Unit::Status\n"
+                        "System  Maintenance::Unit::Status\n"
+                        "System  Maintenance::Unit::Status\n");
+  EXPECT_EQ(result.err, "");
+}
+
+TEST_F(Commands, FindTheUsersOwnServerWithoutAWord) {
+  // In the folder of the user, as whom the server runs; of root it is the device's, which a test
+  // leaves alone.
+  const bool isRoot = ::geteuid() == 0;
+  const std::string as = isRoot ? "setpriv --reuid 65534 --regid 65534 --clear-groups " : "";
+  if (Support::shell(as + "'" MAINTCTL_PROGRAM "' --version").status != 0) {
+    GTEST_SKIP() << "no other user can run " MAINTCTL_PROGRAM;
+  }
+  const Result result = run(
+      "chmod 777 .; export MAINTCTL_SOCKET= XDG_RUNTIME_DIR=\"$PWD\"\n" + as +
+      "'" MAINTCTL_PROGRAM "' serve 2>log & server=$!; own() { '" MAINTCTL_PROGRAM "' \"$@\"; }\n"
+      "appears log listening; own add /status/System; own ls /status/status; ls *.sock\n"
+      "echo 'ls /status/status' | own run; stop");
+  EXPECT_EQ(result.out, "System  Maintenance::Unit::Status\nmaintctl.sock\n");
+  EXPECT_EQ(result.err, "");
+}
+
 TEST_F(Commands, ServeNeedsASocketAndSensibleOptions) {
-  const Result result = run("'" MAINTCTL_PROGRAM "' serve; echo $?; ctl serve --mode 999; echo $?;"
-                            "ctl serve --group nobody-at-all; echo $?;"
-                            "echo nonsense > state; ctl serve --load state; echo $?; ls");
+  const Result result =
+      run("'" MAINTCTL_PROGRAM "' --local serve; echo $?; ctl serve --mode 999; echo $?;"
+          "ctl serve --group nobody-at-all; echo $?;"
+          "echo nonsense > state; ctl serve --load state; echo $?; ls");
   EXPECT_EQ(result.out, "2\n2\n1\n4\nstate\n");
   EXPECT_EQ(result.err,
-            "maintctl: serve needs a socket: maintctl --socket PATH serve\n"
+            "maintctl: serve needs a socket, leave out --local\n"
             "maintctl: no mode of a file: 999, such as 660\n"
             "maintctl: no group nobody-at-all\n"
             "maintctl: state:1: a line begins with a path or, as a comment, with #, got nonsense; "
@@ -176,12 +206,12 @@ TEST_F(Commands, AWatchTellsOfItsPathsAloneAndInJson) {
 
 TEST_F(Commands, AWatchOfWhatCannotBeIsSaidSo) {
   const Result result = run("serve; ctl watch /status/System/stat; echo $?; ctl watch /nothing;"
-                            "echo $?; '" MAINTCTL_PROGRAM "' watch; echo $?; stop");
+                            "echo $?; '" MAINTCTL_PROGRAM "' --local watch; echo $?; stop");
   EXPECT_EQ(result.out, "3\n3\n2\n");
   EXPECT_EQ(result.err,
             "maintctl: no attribute stat of /status/status/System, did you mean state?\n"
             "maintctl: no root nothing, 'ls /' lists all\n"
-            "maintctl: watch needs a server: maintctl --socket PATH watch\n");
+            "maintctl: watch needs a server: nobody else changes a tree of its own\n");
 }
 
 TEST_F(Commands, AWaitEndsWhenTheValueIsThere) {
@@ -303,7 +333,7 @@ TEST_F(Commands, TheDemonstrationShowsAMirrorThatFollows) {
                         "System     Maintenance::Unit::Status\n"
                         "$ maintctl verify /status\n"
                         "/status: equal\n"
-                        "$ maintctl run drain.commands\n"
+                        "$ maintctl --local run drain.commands\n"
                         "'underMaintenance'\n"
                         "1  Zel::String  'maintenance asked for by operator \\'mkr\\''\n"
                         "Linecard3  Maintenance::Unit::Status\n"

@@ -29,10 +29,10 @@ private:
 
 CommandEntry addCommand() {
   return {"add", "Make a member or an entry of a collection",
-          "  maintctl --socket /run/maint.sock add /status/Linecard3\n"
-          "  maintctl --socket /run/maint.sock add /status/Linecard3/group/groupTypeBgp,transit\n"
-          "  maintctl --socket /run/maint.sock add /status/Linecard3/history/12.5 \"drain begun\"\n"
-          "  maintctl --socket /run/maint.sock add /mergedInput/Linecard3 srcCli",
+          "  maintctl add /status/Linecard3\n"
+          "  maintctl add /status/Linecard3/group/groupTypeBgp,transit\n"
+          "  maintctl add /status/Linecard3/history/12.5 \"drain begun\"\n"
+          "  maintctl add /mergedInput/Linecard3 srcCli",
           make<Add>};
 }
 

@@ -1,6 +1,7 @@
 #include "CommandLine.h"
 
 #include "Nearest.h"
+#include "Socket.h"
 #include "Words.h"
 
 #include <CLI/CLI.hpp>
@@ -15,8 +16,8 @@ namespace {
 
 constexpr const char* purpose =
     "Looks at and changes the state of a device's maintenance mode, value by value: in a\n"
-    "server that --socket names or, without it, in an empty tree that lasts as long as the\n"
-    "command.";
+    "server, which --socket or MAINTCTL_SOCKET may name, or with --local in an empty tree\n"
+    "that lasts as long as the command.";
 
 constexpr const char* exitStatus = R"(Exit status:
   0    done
@@ -33,8 +34,8 @@ constexpr const char* exitStatus = R"(Exit status:
   141  whoever read the output has gone
 
 Examples:
-  maintctl --socket /run/maint.sock ls /status
-  maintctl --socket /run/maint.sock set /status/System/state underMaintenance
+  maintctl ls /status
+  maintctl set /status/System/state underMaintenance
   maintctl run commands.txt)";
 
 /// The library's own begin with a capital, and may end in a full stop.
@@ -122,7 +123,10 @@ void declareCommon(CLI::App& app, Options& options) {
   app.set_help_flag("-h,--help", "Print this help");
   app.add_flag("--json", options.json, "Print JSON, for machines");
   if (!options.inScript) {
-    app.add_option("--socket", options.socket, "Socket of a server")->type_name("PATH");
+    app.add_option("--socket", options.socket, "Socket of a server")
+        ->type_name("PATH")
+        ->check([](const std::string& path) { return path.empty() ? "it is empty" : ""; });
+    app.add_flag("--local", options.isLocal, "Use an empty tree of its own, with no server");
     app.add_option("--timeout", options.timeout, "How long a server may take to answer")
         ->type_name("SECONDS")
         ->check(refuseUnlessSeconds);
@@ -256,9 +260,17 @@ std::unique_ptr<Command> commandOf(const std::vector<std::string>& words, Option
       declare(app, entry, *made.back());
     }
   }
+  const auto optionsEnd =
+      static_cast<std::size_t>(std::find(words.begin(), words.end(), "--") - words.begin());
   std::vector<std::string> reversed; // as the parser wants them
   for (std::size_t at = words.size(); at-- > 0;) {
-    reversed.push_back(at > place ? guarded(words[at]) : words[at]);
+    const std::string& word = words[at];
+    if (at < optionsEnd && word.starts_with("--") && word.find('=') == word.size() - 1) {
+      reversed.emplace_back(); // else the parser would take the next word for the value
+      reversed.push_back(word.substr(0, word.size() - 1));
+    } else {
+      reversed.push_back(at > place ? guarded(word) : word);
+    }
   }
   try {
     app.parse(std::move(reversed));
@@ -274,6 +286,9 @@ std::unique_ptr<Command> commandOf(const std::vector<std::string>& words, Option
     throw Failure(exitUsage,
                   (name.empty() ? std::string("no command given") : inOurManner(failure.what())) +
                       seeHelp(options, name));
+  }
+  if (!options.inScript) {
+    settleSocket(options, chosen->tree, SocketPlaces::here());
   }
   return std::move(made.front());
 }

@@ -13,6 +13,7 @@ namespace Maintctl {
 /// What all commands are told.
 struct Options {
   std::string socket;    ///< of a server; empty for a tree in this process
+  bool isLocal = false;  ///< a tree in this process is asked for
   bool json = false;     ///< output for machines
   double timeout = 10;   ///< seconds that a server has to answer
   bool inScript = false; ///< the words come from a line of `run`, where quotes are left on them
@@ -82,6 +83,13 @@ public:
   virtual int run(Context& context) = 0;
 };
 
+/// The tree that a command acts on where nothing names one.
+enum class DefaultTree {
+  server, ///< of the nearest server
+  own,    ///< in this process
+  served, ///< in this process, for others
+};
+
 /// What there is to know of a command before it runs.
 struct CommandEntry {
   const char* name;
@@ -90,6 +98,7 @@ struct CommandEntry {
   std::unique_ptr<Command> (*make)();
   bool inScripts = true; ///< whether a line of `run` may be one
   bool isShown = true;   ///< whether the list of commands has it
+  DefaultTree tree = DefaultTree::server;
 };
 
 /// All commands, in the order of the help. To add one, write its file and name it in

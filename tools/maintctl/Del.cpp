@@ -25,8 +25,8 @@ private:
 
 CommandEntry delCommand() {
   return {"del", "Take a member or an entry out of a collection",
-          "  maintctl --socket /run/maint.sock del /status/Linecard3\n"
-          "  maintctl --socket /run/maint.sock del /status/System/group/groupTypeBgp,transit",
+          "  maintctl del /status/Linecard3\n"
+          "  maintctl del /status/System/group/groupTypeBgp,transit",
           make<Del>};
 }
 

@@ -79,8 +79,8 @@ void dump(Device& device, std::ostream& out) {
 
 CommandEntry dumpCommand() {
   return {"dump", "Write the whole tree as text that load reads back",
-          "  maintctl --socket /run/maint.sock dump units.dump\n"
-          "  maintctl --socket /run/maint.sock dump | grep /state",
+          "  maintctl dump units.dump\n"
+          "  maintctl dump | grep /state",
           make<Dump>};
 }
 

@@ -13,7 +13,7 @@ namespace Maintctl {
 /// What holds the C library's objects.
 class Editor::Library {
 public:
-  explicit Library(Completer completer);
+  Library(std::string prompt, Completer completer);
   Library(const Library&) = delete;
   Library& operator=(const Library&) = delete;
   ~Library() {
@@ -24,10 +24,12 @@ public:
   bool next(std::string& line);
 
 private:
+  static Library& of(EditLine* editor);
   static unsigned char complete(EditLine* editor, int key);
   unsigned char complete();
   static void list(const std::vector<std::string>& names);
 
+  std::string prompt_;
   const Completer completer_;
   EditLine* const editor_;
   History* const history_;
@@ -58,9 +60,9 @@ std::vector<std::string> wordsSoFar(std::string_view line) {
 
 } // namespace
 
-Editor::Library::Library(Completer completer)
-    : completer_(std::move(completer)), editor_(el_init("maintctl", stdin, stdout, stderr)),
-      history_(history_init()) {
+Editor::Library::Library(std::string prompt, Completer completer)
+    : prompt_(std::move(prompt)), completer_(std::move(completer)),
+      editor_(el_init("maintctl", stdin, stdout, stderr)), history_(history_init()) {
   if (editor_ == nullptr || history_ == nullptr) {
     throw Failure(exitFailed, "the terminal cannot be used");
   }
@@ -71,7 +73,7 @@ Editor::Library::Library(Completer completer)
   el_set(editor_, EL_SIGNAL, 1); // the terminal is put right before a signal acts
   el_set(editor_, EL_EDITOR, "emacs");
   el_set(
-      editor_, EL_PROMPT, +[](EditLine* /*editor*/) { return const_cast<char*>("maintctl> "); });
+      editor_, EL_PROMPT, +[](EditLine* editor) { return of(editor).prompt_.data(); });
   el_set(editor_, EL_HIST, history, history_);
   using Function = unsigned char (*)(EditLine*, int);
   el_set(editor_, EL_ADDFN, "maintctl-complete", "Completes a word",
@@ -99,11 +101,15 @@ bool Editor::Library::next(std::string& line) {
   return true;
 }
 
-unsigned char Editor::Library::complete(EditLine* editor, int /*key*/) {
+Editor::Library& Editor::Library::of(EditLine* editor) {
   void* data = nullptr;
   el_get(editor, EL_CLIENTDATA, &data);
+  return *static_cast<Library*>(data);
+}
+
+unsigned char Editor::Library::complete(EditLine* editor, int /*key*/) {
   try {
-    return static_cast<Library*>(data)->complete();
+    return of(editor).complete();
   } catch (const std::exception&) {
     return CC_REFRESH_BEEP; // no exception may pass through the C library
   }
@@ -139,7 +145,8 @@ void Editor::Library::list(const std::vector<std::string>& names) {
   }
 }
 
-Editor::Editor(Completer completer) : library_(std::make_unique<Library>(std::move(completer))) {}
+Editor::Editor(std::string prompt, Completer completer)
+    : library_(std::make_unique<Library>(std::move(prompt), std::move(completer))) {}
 Editor::~Editor() = default;
 
 bool Editor::next(std::string& line) { return library_->next(line); }

@@ -15,7 +15,7 @@ public:
   /// yields what it could become.
   using Completer = std::function<std::vector<std::string>(const std::vector<std::string>&)>;
 
-  explicit Editor(Completer completer);
+  Editor(std::string prompt, Completer completer);
   ~Editor() override;
 
   bool next(std::string& line) override;

@@ -157,9 +157,9 @@ private:
 
 CommandEntry getCommand() {
   return {"get", "Print a value, or all values of an entity",
-          "  maintctl --socket /run/maint.sock get /status/System/state\n"
-          "  maintctl --socket /run/maint.sock get /status/System\n"
-          "  maintctl --socket /run/maint.sock get --json /status",
+          "  maintctl get /status/System/state\n"
+          "  maintctl get /status/System\n"
+          "  maintctl get --json /status",
           make<Get>};
 }
 

@@ -119,8 +119,8 @@ std::size_t loadFile(Device& device, const std::string& name) {
 
 CommandEntry loadCommand() {
   return {"load", "Read what dump has written into the tree, on top of what is there",
-          "  maintctl --socket /run/maint.sock load units.dump\n"
-          "  maintctl --socket /run/other.sock dump | maintctl --socket /run/maint.sock load -",
+          "  maintctl load units.dump\n"
+          "  maintctl --socket /run/other.sock dump | maintctl load -",
           make<Load>};
 }
 

@@ -159,9 +159,9 @@ private:
 
 CommandEntry lsCommand() {
   return {"ls", "List roots, members, and attributes with type and value",
-          "  maintctl --socket /run/maint.sock ls\n"
-          "  maintctl --socket /run/maint.sock ls /status\n"
-          "  maintctl --socket /run/maint.sock ls /status/System",
+          "  maintctl ls\n"
+          "  maintctl ls /status\n"
+          "  maintctl ls /status/System",
           make<Ls>};
 }
 

@@ -40,9 +40,11 @@ public:
   int run(Context& context) override {
     if (file_.empty() && isTerminal()) {
       isTyped_ = true;
-      Editor editor([&](const std::vector<std::string>& words) {
-        return completions(words, true, [&]() -> Device& { return context.device(); });
-      });
+      const bool isOwn = context.options().socket.empty();
+      Editor editor(
+          isOwn ? "maintctl (local)> " : "maintctl> ", [&](const std::vector<std::string>& words) {
+            return completions(words, true, [&]() -> Device& { return context.device(); });
+          });
       runAll(editor, context);
       return exitDone; // each failure has been seen
     }
@@ -137,11 +139,15 @@ bool FileLines::next(std::string& line) {
 }
 
 CommandEntry runCommand() {
-  return {"run", "Run commands, one a line, from a file, a pipe or a terminal",
+  return {"run",
+          "Run commands, one a line, from a file, a pipe or a terminal",
           "  maintctl run commands.txt\n"
           "  maintctl run --keep-going < commands.txt\n"
-          "  maintctl --socket /run/maint.sock run",
-          make<Run>, false};
+          "  maintctl run",
+          make<Run>,
+          false,
+          true,
+          DefaultTree::own};
 }
 
 } // namespace Maintctl

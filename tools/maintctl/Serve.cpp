@@ -46,9 +46,6 @@ public:
   int run(Context& context) override {
     Net::ServerOptions options;
     options.path = context.options().socket;
-    if (options.path.empty()) {
-      throw Failure(exitUsage, "serve needs a socket: maintctl --socket PATH serve");
-    }
     options.access.mode = modeOf(mode_);
     options.maxClients = maxClients_;
     options.session.name = "maintctl serve";
@@ -102,12 +99,16 @@ private:
 } // namespace
 
 CommandEntry serveCommand() {
-  return {"serve", "Hold the state of a device and serve it at a socket",
-          "  maintctl --socket /run/maint.sock serve\n"
-          "  maintctl --socket /run/maint.sock serve --load state.txt --mode 660 --group netops\n"
+  return {"serve",
+          "Hold the state of a device and serve it at a socket",
+          "  maintctl serve\n"
+          "  maintctl serve --load state.txt --mode 660 --group netops\n"
           "\nIt ends on Ctrl-C and on SIGTERM, and removes the socket. What happens is told on\n"
           "standard error.",
-          make<Serve>, false};
+          make<Serve>,
+          false,
+          true,
+          DefaultTree::served};
 }
 
 } // namespace Maintctl

@@ -28,9 +28,9 @@ private:
 
 CommandEntry setCommand() {
   return {"set", "Change a value",
-          "  maintctl --socket /run/maint.sock set /status/System/state underMaintenance\n"
-          "  maintctl --socket /run/maint.sock set /status/System/aggTrafficRate 1000,2000,12.5\n"
-          "  maintctl --socket /run/maint.sock set /defaultProfile/profileName \"'drain slowly'\"",
+          "  maintctl set /status/System/state underMaintenance\n"
+          "  maintctl set /status/System/aggTrafficRate 1000,2000,12.5\n"
+          "  maintctl set /defaultProfile/profileName \"'drain slowly'\"",
           make<Set>};
 }
 

@@ -78,8 +78,8 @@ private:
 
 CommandEntry verifyCommand() {
   return {"verify", "Compare a mirror of the server's state with the original, by digest",
-          "  maintctl --socket /run/maint.sock verify\n"
-          "  maintctl --socket /run/maint.sock verify /status || echo differs",
+          "  maintctl verify\n"
+          "  maintctl verify /status || echo differs",
           make<Verify>};
 }
 

@@ -137,8 +137,8 @@ private:
 
 CommandEntry waitCommand() {
   return {"wait", "Wait until a value is what it should be, or a server is there",
-          "  maintctl --socket /run/maint.sock wait /status/System/state underMaintenance\n"
-          "  maintctl --socket /run/maint.sock --timeout 60 wait --live\n"
+          "  maintctl wait /status/System/state underMaintenance\n"
+          "  maintctl --timeout 60 wait --live\n"
           "\nIt waits for as long as --timeout says, for a server too.",
           make<Wait>};
 }

@@ -147,7 +147,7 @@ public:
   int run(Context& context) override {
     const Options& options = context.options();
     if (options.socket.empty()) {
-      throw Failure(exitUsage, "watch needs a server: maintctl --socket PATH watch");
+      throw Failure(exitUsage, "watch needs a server: nobody else changes a tree of its own");
     }
     RemoteDevice::Settings settings;
     settings.path = options.socket;
@@ -212,9 +212,9 @@ private:
 
 CommandEntry watchCommand() {
   return {"watch", "Print each change as it happens, over restarts of the server",
-          "  maintctl --socket /run/maint.sock watch\n"
-          "  maintctl --socket /run/maint.sock watch /status/System /profiles\n"
-          "  maintctl --socket /run/maint.sock --json watch --initial /status | jq .\n"
+          "  maintctl watch\n"
+          "  maintctl watch /status/System /profiles\n"
+          "  maintctl --json watch --initial /status | jq .\n"
           "\nLines that begin with # tell when the mirror is stale, and when it is live again.\n"
           "Ctrl-C ends it, with status 130.",
           make<Watch>, false};
