@@ -30,6 +30,10 @@ int main() {
   if (watcher->seen != Maintenance::Unit::active) {
     return 1;
   }
+  // A type that is mentioned nowhere else here is registered all the same.
+  if (Zel::ZelType::type("MaintenanceUnitProfile::Config") == nullptr) {
+    return 1;
+  }
   try {
     Maintenance::Unit::StateInstance(7);
   } catch (const Zel::RangeException& failure) {
