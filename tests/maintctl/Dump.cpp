@@ -172,12 +172,12 @@ private:
   }
 
   std::string oneValue() {
-    static const char* const times[] = {"nan", "-inf", "0", "-3", "1e-300", "7.25", "12.5"};
+    static const char* const times[] = {"-inf", "0", "-3", "1e-300", "7.25", "12.5", "nan"};
     switch (upTo(6)) {
     case 0:
       return std::string("/timeOfStateChange ") + times[upTo(6)];
     case 1:
-      return std::string("/history/") + times[upTo(6)] + " " + text();
+      return std::string("/history/") + times[upTo(5)] + " " + text();
     case 2:
       return "/group/groupTypeBgp,g%2C%20" + std::to_string(upTo(20)) +
              (upTo(1) != 0 ? "" : " false");

@@ -1,5 +1,11 @@
 #include "Run.h"
 
+#include <Change.h>
+#include <Complete.h>
+#include <LocalDevice.h>
+
+#include <model/Unit.h>
+
 namespace Maintctl::Test {
 
 namespace {
@@ -12,11 +18,10 @@ TEST(MaintctlPath, LeadsBothWaysAndMayEndInASlash) {
 }
 
 TEST(MaintctlPath, IsPrintedSoThatItCanBeTypedAndReadBack) {
-  // A name with all that would need quotes somewhere, and one that is empty.
-  EXPECT_EQ(printed("add \"/status/it's %2F 100%25 # (a) \\\\ \\n\"\nadd /status/status/\n"
+  // A name with all that would need quotes somewhere.
+  EXPECT_EQ(printed("add \"/status/it's %2F 100%25 # (a) \\\\ \\n\"\n"
                     "ls /status/status\n"
                     "get /status/it%27s%20%2F%20100%25%20%23%20%28a%29%20%5C%20%0A/unitName\n"),
-            "                                                  Maintenance::Unit::Status\n"
             "it%27s%20%2F%20100%25%20%23%20%28a%29%20%5C%20%0A  Maintenance::Unit::Status\n"
             "'it\\'s / 100% # (a) \\\\ \\n'\n");
 }
@@ -54,8 +59,18 @@ TEST(MaintctlPath, NamesWhatWasMeant) {
 TEST(MaintctlPath, NeedsNoMemberWhoseNameIsEmptyToEndInASlash) {
   EXPECT_EQ(printed("ls /status/\n"),
             "status/  Maintenance::Unit::Status by Zel::Name  0 members\n");
-  EXPECT_EQ(printed("add /status/\nset /status/status//genId 3\nget /status/status//genId\n"),
-            "3\n");
+  // Nobody can add one here, but a program may have made it.
+  LocalDevice device;
+  const auto units = Zel::ptrCast<Maintenance::Unit::StatusDir>(device.dir()->entity("status"));
+  const auto nameless = units->statusIs("");
+  Tree tree(device);
+  setValue(tree.at("/status/status//genId", Purpose::change), "3");
+  EXPECT_EQ(nameless->genId(), 3U);
+  const auto offered = [&](const std::string& word) {
+    return completions({"get", word}, true, [&]() -> Device& { return device; });
+  };
+  EXPECT_EQ(offered("/status/"), std::vector<std::string>{"/status/status/"});
+  EXPECT_EQ(offered("/status/status/"), std::vector<std::string>());
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "Change.h"
 
 #include "Failure.h"
+#include "Ranges.h"
 #include "Values.h"
 #include "Words.h"
 
@@ -25,6 +26,7 @@ public:
   void add(const std::string& text, const ValueRecord& record) {
     ValueSlot& slot = slots_.emplace_back(record);
     readText(text, record, slot.at(), place_);
+    refuseTooLong(record, slot.at(), place_);
     addresses_.push_back(slot.at());
   }
   const void* const* addresses() const { return addresses_.data(); }
@@ -59,6 +61,14 @@ private:
   ValueSlot slot_;
 };
 
+/// Reads what an attribute or an entry is to hold.
+void readContent(const Target& target, const std::string& text, ValueSlot& value) {
+  readText(text, value.record(), value.at(), target.path());
+  if (&value.record() != &Zel::valueRecord<Zel::String8>) { // which travels in parts
+    refuseTooLong(value.record(), value.at(), target.path());
+  }
+}
+
 /// The attribute of a value that is its key in a collection.
 const AttrRow& ownKeyRow(const AttrRow& collection) {
   const AttrRow* const row = collection.value->table().row(Zel::keyAttributeName(collection));
@@ -71,10 +81,12 @@ const AttrRow& ownKeyRow(const AttrRow& collection) {
 void writeOwnKey(const Target& target, const std::string& text) {
   const AttrRow& row = *target.row;
   ValueSlot value(*row.value);
-  readText(text, *row.value, value.at(), target.path());
-  if (target.kind == Target::entry) {
+  readContent(target, text, value);
+  ValueSlot own(*row.key, [&](void* to) { ownKeyRow(row).read(value.at(), to); });
+  if (target.kind == Target::collection) {
+    refuseUnfitKey(*row.key, own.at(), target.path());
+  } else {
     Key key(target);
-    ValueSlot own(*row.key, [&](void* to) { ownKeyRow(row).read(value.at(), to); });
     if (!row.key->equal(key.at(), own.at())) {
       throw Failure(exitBadValue, "bad value " + printable(text) + " for " + target.path() +
                                       ": its key is " + segmentOf(*row.key, own.at()));
@@ -91,7 +103,7 @@ void writeEntry(const Target& target, const std::string& text) {
   }
   Key key(target);
   ValueSlot value(*row.value);
-  readText(text, *row.value, value.at(), target.path());
+  readContent(target, text, value);
   row.collection->write(target.owner.ptr(), key.at(), value.at());
 }
 
@@ -144,6 +156,12 @@ std::string valueOf(const Target& target, const std::vector<std::string>& argume
   }
 }
 
+void refuseUnfitKeyOf(const Target& target) {
+  if (target.kind == Target::entry) {
+    refuseUnfitKey(*target.row->key, Key(target).at(), target.path());
+  }
+}
+
 void requireEntry(const Target& target) {
   if (!target.isThere()) {
     noneThere(target);
@@ -173,13 +191,14 @@ void setValue(const Target& target, const std::string& text) {
     readOnly(target);
   } else {
     ValueSlot value(*target.row->value);
-    readText(text, *target.row->value, value.at(), target.path());
+    readContent(target, text, value);
     target.row->write(target.owner.ptr(), value.at());
   }
 }
 
 void add(const Target& target, const std::vector<std::string>& arguments) {
   const bool bringsKey = target.kind == Target::collection && target.row->kind == AttrKind::ownKey;
+  refuseUnfitKeyOf(target);
   if (target.kind == Target::entity || (target.kind == Target::entry && target.isThere())) {
     throw Failure(exitFailed, target.path() + " is there already");
   }
@@ -203,6 +222,7 @@ void remove(const Target& target) {
 }
 
 void put(const Target& target, const std::vector<std::string>& arguments) {
+  refuseUnfitKeyOf(target);
   switch (target.kind) {
   case Target::attribute:
     if (arguments.size() != 1) {

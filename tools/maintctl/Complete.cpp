@@ -17,7 +17,9 @@ using Names = std::vector<std::string>;
 
 void addItems(Names& names, const Zel::Entity& owner, const AttrRow& row) {
   for (const Item& item : itemsOf(owner, row)) {
-    names.push_back(item.segment + (row.kind == AttrKind::instantiating ? "/" : ""));
+    if (!item.segment.empty()) { // which would look as if the path ended
+      names.push_back(item.segment + (row.kind == AttrKind::instantiating ? "/" : ""));
+    }
   }
 }
 
@@ -30,7 +32,8 @@ Names below(Tree& tree, const std::string& path, Device& device) {
     }
     return names;
   }
-  const Target target = tree.at(path, Purpose::read);
+  // With the "/" it would be that of a member without a name.
+  const Target target = tree.at(path.substr(0, path.size() - 1), Purpose::read);
   if (target.kind == Target::collection) {
     addItems(names, *target.owner, *target.row);
   } else if (target.kind == Target::entity) {

@@ -2,6 +2,7 @@
 
 #include "Failure.h"
 #include "Nearest.h"
+#include "Ranges.h"
 #include "Utf8.h"
 #include "Words.h"
 
@@ -91,9 +92,11 @@ std::string textForm(const ValueRecord& record, const void* value) {
 
 void readText(const std::string& text, const ValueRecord& record, void* fresh,
               const std::string& place) {
+  const bool isSegment = record.table != nullptr && !text.starts_with("Value(");
+  refuseOutOfRange(text, isSegment, record, place);
   reading(text, record, place, [&] {
     const bool hasQuotes = !text.empty() && isQuote(text[0]);
-    if (record.table != nullptr && !text.starts_with("Value(")) {
+    if (isSegment) {
       Zel::readPathSegment(text, record, fresh);
     } else if (record.table == nullptr && !hasQuotes && isQuoted(record)) {
       Zel::readWhole(Zel::valueToStrep(String8(std::string_view(text))), record, fresh);
@@ -105,6 +108,7 @@ void readText(const std::string& text, const ValueRecord& record, void* fresh,
 
 void readKey(const std::string& segment, const ValueRecord& record, void* fresh,
              const std::string& place) {
+  refuseOutOfRange(segment, true, record, place);
   reading(segment, record, place, [&] { Zel::readPathSegment(segment, record, fresh); });
 }
 
