@@ -1,5 +1,4 @@
 #include "Run.h"
-#include "Terminal.h"
 #include <Places.h>
 
 namespace Maintctl::Test {
@@ -66,63 +65,6 @@ TEST(Run, TellsOfAFileThatCannotBeRead) {
 
 TEST(Run, DoesNotRunWhatIsForShellsAlone) {
   EXPECT_EQ(refusedLine(2, "", "run x"), "no command run, see '--help'\n");
-}
-
-class Typed : public testing::Test {
-protected:
-  Terminal terminal{{MAINTCTL_PROGRAM, "run"}};
-
-  void enter(const std::string& line) {
-    ASSERT_TRUE(terminal.shows("maintctl (local)> ")) << terminal.shown();
-    terminal.type(line + "\r");
-  }
-};
-
-TEST_F(Typed, LinesGoOnBehindFailuresAndEndWithQuit) {
-  enter("add /status/System");
-  enter("get /status/Sytem");
-  EXPECT_TRUE(terminal.shows("no status Sytem in /status, did you mean System?\r\n"));
-  enter("get /status/System/state");
-  EXPECT_TRUE(terminal.shows("\r\n'init'\r\n")) << terminal.shown();
-  enter("quit");
-  EXPECT_EQ(terminal.status(), 0);
-}
-
-TEST_F(Typed, TheTabulatorCompletesCommandsPathsAndValues) {
-  enter("a\t/s\tSystem");
-  enter("se\t/sta\tSy\tunitT\tdy\t");
-  enter("get /status/System/unitType");
-  EXPECT_TRUE(terminal.shows("\r\n'dynamic'\r\n")) << terminal.shown();
-  ASSERT_TRUE(terminal.shows("maintctl (local)> "));
-  terminal.type("get /defaultProfile/\t");
-  EXPECT_TRUE(terminal.shows("systemDefaultProfileName\r\nprofileName\r\nreservedProfileName\r\n"))
-      << terminal.shown();
-  terminal.type("prof\t\r");
-  EXPECT_TRUE(terminal.shows("\r\n''\r\n")) << terminal.shown();
-  enter("exit");
-  EXPECT_EQ(terminal.status(), 0);
-}
-
-TEST_F(Typed, LinesComeBackFromTheHistoryToBeEdited) {
-  enter("set /defaultProfile/profileName ab");
-  enter("\x10"
-        "c"); // the line before, and one letter more
-  enter("get /defaultProfile/profileName");
-  EXPECT_TRUE(terminal.shows("\r\n'abc'\r\n")) << terminal.shown();
-  ASSERT_TRUE(terminal.shows("maintctl (local)> "));
-  // The prompt comes a moment before the editor takes the keys over from the terminal, for which
-  // an end is none for the editor. What only the editor lists says that it has.
-  terminal.type("\t");
-  ASSERT_TRUE(terminal.shows("\r\ndump\r\n")) << terminal.shown();
-  terminal.type("\x04"); // the end of what is typed
-  EXPECT_EQ(terminal.status(), 0);
-}
-
-TEST_F(Typed, HelpListsTheCommands) {
-  enter("help");
-  EXPECT_TRUE(terminal.shows("Change a value\r\n")) << terminal.shown();
-  enter("quit");
-  EXPECT_EQ(terminal.status(), 0);
 }
 
 } // namespace

@@ -30,7 +30,7 @@ public:
     if (child_ == 0) {
       setenv("TERM", "vt100", 1);
       unsetenv("MAINTCTL_SOCKET");
-      setenv("HOME", "/nonexistent", 1);
+      setenv("HOME", "/dev/null", 1);
       setenv("LC_ALL", "C", 1);
       unsetenv("XDG_STATE_HOME");
       unsetenv("NO_COLOR");

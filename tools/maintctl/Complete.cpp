@@ -6,6 +6,9 @@
 #include "Values.h"
 #include "Words.h"
 
+#include <algorithm>
+#include <filesystem>
+
 namespace Maintctl {
 
 namespace {
@@ -44,6 +47,23 @@ Names below(Tree& tree, const std::string& path, Device& device) {
       addItems(names, *target.owner, *only);
     }
   }
+  return names;
+}
+
+/// Files, as far as they go on from `start`; what begins with a dot only for one that does.
+Names filesAt(const std::string& start) {
+  const std::size_t slash = start.rfind('/');
+  const std::string folder = slash == start.npos ? "" : start.substr(0, slash + 1);
+  const std::string name = start.substr(folder.size());
+  Names names;
+  for (const auto& entry : std::filesystem::directory_iterator(folder.empty() ? "." : folder)) {
+    const std::string found = entry.path().filename();
+    std::error_code none;
+    if (found.starts_with(name) && (name.starts_with('.') || !found.starts_with('.'))) {
+      names.push_back(folder + found + (entry.is_directory(none) ? "/" : ""));
+    }
+  }
+  std::sort(names.begin(), names.end());
   return names;
 }
 
@@ -98,6 +118,9 @@ Names completions(const Names& words, bool inScript, const std::function<Device&
     return startingWith(start, optionNames(command, inScript));
   }
   try {
+    if (inScript && (command == "load" || command == "dump")) { // a shell completes them itself
+      return filesAt(start);
+    }
     if (start.starts_with('/')) {
       Tree tree(device());
       const std::string path = start.substr(0, start.rfind('/') + 1);

@@ -9,6 +9,8 @@ namespace Maintctl {
 
 namespace {
 
+constexpr char32_t strayByte = 0xdc00; // a byte that is no UTF-8 is added to it
+
 struct Character {
   std::size_t bytes; ///< 0: no valid sequence
   char32_t point;
@@ -125,6 +127,55 @@ std::string shown(std::string_view text) {
     }
   }
   return result;
+}
+
+std::wstring widened(std::string_view text) {
+  std::wstring wide;
+  while (!text.empty()) {
+    const Character first = firstOf(text);
+    const auto byte = static_cast<unsigned char>(text.front());
+    wide += static_cast<wchar_t>(first.bytes != 0 ? first.point : strayByte + byte);
+    text.remove_prefix(std::max<std::size_t>(first.bytes, 1));
+  }
+  return wide;
+}
+
+std::string narrowed(std::wstring_view wide) {
+  std::string text;
+  for (const wchar_t character : wide) {
+    const auto point = static_cast<char32_t>(character);
+    const auto add = [&](char32_t byte) { text += static_cast<char>(byte); };
+    const auto addRest = [&](int bits) {
+      for (; bits >= 0; bits -= 6) {
+        add(0x80 | (point >> bits & 0x3f));
+      }
+    };
+    if (point < 0x80) {
+      add(point);
+    } else if (point >= strayByte + 0x80 && point <= strayByte + 0xff) {
+      add(point - strayByte);
+    } else if (point < 0x800) {
+      add(0xc0 | point >> 6);
+      addRest(0);
+    } else if (point < 0x10000) {
+      add(0xe0 | point >> 12);
+      addRest(6);
+    } else {
+      add(0xf0 | point >> 18);
+      addRest(12);
+    }
+  }
+  return text;
+}
+
+bool mayGoOn(std::string_view bytes) {
+  const auto lead = static_cast<unsigned char>(bytes.front());
+  const std::size_t whole = lead < 0xc2 || lead > 0xf4 ? 1
+                            : lead >= 0xf0             ? 4
+                            : lead >= 0xe0             ? 3
+                                                       : 2;
+  const bool goesOn = bytes.size() == 1 || (bytes.back() & 0xc0) == 0x80;
+  return goesOn && bytes.size() < whole;
 }
 
 std::size_t columnsOf(std::string_view text) { return measured(text, text.npos).second; }

@@ -16,6 +16,15 @@ std::size_t shownBytes(std::string_view text);
 /// back as the byte.
 std::string shown(std::string_view text);
 
+/// Character by character. A byte that is no UTF-8 becomes one of U+DC80 to U+DCFF, which no text
+/// has, and that the byte again.
+std::wstring widened(std::string_view text);
+std::string narrowed(std::wstring_view wide);
+
+/// Whether bytes, of which all but the last may go on, may be the beginning of one character that
+/// has more of them.
+bool mayGoOn(std::string_view bytes);
+
 /// How many columns a text takes that may be shown: wide characters two, combining ones none.
 std::size_t columnsOf(std::string_view text);
 

@@ -62,6 +62,26 @@ std::vector<std::string> wordsOf(std::string_view line) {
   return words;
 }
 
+std::vector<std::string> wordsSoFar(std::string_view line) {
+  std::vector<std::string> words;
+  std::size_t at = 0;
+  bool isBehindBlank = true;
+  while ((at = line.find_first_not_of(blanks, at)) != std::string_view::npos) {
+    std::size_t end = line.size();
+    try {
+      end = endOfWord(line, at);
+    } catch (const Failure&) { // it has not been closed yet
+    }
+    words.emplace_back(line.substr(at, end - at));
+    isBehindBlank = end < line.size();
+    at = end;
+  }
+  if (isBehindBlank) {
+    words.emplace_back();
+  }
+  return words;
+}
+
 std::string unquoted(const std::string& word) {
   if (!word.starts_with('\'') && !word.starts_with('"')) {
     return word;
@@ -71,6 +91,25 @@ std::string unquoted(const std::string& word) {
   } catch (const Zel::RangeException& failure) {
     throw Failure(exitUsage, "bad quotes in " + printable(word) + ": " + failure.what());
   }
+}
+
+std::string unquotedSoFar(const std::string& word) {
+  try {
+    return unquoted(word);
+  } catch (const Failure&) {
+    try {
+      return unquoted(word + word.front());
+    } catch (const Failure&) {
+      return word.substr(1);
+    }
+  }
+}
+
+std::string inQuotes(const std::string& text, bool isWhole) {
+  const std::string quoted(Zel::valueToStrep(Zel::String8(text)).view());
+  const bool isPlain =
+      quoted.size() == text.size() + 2 && text.find_first_of(" #\"()[]{}") == text.npos;
+  return isPlain ? text : quoted.substr(0, quoted.size() - (isWhole ? 0 : 1));
 }
 
 std::string printable(std::string_view text) {
