@@ -169,14 +169,17 @@ void Session::ended(bool isHeard) {
   exported_.clear();
   mountsEnd();
   answersEnd();
-  log("session with " + (peer_.name.empty() ? String8("a peer") : peer_.name) +
-      " ended: " + failure());
+  const bool isForFault = peer_.ending == endingUnsaid ? isHeard && ending_ == endingFailed
+                                                       : peer_.ending != endingOver;
+  log(isForFault ? LogLevel::warning : LogLevel::info,
+      "session with " + (peer_.name.empty() ? String8("a peer") : peer_.name) +
+          " ended: " + failure());
 }
 
-void Session::log(const String8& line) const {
+void Session::log(LogLevel level, const String8& line) const {
   try {
     if (options_.log) {
-      options_.log(shown(line, 500));
+      options_.log(level, shown(line, 500));
     }
   } catch (...) { // a line that is lost ends no session, and a session that goes ends no program
   }

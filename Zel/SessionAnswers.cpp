@@ -22,9 +22,9 @@ void Session::tell(const Answer& to, Result result) const {
   try {
     to(result);
   } catch (const std::exception& failure) {
-    log(String8("an answer was not taken: ") + failure.what());
+    log(LogLevel::error, String8("an answer was not taken: ") + failure.what());
   } catch (...) {
-    log("an answer was not taken");
+    log(LogLevel::error, "an answer was not taken");
   }
 }
 

@@ -58,7 +58,7 @@ void Session::helloRead(In& in) {
   peer_.maxKeys = in.nextU64();
   peer_.maxPartialText = in.nextU64();
   isOpen_ = true;
-  log("session with " + peer_.name + " is open");
+  log(LogLevel::info, "session with " + peer_.name + " is open");
   if (exports_) {
     for (const auto& [name, offer] : exports_->roots()) {
       offerWrite(name);

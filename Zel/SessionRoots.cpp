@@ -123,7 +123,7 @@ void Session::askAnswer(const Name& name, Access wanted) {
       out.putString(name);
       out.putString(reason);
     }));
-    log("refused " + peer_.name + " the root " + name + ": " + reason);
+    log(LogLevel::warning, "refused " + peer_.name + " the root " + name + ": " + reason);
     return;
   }
   payloadWrite(payload(kindGrant, [&](WireWriter& out) {
@@ -135,7 +135,7 @@ void Session::askAnswer(const Name& name, Access wanted) {
   const Ptr<Root> shared = connection_->demuxer()->exportIs(root, flags)->root();
   exported_.emplace(name, shared);
   shared->isToldOfWalksIs(true);
-  log(peer_.name + " mounts " + name + ", " + accessName(granted));
+  log(LogLevel::debug, peer_.name + " mounts " + name + ", " + accessName(granted));
 }
 
 void Session::grantRead(In& in) {
@@ -162,7 +162,7 @@ void Session::refuseRead(In& in) {
 
 void Session::refuse(Mount& mount, String8 reason) {
   mount.asked_ = Mount::Asked::no;
-  log("the root " + mount.name() + " is refused: " + reason);
+  log(LogLevel::warning, "the root " + mount.name() + " is refused: " + reason);
   mount.stateIs(Mount::refused, now_, std::move(reason));
 }
 

@@ -35,6 +35,10 @@ TEST(Complete, YieldsCommandsOptionsPathsAndNames) {
   EXPECT_EQ(maintctl("complete get /nowhere/x").status, 0);
 }
 
+TEST(Complete, OfLevelsOfALogIsTheShells) {
+  EXPECT_EQ(offered("serve --log-level ''"), "error\nwarning\ninfo\ndebug\n");
+}
+
 TEST(Complete, YieldsMembersEntriesAndValues) {
   const auto completed = [](const std::string& line) {
     return printed("add /status/System\nadd /status/System/history/12.5 x\n"

@@ -17,19 +17,20 @@ class Peers : public ::testing::Test, protected TestNet::Place {};
 
 TEST_F(Peers, AreLoggedWithTheirUserAndProcess) {
   const auto server = serve();
-  const auto client = mirror();
-  ASSERT_EQ(client->ask("await live"), "live");
+  const auto mirror = this->mirror();
+  ASSERT_EQ(mirror->ask("await live"), "live");
+  const std::string who = client(1, mirror->id()) + ": ";
   const std::string log = server->errors();
-  EXPECT_EQ(log.rfind("client 1: user " + std::to_string(::geteuid()) + " (", 0), 0U) << log;
-  EXPECT_NE(log.find("), process " + std::to_string(client->id()) + "\n"), std::string::npos)
+  EXPECT_TRUE(log.starts_with("debug " + who + "connected\ninfo " + who +
+                              "session with mirror is open\ndebug " + who + "mirror mounts "))
       << log;
   for (const char* const line :
-       {"client 1: session with mirror is open\n", "client 1: mirror mounts inputs, read-write\n",
-        "client 1: mirror mounts units, read-only\n"}) {
-    EXPECT_NE(log.find(line), std::string::npos) << log;
+       {"mirror mounts inputs, read-write\n", "mirror mounts units, read-only\n"}) {
+    EXPECT_NE(log.find("\ndebug " + who + line), std::string::npos) << log;
   }
-  client->kill();
-  EXPECT_TRUE(server->complains("client 1: session with mirror ended: the peer has gone\n"));
+  mirror->kill();
+  EXPECT_TRUE(
+      server->complains("\ninfo " + who + "session with mirror ended: the peer has gone\n"));
 }
 
 TEST_F(Peers, OfAnotherVersionAreToldApart) {
@@ -41,7 +42,8 @@ TEST_F(Peers, OfAnotherVersionAreToldApart) {
   const std::string bye = Session::bye(Session::endingFailed, Zel::String8(why));
   EXPECT_TRUE(heard.ends_with(bye)) << heard;
   EXPECT_GT(heard.size(), bye.size()) << "a hello, which tells the peer what it is spoken to in";
-  EXPECT_TRUE(server->complains("client 1: session with a peer ended: the peer speaks version 9 of "
+  EXPECT_TRUE(server->complains("warning " + client(1) +
+                                ": session with a peer ended: the peer speaks version 9 of "
                                 "the protocol, this end version 1\n"));
   EXPECT_EQ(server->ask("clients"), "0");
 }
@@ -50,8 +52,8 @@ TEST_F(Peers, ThatSayNothingAreLetGo) {
   const auto server = serve({"hello=0.05"});
   const Raw peer(socket());
   EXPECT_NE(peer.rest().find("server"), std::string::npos) << "its own hello";
-  EXPECT_TRUE(
-      server->complains("client 1: session with a peer ended: no hello from the peer in time\n"));
+  EXPECT_TRUE(server->complains("warning " + client(1) +
+                                ": session with a peer ended: no hello from the peer in time\n"));
   EXPECT_EQ(server->ask("clients"), "0");
 }
 
@@ -70,7 +72,8 @@ TEST_F(Peers, ThatSpeakNoProtocolAreLetGo) {
   const Raw peer(socket());
   ASSERT_TRUE(peer.write("GET / HTTP/1.1\r\nHost: localhost\r\n\r\n"));
   peer.rest();
-  EXPECT_TRUE(server->complains("client 1: session with a peer ended: malformed record: "))
+  EXPECT_TRUE(
+      server->complains("warning " + client(1) + ": session with a peer ended: malformed record: "))
       << server->errors();
   EXPECT_EQ(server->ask("clients"), "0");
 }
@@ -89,7 +92,8 @@ TEST_F(Peers, ThatSayTooMuchAreLetGo) {
   for (int count = 0; count < 100 && peer.write(many); ++count) {
   }
   peer.rest();
-  EXPECT_TRUE(server->complains("client 1: session with by hand ended: a hello that is not the "
+  EXPECT_TRUE(server->complains("warning " + client(1) +
+                                ": session with by hand ended: a hello that is not the "
                                 "first record\n"));
   EXPECT_EQ(server->ask("clients"), "0");
   EXPECT_LT(server->number("memory"), TestNet::grown(memory, 1024));
@@ -104,7 +108,8 @@ TEST_F(Peers, WhoseNamesAreForgedAreLoggedOnOneLine) {
   bytes.resize(hello().size());
   const Raw peer(socket());
   ASSERT_TRUE(peer.write(bytes));
-  EXPECT_TRUE(server->complains("client 1: session with a?b?[2J is open\n")) << server->errors();
+  EXPECT_TRUE(server->complains("info " + client(1) + ": session with a?b?[2J is open\n"))
+      << server->errors();
 }
 
 TEST_F(Peers, AboveTheLimitAreTurnedAway) {
@@ -113,10 +118,11 @@ TEST_F(Peers, AboveTheLimitAreTurnedAway) {
   auto two = std::make_unique<Raw>(socket());
   const Raw three(socket());
   EXPECT_EQ(three.rest(), Session::bye(Session::endingBusy, "there are 2 clients already"));
-  EXPECT_TRUE(server->complains("client 3: turned away: user "));
-  EXPECT_TRUE(server->complains(": there are 2 clients already\n"));
+  EXPECT_TRUE(
+      server->complains("warning " + client(3) + ": turned away: there are 2 clients already\n"));
   two = nullptr;
-  ASSERT_TRUE(server->complains("client 2: session with a peer ended: the peer has gone\n"));
+  ASSERT_TRUE(
+      server->complains("info " + client(2) + ": session with a peer ended: the peer has gone\n"));
   const auto client = mirror();
   EXPECT_EQ(client->ask("await live"), "live");
 }
@@ -142,10 +148,10 @@ TEST_F(Peers, AThousandThatComeAndGoLeaveNothing) {
   };
   const std::size_t filesBefore = files();
   comeAndGo(200);
-  ASSERT_TRUE(server->complains("client 200: "));
+  ASSERT_TRUE(server->complains("client 200, "));
   const std::size_t memory = server->number("memory");
   comeAndGo(800);
-  ASSERT_TRUE(server->complains("client 1000: "));
+  ASSERT_TRUE(server->complains("client 1000, "));
   const auto client = mirror();
   ASSERT_EQ(client->ask("await live"), "live");
   EXPECT_EQ(server->ask("clients"), "1");

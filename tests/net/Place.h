@@ -6,6 +6,9 @@
 #include <Places.h>
 #include <memory>
 
+#include <pwd.h>
+#include <unistd.h>
+
 namespace TestNet {
 
 /// What a process may take, in kilobytes, that took `before` and is to grow by less than `growth`.
@@ -50,6 +53,14 @@ public:
   std::unique_ptr<Process> maintctl(std::vector<std::string> words) {
     words.insert(words.begin(), {"--socket", socket()});
     return start(std::move(words), MAINTCTL_PROGRAM);
+  }
+
+  /// As a server's log names a client of this user.
+  static std::string client(int number, pid_t process = ::getpid()) {
+    const ::passwd* const known = ::getpwuid(::geteuid());
+    return "client " + std::to_string(number) + ", user " + std::to_string(::geteuid()) +
+           (known != nullptr ? std::string(" (") + known->pw_name + ")" : "") + ", process " +
+           std::to_string(process);
   }
 
   const Support::Folder folder;

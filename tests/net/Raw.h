@@ -37,6 +37,18 @@ public:
     return {bytes,
             static_cast<std::size_t>(std::max<ssize_t>(0, ::read(socket_, bytes, sizeof bytes)))};
   }
+  /// Reads until a text has come; false if the other end closes before.
+  bool hears(const std::string& text) const {
+    std::string all;
+    while (all.find(text) == std::string::npos) {
+      const std::string more = first();
+      if (more.empty()) {
+        return false;
+      }
+      all += more;
+    }
+    return true;
+  }
   /// All that comes until the other end closes.
   std::string rest() const {
     std::string all;

@@ -86,7 +86,8 @@ TEST_F(Refusals, AnotherUserIsTurnedAwayWhateverTheFilesModeIsByNow) {
   const auto server = serve();
   openUp();
   expectRefused(nobody, nogroup, "user 65534 (nobody)");
-  EXPECT_TRUE(server->complains("client 1: turned away: " + otherName() + " may not connect\n"));
+  EXPECT_TRUE(
+      server->complains("warning client 1, " + otherName() + ": turned away: may not connect\n"));
   EXPECT_EQ(server->ask("clients"), "0");
 }
 
@@ -96,7 +97,7 @@ TEST_F(Refusals, MembersOfTheGroupComeInWhereTheModeLetsThem) {
   openUp();
   expectRefused(nobody, nogroup, "user 65534 (nobody)");
   EXPECT_NE(heardBy(nobody, elsewhere).find("server"), std::string::npos) << "its hello";
-  EXPECT_TRUE(server->complains("client 2: " + otherName() + "\n"));
+  EXPECT_TRUE(server->complains("debug client 2, " + otherName() + ": connected\n"));
 }
 
 TEST_F(Refusals, MembersByTheUserDatabaseComeInToo) {
@@ -147,7 +148,7 @@ TEST_F(Refusals, OfAUserAreSaidByMaintctl) {
 TEST_F(Refusals, OfOneTooManyAreSaidByMaintctl) {
   const auto server = serve({"clients=1"});
   auto only = std::make_unique<Raw>(socket());
-  ASSERT_TRUE(server->complains("client 1: user "));
+  ASSERT_TRUE(server->complains(client(1) + ": connected\n"));
   const Result result = ctl("ls");
   EXPECT_EQ(result.err, "maintctl: the server at " + socket() +
                             " has no room for another: there is one client already, try again\n");

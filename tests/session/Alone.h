@@ -26,7 +26,10 @@ public:
     options.helloTime = helloTime;
     options.limits = limits;
     options.name = "us";
-    options.log = [this](const Zel::String8& line) { log.emplace_back(line.view()); };
+    options.log = [this](Zel::LogLevel level, const Zel::String8& line) {
+      static const char* const names[] = {"error: ", "warning: ", "info: ", "debug: "};
+      log.push_back(names[static_cast<int>(level)] + std::string(line.view()));
+    };
     session = Zel::makeObject<Session>(end, options, exports, mounts);
   }
   ~Alone() { session->close(now, "over"); }

@@ -85,7 +85,7 @@ TEST(Bye, TellsTheOtherEndWhy) {
   EXPECT_EQ(client.session->peer().reason, "the server ends");
   EXPECT_EQ(mount->state(), Mount::stale);
   EXPECT_EQ(mount->reason(), "the peer says: the server ends");
-  EXPECT_EQ(client.log, Words{"session with peer ended: the peer says: the server ends"});
+  EXPECT_EQ(client.log, Words{"info: session with peer ended: the peer says: the server ends"});
 }
 
 TEST(Bye, IsNotAnswered) {
@@ -99,6 +99,8 @@ TEST(Bye, MayComeInThePlaceOfAHello) {
   client.hear(Alone::bye(3, "user 7 may not connect"));
   EXPECT_FALSE(client.session->isOpen());
   EXPECT_EQ(client.failure(), "the peer says: user 7 may not connect");
+  EXPECT_EQ(client.log, Words{"warning: session with a peer ended: the peer says: user 7 may not "
+                              "connect"});
   EXPECT_EQ(client.session->peer().ending, Session::endingRefused);
 }
 
@@ -113,7 +115,9 @@ TEST(Bye, OfAnUnknownNumberIsOneAllTheSame) {
 
 TEST(Log, ThatThrowsEndsNothing) {
   Zel::SessionOptions options;
-  options.log = [](const String8& /*line*/) { throw std::runtime_error("no space left"); };
+  options.log = [](Zel::LogLevel /*level*/, const String8& /*line*/) {
+    throw std::runtime_error("no space left");
+  };
   auto session = Zel::makeObject<Session>(End::second, options, nullptr, nullptr);
   const std::string hello = Alone::hello();
   std::memcpy(session->connection()->inputSpace().data(), hello.data(), hello.size());

@@ -24,7 +24,7 @@ TEST(Hello, IsSaidAtOnceAndAnsweredWithWhatIsOffered) {
   EXPECT_EQ(server.session->peer().maxEntities, 1U);
   EXPECT_EQ(server.session->peer().maxKeys, 2U);
   EXPECT_EQ(server.session->peer().maxPartialText, 3U);
-  EXPECT_EQ(server.log, Words{"session with peer is open"});
+  EXPECT_EQ(server.log, Words{"info: session with peer is open"});
 }
 
 struct Case {
@@ -42,7 +42,8 @@ TEST_P(BadHello, EndsTheSessionAndSaysWhy) {
   EXPECT_EQ(server.failure(), GetParam().failure);
   EXPECT_FALSE(server.session->isOpen());
   EXPECT_EQ(server.said(), Words());
-  EXPECT_EQ(server.log, Words{"session with a peer ended: " + std::string(GetParam().failure)});
+  EXPECT_EQ(server.log,
+            Words{"warning: session with a peer ended: " + std::string(GetParam().failure)});
 }
 
 std::string caseName(const testing::TestParamInfo<Case>& one) { return one.param.name; }

@@ -184,7 +184,8 @@ TEST_F(Deceived, LinesOfTheLogAreOfPrintableBytes) {
   mounts->allIs(Zel::accessReadOnly);
   log.clear();
   hear(offer("a\x1b[2Jb\nroot: all is well", "None\t"));
-  EXPECT_EQ(log, Words{"the root a?[2Jb?root: all is well is refused: unknown type: None?"});
+  EXPECT_EQ(log,
+            Words{"warning: the root a?[2Jb?root: all is well is refused: unknown type: None?"});
 }
 
 } // namespace

@@ -54,10 +54,11 @@ TEST_F(Server, AnAskIsAnsweredAsItDeserves) {
   EXPECT_EQ(said().front(), "grant units read-only");
   hear(ask("units"));
   EXPECT_EQ(said(), Words{"refuse units: mounted already"});
-  EXPECT_EQ(log, (Words{"refused peer the root nothing: no such root",
-                        "refused peer the root units: not granted",
-                        "refused peer the root units: not granted", "peer mounts units, read-only",
-                        "refused peer the root units: mounted already"}));
+  EXPECT_EQ(log, (Words{"warning: refused peer the root nothing: no such root",
+                        "warning: refused peer the root units: not granted",
+                        "warning: refused peer the root units: not granted",
+                        "debug: peer mounts units, read-only",
+                        "warning: refused peer the root units: mounted already"}));
 }
 
 TEST_F(Server, AWithdrawnRootIsSentNoMoreAndCanBeMountedAnew) {
@@ -164,8 +165,9 @@ TEST_F(Client, OfUnknownTypesNothingIsAskedFor) {
   EXPECT_EQ(said(), Words());
   EXPECT_EQ(mount->state(), Mount::refused);
   EXPECT_EQ(mount->reason(), "unknown type: Nobody::Nothing");
-  EXPECT_EQ(log, (Words{"the root units is refused: unknown type: Nobody::Nothing",
-                        "the root state is refused: unknown type: Maintenance::Unit::State"}));
+  EXPECT_EQ(log,
+            (Words{"warning: the root units is refused: unknown type: Nobody::Nothing",
+                   "warning: the root state is refused: unknown type: Maintenance::Unit::State"}));
   hear(offer("units")); // it is another one by now
   EXPECT_EQ(said(), Words{"ask units read-only"});
 }

@@ -5,6 +5,7 @@
 #include <asio/signal_set.hpp>
 #include <net/Server.h>
 
+#include <chrono>
 #include <csignal>
 #include <iostream>
 
@@ -12,9 +13,24 @@ namespace Maintctl {
 
 namespace {
 
-void log(const std::string& line) {
-  std::cerr << line + "\n"; // in one piece, as others may write to the same file
-  std::cerr.flush();
+/// The log of the server, up to a level.
+Net::Log logUpTo(Net::Level most) {
+  return [most](Net::Level level, const std::string& line) {
+    if (level <= most) {
+      // In one piece, as others may write to the same file.
+      std::cerr << Net::timeText(std::chrono::system_clock::now()) + ' ' + Net::levelName(level) +
+                       ' ' + line + '\n';
+      std::cerr.flush();
+    }
+  };
+}
+
+Net::Level levelOf(const std::string& text) {
+  if (const std::optional<Net::Level> level = Net::levelOf(text)) {
+    return *level;
+  }
+  throw Failure(exitUsage, "no level of a log: " + Net::printable(text) +
+                               ", it is one of error, warning, info and debug");
 }
 
 /// Three or four octal digits.
@@ -40,6 +56,8 @@ public:
     parameters.option("load", "FILE", load_,
                       "What dump has written, loaded before anybody can connect");
     parameters.option("max-clients", "NUMBER", maxClients_, "How many may be connected at a time");
+    parameters.option("log-level", "LEVEL", logLevel_,
+                      "What to tell of: error, warning, info or debug");
     parameters.flag("read-only", readOnly_, "Let no client write");
   }
 
@@ -49,7 +67,7 @@ public:
     options.access.mode = modeOf(mode_);
     options.maxClients = maxClients_;
     options.session.name = "maintctl serve";
-    options.log = log;
+    options.log = logUpTo(levelOf(logLevel_));
     try {
       if (!group_.empty()) {
         options.access.group = Net::groupId(group_);
@@ -72,18 +90,19 @@ private:
     for (const auto& [name, root] : device.dir()->entities()) {
       exports->entityIs(root, readOnly_ ? Zel::accessReadOnly : Zel::accessReadWrite);
     }
+    const Net::Log log = options.log;
     asio::io_context io;
     asio::signal_set signals(io, SIGINT, SIGTERM);
     signals.async_wait([&](const asio::error_code& ended, int number) {
       if (!ended) {
-        log(number == SIGINT ? "stopped by Ctrl-C" : "stopped by SIGTERM");
+        log(Net::Level::info, number == SIGINT ? "stopped by Ctrl-C" : "stopped by SIGTERM");
         io.stop();
       }
     });
     Net::Turns turns(io);
     const std::string path = options.path;
     const Net::Server server(turns, std::move(options), exports);
-    log("listening at " + path);
+    log(Net::Level::info, "listening at " + path);
     // References that a client writes resolve in the tree.
     const Zel::Dir::Active references(device.dir());
     io.run();
@@ -92,6 +111,7 @@ private:
   std::string mode_ = "600";
   std::string group_;
   std::string load_;
+  std::string logLevel_ = "info";
   std::size_t maxClients_ = 64;
   bool readOnly_ = false;
 };

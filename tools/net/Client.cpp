@@ -40,9 +40,9 @@ Client::~Client() {
   }
 }
 
-void Client::log(const std::string& line) const {
+void Client::log(Level level, const std::string& line) const {
   if (options_.log) {
-    options_.log(line);
+    options_.log(level, line);
   }
 }
 
@@ -54,9 +54,9 @@ bool Client::start() {
     return false;
   }
   Zel::SessionOptions session = options_.session;
-  session.log = [log = options_.log](const Zel::String8& line) {
+  session.log = [log = options_.log](Level level, const Zel::String8& line) {
     if (log) {
-      log(printable(line.view()));
+      log(level, printable(line.view()));
     }
   };
   session_ = Zel::makeObject<Zel::Session>(Zel::Connection::End::first, std::move(session), nullptr,
@@ -87,9 +87,10 @@ void Client::retry() {
   const double wait = backoff_.next();
   char seconds[32];
   std::snprintf(seconds, sizeof seconds, "%.1f", wait);
-  log((refusal_ ? "cannot connect to " + printable(options_.path) + ": " + refusal_.message() + ", "
+  log(refusal_ ? Level::warning : Level::info,
+      (refusal_ ? "cannot connect to " + printable(options_.path) + ": " + refusal_.message() + ", "
                 : std::string()) +
-      "next try in " + seconds + " s");
+          "next try in " + seconds + " s");
   timer_.expires_after(
       std::chrono::duration_cast<std::chrono::nanoseconds>(std::chrono::duration<double>(wait)));
   timer_.async_wait([this, alive = alive_.watch()](const asio::error_code& ended) {

@@ -48,7 +48,7 @@ public:
 private:
   void ended(const Zel::Ptr<Zel::Session>& session);
   void retry();
-  void log(const std::string& line) const;
+  void log(Level level, const std::string& line) const;
 
   Turns& turns_;
   const ClientOptions options_;

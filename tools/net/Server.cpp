@@ -19,9 +19,9 @@ Server::~Server() {
   }
 }
 
-void Server::log(const std::string& line) const {
+void Server::log(Level level, const std::string& line) const {
   if (options_.log) {
-    options_.log(line);
+    options_.log(level, line);
   }
 }
 
@@ -38,7 +38,7 @@ void Server::accept() {
         }
         // No file descriptor, or no memory: the client stays in the queue, and would at once be
         // tried again for ever.
-        log("cannot accept a client: " + failed.message());
+        log(Level::error, "cannot accept a client: " + failed.message());
         retry_.expires_after(std::chrono::seconds(1));
         retry_.async_wait([this, alive](const asio::error_code& ended) {
           if (!ended && !alive.expired()) {
@@ -50,42 +50,45 @@ void Server::accept() {
 
 void Server::clientIs(Socket socket) {
   const std::uint64_t number = ++lastClient_;
-  const std::string name = "client " + std::to_string(number) + ": ";
+  std::string name = "client " + std::to_string(number);
   try {
     const Peer peer = Peer::of(socket.native_handle());
+    name += ", " + peer.text();
     if (!peer.mayConnect(options_.access)) {
-      turnAway(socket, name + "turned away: ", Zel::Session::endingRefused,
-               peer.text() + " may not connect");
+      log(Level::warning, name + ": turned away: may not connect");
+      turnAway(socket, Zel::Session::endingRefused, peer.text() + " may not connect");
       return;
     }
     if (clients_.size() >= options_.maxClients) {
-      turnAway(socket, name + "turned away: " + peer.text() + ": ", Zel::Session::endingBusy,
-               clients_.size() == 1
-                   ? std::string("there is one client already")
-                   : "there are " + std::to_string(clients_.size()) + " clients already");
+      const std::string full =
+          clients_.size() == 1
+              ? std::string("there is one client already")
+              : "there are " + std::to_string(clients_.size()) + " clients already";
+      log(Level::warning, name + ": turned away: " + full);
+      turnAway(socket, Zel::Session::endingBusy, full);
       return;
     }
-    log(name + peer.text());
+    log(Level::debug, name + ": connected");
     Zel::SessionOptions session = options_.session;
-    session.log = [log = options_.log, name](const Zel::String8& line) {
+    session.log = [log = options_.log, name](Level level, const Zel::String8& line) {
       if (log) {
-        log(name + printable(line.view()));
+        log(level, name + ": " + printable(line.view()));
       }
     };
     clients_.emplace(
         number, Driver::start(turns_, std::move(socket),
                               Zel::makeObject<Zel::Session>(Zel::Connection::End::second,
                                                             std::move(session), exports_, nullptr),
-                              [this, number](const auto& /*session*/) { clients_.erase(number); }));
+                              [this, number](const auto& /*session*/) {
+                                clients_.erase(number);
+                              }));
   } catch (const std::exception& failure) { // such as no memory for the rings
-    log(name + "turned away: " + failure.what());
+    log(Level::error, name + ": turned away: " + failure.what());
   }
 }
 
 /// The client hears of it in the place of a hello. What it says itself is not read.
-void Server::turnAway(Socket& socket, const std::string& client, Zel::Session::Ending ending,
-                      const std::string& why) const {
-  log(client + why);
+void Server::turnAway(Socket& socket, Zel::Session::Ending ending, const std::string& why) {
   const std::string bye = Zel::Session::bye(ending, Zel::String8(why));
   asio::error_code ignored;
   socket.non_blocking(true, ignored);

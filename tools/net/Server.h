@@ -42,9 +42,8 @@ private:
 
   void accept();
   void clientIs(Socket socket);
-  void turnAway(Socket& socket, const std::string& client, Zel::Session::Ending ending,
-                const std::string& why) const;
-  void log(const std::string& line) const;
+  static void turnAway(Socket& socket, Zel::Session::Ending ending, const std::string& why);
+  void log(Level level, const std::string& line) const;
 
   Turns& turns_;
   const ServerOptions options_;

@@ -31,7 +31,9 @@ using Zel::Session;
 
 using Settings = std::map<std::string, std::string>;
 
-void logLine(const std::string& line) { std::cerr << line << std::endl; }
+void logLine(Net::Level level, const std::string& line) {
+  std::cerr << Net::levelName(level) << ' ' << line << std::endl;
+}
 
 std::string memory() {
   std::ifstream in("/proc/self/status");
