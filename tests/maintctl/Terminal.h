@@ -8,7 +8,9 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <csignal>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace Maintctl::Test {
@@ -28,6 +30,7 @@ public:
     winsize size = {50, columns, 0, 0};
     child_ = forkpty(&file_, nullptr, nullptr, &size);
     if (child_ == 0) {
+      signal(SIGHUP, SIG_DFL); // which who runs the tests may have ignored
       setenv("TERM", "vt100", 1);
       unsetenv("MAINTCTL_SOCKET");
       setenv("HOME", "/dev/null", 1);
@@ -76,6 +79,14 @@ public:
     }
   }
   const std::string& shown() const { return shown_; }
+
+  /// Ends the terminal, as closing its window does. How the program ended.
+  int hangUp() {
+    close(std::exchange(file_, -1));
+    int code = 0;
+    waitpid(std::exchange(child_, -1), &code, 0);
+    return WIFEXITED(code) ? WEXITSTATUS(code) : -1;
+  }
 
   /// How it ended; it must be about to.
   int status() {

@@ -35,6 +35,7 @@ Process::Process(std::vector<std::string> words, std::filesystem::path errors, c
   const pid_t parent = ::getpid();
   id_ = ::fork();
   if (id_ == 0) {
+    std::signal(SIGHUP, SIG_DFL);       // which who runs the tests may have ignored
     ::prctl(PR_SET_PDEATHSIG, SIGKILL); // nothing stays behind a test that is killed
     if (::getppid() == parent) {
       ::dup2(in[0], STDIN_FILENO);

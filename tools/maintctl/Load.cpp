@@ -4,10 +4,12 @@
 #include "CommandList.h"
 #include "Guard.h"
 #include "Input.h"
+#include "LocalDevice.h"
 #include "Progress.h"
 #include "Words.h"
 
 #include <iostream>
+#include <sstream>
 
 namespace Maintctl {
 
@@ -55,6 +57,33 @@ ExitCode codeFor(ExitCode code) {
   return code == exitUsage || code == exitNotFound ? exitBadValue : code;
 }
 
+/// Applies the lines that are left, and counts those that it has applied. A `Failure` says where it
+/// stopped.
+void applyAll(Device& device, std::istream& in, const std::string& name, std::size_t size,
+              std::size_t& applied) {
+  Tree tree(device);
+  Progress progress("loading " + name, size);
+  std::size_t number = 0;
+  try {
+    for (std::string text; std::getline(in, text);) {
+      ++number;
+      progress.add(text.size() + 1);
+      const std::string_view line = trimmed(text);
+      if (!line.empty() && !line.starts_with('#')) {
+        apply(tree, line);
+        ++applied;
+      }
+    }
+  } catch (...) {
+    const Failure failure = currentFailure();
+    throw Failure(codeFor(failure.code()),
+                  name + ":" + std::to_string(number) + ": " + failure.what());
+  }
+  if (in.bad()) {
+    throw Failure(exitFile, "cannot read " + name + " to its end");
+  }
+}
+
 class Load : public Command {
 public:
   void declare(Parameters& parameters) override {
@@ -73,32 +102,16 @@ private:
 } // namespace
 
 std::size_t load(Device& device, std::istream& in, const std::string& name, std::size_t size) {
-  Tree tree(device);
-  Progress progress("loading " + name, size);
   std::size_t applied = 0;
-  std::size_t number = 0;
   try {
-    for (std::string text; std::getline(in, text);) {
-      ++number;
-      progress.add(text.size() + 1);
-      const std::string_view line = trimmed(text);
-      if (!line.empty() && !line.starts_with('#')) {
-        apply(tree, line);
-        ++applied;
-      }
-    }
-  } catch (...) {
-    const Failure failure = currentFailure();
+    applyAll(device, in, name, size, applied);
+  } catch (const Failure& failure) {
     try {
       device.flush(); // so that what is said to be loaded is
     } catch (const std::exception&) {
       applied = 0; // nobody knows
     }
-    throw Failure(codeFor(failure.code()), name + ":" + std::to_string(number) + ": " +
-                                               failure.what() + "; " + howFar(applied));
-  }
-  if (in.bad()) {
-    throw Failure(exitFile, "cannot read " + name + " to its end; " + howFar(applied));
+    throw Failure(failure.code(), failure.what() + ("; " + howFar(applied)));
   }
   device.flush();
   return applied;
@@ -115,6 +128,28 @@ std::size_t loadFile(Device& device, const std::string& name) {
   in.seekg(0);
   in.clear();
   return load(device, in, name, size > 0 ? static_cast<std::size_t>(size) : 0);
+}
+
+std::size_t loadAllOrNothing(Device& device, const std::string& name) {
+  std::stringstream content;
+  {
+    const std::ifstream in = openedFile(name);
+    content << in.rdbuf();
+    if (in.bad() || content.bad()) {
+      throw Failure(exitFile, "cannot read " + name + " to its end; " + howFar(0));
+    }
+  }
+  try {
+    LocalDevice trial;
+    const Zel::Dir::Active references(trial.dir());
+    std::size_t applied = 0;
+    applyAll(trial, content, name, 0, applied);
+  } catch (const Failure& failure) {
+    throw Failure(failure.code(), failure.what() + ("; " + howFar(0)));
+  }
+  content.clear();
+  content.seekg(0);
+  return load(device, content, name);
 }
 
 CommandEntry loadCommand() {

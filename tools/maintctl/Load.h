@@ -17,4 +17,8 @@ std::size_t load(Device& device, std::istream& in, const std::string& name, std:
 /// cannot be read.
 std::size_t loadFile(Device& device, const std::string& name);
 
+/// The same, all or nothing: the whole file is first loaded into an empty tree of this program, as
+/// it is when a server starts with it, and none of it is applied if a line is bad there.
+std::size_t loadAllOrNothing(Device& device, const std::string& name);
+
 } // namespace Maintctl

@@ -1,12 +1,7 @@
 #include "CommandList.h"
-#include "Load.h"
-#include "LocalDevice.h"
-
-#include <asio/signal_set.hpp>
-#include <net/Server.h>
+#include "Service.h"
 
 #include <chrono>
-#include <csignal>
 #include <iostream>
 
 namespace Maintctl {
@@ -62,7 +57,10 @@ public:
   }
 
   int run(Context& context) override {
-    Net::ServerOptions options;
+    Service::Settings settings;
+    settings.load = load_;
+    settings.readOnly = readOnly_;
+    Net::ServerOptions& options = settings.server;
     options.path = context.options().socket;
     options.access.mode = modeOf(mode_);
     options.maxClients = maxClients_;
@@ -72,7 +70,7 @@ public:
       if (!group_.empty()) {
         options.access.group = Net::groupId(group_);
       }
-      serve(std::move(options));
+      Service(std::move(settings)).run();
     } catch (const Net::ServerError& failure) {
       throw Failure(exitFailed, failure.what());
     }
@@ -80,34 +78,6 @@ public:
   }
 
 private:
-  void serve(Net::ServerOptions options) const {
-    LocalDevice device;
-    if (!load_.empty()) {
-      const Zel::Dir::Active references(device.dir());
-      loadFile(device, load_);
-    }
-    const auto exports = Zel::makeObject<Zel::Exports>();
-    for (const auto& [name, root] : device.dir()->entities()) {
-      exports->entityIs(root, readOnly_ ? Zel::accessReadOnly : Zel::accessReadWrite);
-    }
-    const Net::Log log = options.log;
-    asio::io_context io;
-    asio::signal_set signals(io, SIGINT, SIGTERM);
-    signals.async_wait([&](const asio::error_code& ended, int number) {
-      if (!ended) {
-        log(Net::Level::info, number == SIGINT ? "stopped by Ctrl-C" : "stopped by SIGTERM");
-        io.stop();
-      }
-    });
-    Net::Turns turns(io);
-    const std::string path = options.path;
-    const Net::Server server(turns, std::move(options), exports);
-    log(Net::Level::info, "listening at " + path);
-    // References that a client writes resolve in the tree.
-    const Zel::Dir::Active references(device.dir());
-    io.run();
-  }
-
   std::string mode_ = "600";
   std::string group_;
   std::string load_;
@@ -119,16 +89,18 @@ private:
 } // namespace
 
 CommandEntry serveCommand() {
-  return {"serve",
-          "Hold the state of a device and serve it at a socket",
-          "  maintctl serve\n"
-          "  maintctl serve --load state.txt --mode 660 --group netops\n"
-          "\nIt ends on Ctrl-C and on SIGTERM, and removes the socket. What happens is told on\n"
-          "standard error.",
-          make<Serve>,
-          false,
-          true,
-          DefaultTree::served};
+  return {
+      "serve",
+      "Hold the state of a device and serve it at a socket",
+      "  maintctl serve\n"
+      "  maintctl serve --load state.txt --mode 660 --group netops\n"
+      "\nIt ends on Ctrl-C and on SIGTERM, tells its clients and removes the socket. On SIGHUP,\n"
+      "unless it was started from a terminal, it loads its file again. What happens is told\n"
+      "on standard error.",
+      make<Serve>,
+      false,
+      true,
+      DefaultTree::served};
 }
 
 } // namespace Maintctl

@@ -5,6 +5,8 @@
 #include <asio/buffer.hpp>
 #include <asio/error.hpp>
 
+#include <chrono>
+
 namespace Net {
 
 namespace {
@@ -19,7 +21,7 @@ constexpr std::size_t mostSent = std::size_t{1} << 18;
 
 Driver::Driver(Turns& turns, Socket socket, Zel::Ptr<Zel::Session> session, Ended ended)
     : turns_(&turns), socket_(std::move(socket)), session_(std::move(session)),
-      ended_(std::move(ended)) {
+      ended_(std::move(ended)), patience_(socket_.get_executor()) {
   socket_.non_blocking(true);
 }
 
@@ -145,32 +147,65 @@ void Driver::waitWrite() {
                      });
 }
 
-void Driver::close(const Zel::String8& why) {
+void Driver::close(const Zel::String8& why, double patience) {
   const std::shared_ptr<Driver> kept = shared_from_this();
-  give(Turns::now());
-  session_->close(Turns::now(), why);
-  finish();
+  if (!isFinished_) {
+    give(Turns::now());
+    session_->close(Turns::now(), why);
+  }
+  finish(patience);
 }
 
-/// Tells the peer why, if the socket takes that at once: one that does not read is not waited for.
-void Driver::lastWords() {
+/// Tells the peer why, as far as the socket takes that at once. Whether there is no more to tell,
+/// or nobody to tell it to.
+bool Driver::lastWords() {
   const std::string& words = session_->lastWords();
   asio::error_code failed;
-  for (std::size_t went = 0; went < words.size() && !failed;) {
-    went += socket_.write_some(asio::buffer(words.data() + went, words.size() - went), failed);
+  while (told_ < words.size() && !failed) {
+    told_ += socket_.write_some(asio::buffer(words.data() + told_, words.size() - told_), failed);
   }
+  return !failed || (failed != asio::error::would_block && failed != asio::error::interrupted);
 }
 
-void Driver::finish() {
-  if (isFinished_) {
+void Driver::lastWordsLater() {
+  socket_.async_wait(Socket::wait_write,
+                     [self = shared_from_this()](const asio::error_code& ended) {
+                       if (ended || self->isGone_) {
+                         return;
+                       }
+                       if (self->lastWords()) {
+                         self->gone();
+                       } else {
+                         self->lastWordsLater();
+                       }
+                     });
+}
+
+void Driver::finish(double patience) {
+  if (isGone_) {
     return;
   }
-  isFinished_ = true;
-  lastWords();
-  if (turns_ != nullptr) {
+  if (!std::exchange(isFinished_, true) && turns_ != nullptr) {
     turns_->driverDel(*this); // and with it the session, unless somebody else holds that
   }
+  if (lastWords() || patience <= 0) {
+    gone();
+    return;
+  }
+  patience_.expires_after(std::chrono::duration_cast<std::chrono::nanoseconds>(
+      std::chrono::duration<double>(patience)));
+  patience_.async_wait([self = shared_from_this()](const asio::error_code& ended) {
+    if (!ended && !self->isGone_) {
+      self->gone();
+    }
+  });
+  lastWordsLater();
+}
+
+void Driver::gone() {
+  isGone_ = true;
   asio::error_code ignored;
+  patience_.cancel();
   socket_.close(ignored);
   if (const Ended ended = std::exchange(ended_, nullptr)) {
     ended(session_);
@@ -178,6 +213,7 @@ void Driver::finish() {
 }
 
 void Driver::turnsGone() {
+  const std::shared_ptr<Driver> kept = shared_from_this();
   session_->close(Turns::now(), "the program ends");
   finish();
   turns_ = nullptr;

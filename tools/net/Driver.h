@@ -3,6 +3,7 @@
 #include <Zel/Session>
 
 #include <asio/local/stream_protocol.hpp>
+#include <asio/steady_timer.hpp>
 
 #include <functional>
 #include <memory>
@@ -29,8 +30,10 @@ public:
 
   const Zel::Ptr<Zel::Session>& session() const noexcept { return session_; }
   /// Writes what the socket takes at once and ends the session, telling the peer why. `ended` is
-  /// called before this returns, unless it has been.
-  void close(const Zel::String8& why);
+  /// called before this returns, unless it has been. With `patience`, in seconds, a peer whose
+  /// socket is full is waited for that long at most, in the background, and `ended` called then;
+  /// another `close` without any cuts that short.
+  void close(const Zel::String8& why, double patience = 0);
 
 private:
   friend class Turns;
@@ -44,8 +47,10 @@ private:
   void lose(const asio::error_code& why);
   void waitRead();
   void waitWrite();
-  void lastWords();
-  void finish();
+  bool lastWords();
+  void lastWordsLater();
+  void finish(double patience = 0);
+  void gone();
   void turnsGone();
 
   Turns* turns_; // null once they are gone
@@ -54,8 +59,11 @@ private:
   Ended ended_;
   bool mayRead_ = true; // as far as is known
   bool mayWrite_ = true;
-  bool isAtEnd_ = false; // nothing more will come
-  bool isFinished_ = false;
+  bool isAtEnd_ = false;    // nothing more will come
+  bool isFinished_ = false; // the session has ended, but for the peer's hearing of it
+  bool isGone_ = false;
+  std::size_t told_ = 0; // of the last words
+  asio::steady_timer patience_;
   Zel::String8 why_; // nothing more can be written; empty while it can
 };
 

@@ -4,6 +4,14 @@
 
 namespace Net {
 
+namespace {
+
+using Protocol = SocketFile::Protocol;
+
+constexpr const char* serverEnds = "the server ends";
+
+} // namespace
+
 Server::Server(Turns& turns, ServerOptions options, Zel::Ptr<Zel::Exports> exports)
     : turns_(turns), options_(std::move(options)), exports_(std::move(exports)),
       file_(options_.path, options_.access), acceptor_(turns.io()), retry_(turns.io()) {
@@ -12,10 +20,38 @@ Server::Server(Turns& turns, ServerOptions options, Zel::Ptr<Zel::Exports> expor
 }
 
 Server::~Server() {
+  whenEnded_ = nullptr;
   asio::error_code ignored;
   acceptor_.close(ignored);
   for (const auto& [number, driver] : std::map(clients_)) {
-    driver->close("the server ends");
+    driver->close(serverEnds);
+  }
+}
+
+void Server::end(double patience, std::function<void()> ended) {
+  isEnding_ = true;
+  // Those that are in the queue believe to be connected.
+  asio::error_code failed;
+  acceptor_.non_blocking(true, failed);
+  for (int count = 0; !failed && count < Protocol::acceptor::max_listen_connections; ++count) {
+    Socket socket = acceptor_.accept(failed);
+    if (!failed) {
+      clientIs(std::move(socket));
+    }
+  }
+  acceptor_.close(failed);
+  retry_.cancel();
+  for (const auto& [number, driver] : std::map(clients_)) {
+    driver->close(serverEnds, patience);
+  }
+  whenEnded_ = std::move(ended);
+  endedIf();
+}
+
+/// A client may have been accepted of which the handler has not heard yet.
+void Server::endedIf() {
+  if (whenEnded_ && clients_.empty() && !isAccepting_) {
+    std::exchange(whenEnded_, nullptr)();
   }
 }
 
@@ -26,13 +62,21 @@ void Server::log(Level level, const std::string& line) const {
 }
 
 void Server::accept() {
+  isAccepting_ = true;
   acceptor_.async_accept(
       [this, alive = alive_.watch()](const asio::error_code& failed, Socket socket) {
-        if (alive.expired() || failed == asio::error::operation_aborted) {
+        if (alive.expired()) {
+          return;
+        }
+        isAccepting_ = false;
+        if (!failed) {
+          clientIs(std::move(socket));
+        }
+        if (isEnding_) {
+          endedIf();
           return;
         }
         if (!failed) {
-          clientIs(std::move(socket));
           accept();
           return;
         }
@@ -59,6 +103,11 @@ void Server::clientIs(Socket socket) {
       turnAway(socket, Zel::Session::endingRefused, peer.text() + " may not connect");
       return;
     }
+    if (isEnding_) {
+      log(Level::info, name + ": turned away: " + serverEnds);
+      turnAway(socket, Zel::Session::endingOver, serverEnds);
+      return;
+    }
     if (clients_.size() >= options_.maxClients) {
       const std::string full =
           clients_.size() == 1
@@ -81,6 +130,7 @@ void Server::clientIs(Socket socket) {
                                                             std::move(session), exports_, nullptr),
                               [this, number](const auto& /*session*/) {
                                 clients_.erase(number);
+                                endedIf();
                               }));
   } catch (const std::exception& failure) { // such as no memory for the rings
     log(Level::error, name + ": turned away: " + failure.what());

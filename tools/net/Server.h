@@ -37,11 +37,17 @@ public:
 
   std::size_t clients() const noexcept { return clients_.size(); }
 
+  /// Lets nobody in any more and tells all who are there that the server ends. Those that do not
+  /// read are waited for `patience` seconds at most. When there is nobody to wait for any more,
+  /// within this call or later, `ended` is called, and the object can go.
+  void end(double patience, std::function<void()> ended);
+
 private:
   using Socket = Driver::Socket;
 
   void accept();
   void clientIs(Socket socket);
+  void endedIf();
   static void turnAway(Socket& socket, Zel::Session::Ending ending, const std::string& why);
   void log(Level level, const std::string& line) const;
 
@@ -53,6 +59,9 @@ private:
   asio::steady_timer retry_;
   std::uint64_t lastClient_ = 0;
   std::map<std::uint64_t, std::shared_ptr<Driver>> clients_;
+  bool isAccepting_ = false;
+  bool isEnding_ = false;
+  std::function<void()> whenEnded_;
   const Alive alive_;
 };
 

@@ -59,7 +59,7 @@ void Turns::run() {
   each(&Driver::take);
   each(&Driver::give);
   for (const std::shared_ptr<Driver>& driver : drivers) {
-    if (!driver->session()->isUp()) {
+    if (!driver->isFinished_ && !driver->session()->isUp()) {
       driver->finish();
       more = true; // mirrors have become stale, which may have changed something
     }

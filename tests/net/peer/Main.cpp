@@ -122,6 +122,8 @@ private:
     } else if (word == "input" && in >> name) {
       const Ptr<Status> input = inputs_->status(Zel::Name(name));
       answer(input ? std::to_string(input->historySize()) : "none");
+    } else if (double patience = 0; word == "end" && in >> patience) {
+      server_.end(patience, [this] { turns_.io().stop(); });
     } else if (word == "digest") {
       std::string all = digestOf(units_);
       for (const Ptr<Zel::Entity>& root : contents_.others().roots()) {
