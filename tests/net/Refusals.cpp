@@ -122,6 +122,23 @@ TEST_F(Refusals, EverybodyComesInWhereTheModeSaysSo) {
   EXPECT_NE(heardBy(nobody, nogroup).find("server"), std::string::npos);
 }
 
+TEST_F(Refusals, TheLastPlaceIsKeptForRootAndTheServersUser) {
+  NEEDS_ROOT
+  const auto server = serve({"mode=666", "clients=2"});
+  openUp();
+  EXPECT_NE(heardBy(nobody, nogroup).find("server"), std::string::npos) << "the first of two";
+  ASSERT_TRUE(server->complains("client 1, " + otherName() + ": session with by hand ended: "));
+  const Raw first(socket());
+  ASSERT_TRUE(server->complains(client(2) + ": connected\n"));
+  const std::string why = "the last place is kept for root and the server's user";
+  EXPECT_EQ(heardBy(nobody, nogroup), Session::bye(Session::endingBusy, Zel::String8(why)));
+  EXPECT_TRUE(
+      server->complains("warning client 3, " + otherName() + ": turned away: " + why + "\n"));
+  const Raw last(socket());
+  EXPECT_NE(last.first().find("server"), std::string::npos);
+  EXPECT_EQ(Raw(socket()).rest(), Session::bye(Session::endingBusy, "there are 2 clients already"));
+}
+
 TEST_F(Refusals, OfAUserAreSaidByMaintctl) {
   NEEDS_ROOT
   const std::string as =

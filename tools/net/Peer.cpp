@@ -23,8 +23,10 @@ Peer Peer::of(int socket) {
   return {credentials.pid, credentials.uid, credentials.gid};
 }
 
+bool Peer::isOwner() const noexcept { return user == 0 || user == ::geteuid(); }
+
 bool Peer::mayConnect(const SocketAccess& access) const {
-  if (user == 0 || user == ::geteuid() || (access.mode & 0002) != 0) {
+  if (isOwner() || (access.mode & 0002) != 0) {
     return true;
   }
   const gid_t ofFile = access.group != static_cast<gid_t>(-1) ? access.group : ::getegid();

@@ -16,7 +16,9 @@ struct Peer {
   /// Throws `std::system_error` on what is no connected Unix socket.
   static Peer of(int socket);
 
-  /// Whether the access lets it connect: root and the user of this process always, members of the
+  /// Whether it is of root or of the user of this process.
+  bool isOwner() const noexcept;
+  /// Whether the access lets it connect: an owner always, members of the
   /// file's group if the mode lets the group write, and everybody if it lets all others.
   bool mayConnect(const SocketAccess& access) const;
   /// Such as `user 1000 (ann), process 4711`.

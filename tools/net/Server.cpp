@@ -108,10 +108,12 @@ void Server::clientIs(Socket socket) {
       turnAway(socket, Zel::Session::endingOver, serverEnds);
       return;
     }
-    if (clients_.size() >= options_.maxClients) {
+    const bool isLast = clients_.size() + 1 == options_.maxClients;
+    if (clients_.size() >= options_.maxClients || (isLast && !peer.isOwner())) {
       const std::string full =
-          clients_.size() == 1
-              ? std::string("there is one client already")
+          isLast ? "the last place is kept for root and the server's user"
+          : clients_.size() == 1
+              ? "there is one client already"
               : "there are " + std::to_string(clients_.size()) + " clients already";
       log(Level::warning, name + ": turned away: " + full);
       turnAway(socket, Zel::Session::endingBusy, full);

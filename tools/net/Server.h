@@ -14,7 +14,9 @@ namespace Net {
 struct ServerOptions {
   std::string path;
   SocketAccess access;
-  std::size_t maxClients = 64; ///< more are turned away, and told so
+  /// More are turned away, and told so. The last place is for root and the user of this process
+  /// alone, so that who runs the server gets in where all others have filled it.
+  std::size_t maxClients = 64;
   /// Of each client's session; its `log` is not used.
   Zel::SessionOptions session;
   Log log;
