@@ -402,7 +402,7 @@ void Demuxer::run(FlowOut& flowOut) {
     return;
   }
   const std::uint64_t before = out.bytesWritten();
-  const AttributeId start = flowOut.resumeAt_;
+  const AttributeId start = flowOut.heldIn() != 0 ? flowOut.heldIn() : flowOut.resumeAt_;
   AttributeId next = 0;
   runEnd_ = before + runBudget;
   runIsOver_ = false;
@@ -431,8 +431,7 @@ void Demuxer::run(FlowOut& flowOut) {
   constexpr unsigned char manyRuns = 2 * maxFlowingAttributes;
   const bool wrote = out.bytesWritten() != before;
   flowOut.idleRuns_ = static_cast<unsigned char>(wrote ? 0 : flowOut.idleRuns_ + 1);
-  const bool isIdle =
-      !wrote && (next == start || flowOut.valueIter() != nullptr || flowOut.idleRuns_ > manyRuns);
+  const bool isIdle = !wrote && (next == start || flowOut.isHeld() || flowOut.idleRuns_ > manyRuns);
   flowOut.isParked_ = isIdle;
   flowOut.isScheduled_ = !isIdle;
   enqueue(isIdle ? parked_ : scheduled_, flowOut);

@@ -61,8 +61,7 @@ void AttrLogAdapter::zelOnSingular(AttributeId attr) {
 bool AttrLogAdapter::zelSerializeText(AttributeId attr) {
   const FlowStep& text = step(attr);
   if (const Gate open = gate(text); open != Gate::pass) {
-    // A text that is under way stays so until the gate opens again.
-    return open == Gate::done && (!flowOut() || flowOut()->valueIter() == nullptr);
+    return open == Gate::done;
   }
   EntityFlowOut* flow = hasFlag(flagNoFlowOut) ? nullptr : owed();
   const NboAttrLog::Out& out = *nboAttrLogOut();
@@ -136,9 +135,6 @@ AttributeId AttrLogAdapter::handleAttrFlowOut(AttributeId start) {
     }
   }
   const std::vector<FlowStep>& steps = plan().steps;
-  if (flow != nullptr && (flow->valueIter() != nullptr || flow->bookmark() != nullptr)) {
-    start = flow->attrId(); // which a position in a text or a collection belongs to
-  }
   std::size_t place = 0;
   if (start < plan().first()) {
     const AttributeId base = ZelNboAttrLogSa::handleAttrFlowOut(start);
@@ -162,19 +158,23 @@ AttributeId AttrLogAdapter::handleAttrFlowOut(AttributeId start) {
     const bool isLast = place + 1 == steps.size();
     const AttributeId next = isLast ? 0 : steps[place + 1].row->id;
     bool done = true;
-    if (flow != nullptr) {
+    // A place that is held elsewhere stays there: another text or collection would take it for its
+    // own, so it waits with its mark.
+    const AttributeId heldIn = flow != nullptr ? flow->heldIn() : 0;
+    const bool isFree = heldIn == 0 || heldIn == attr;
+    if (flow != nullptr && isFree) {
       flow->attrIdIs(attr);
     }
     if (at.kind == FlowKind::plain) {
       if (flow != nullptr && flow->hasBit(at)) {
         at.row->tell(*notifiee());
       }
-    } else if (at.kind == FlowKind::text) {
+    } else if (at.kind == FlowKind::text && isFree) {
       if (flow != nullptr && (flow->valueIter() != nullptr || flow->hasBit(at))) {
         done = zelSerializeText(attr);
         flow->bitIs(at, !done);
       }
-    } else {
+    } else if (isFree) {
       done = zelSerializeColl(attr);
     }
     if (flowOut() != kept) {
@@ -186,10 +186,8 @@ AttributeId AttrLogAdapter::handleAttrFlowOut(AttributeId start) {
     if (isLast) {
       return 0;
     }
-    if (flow != nullptr && flow->bookmark() != nullptr) {
-      return attr; // whose key the bookmark is: to another collection it would be anything
-    }
-    if (continueFlowOut()) {
+    // Where a walk has stopped the run ends, as it does where a text has.
+    if (continueFlowOut() && (flow == nullptr || flow->bookmark() == nullptr)) {
       continue;
     }
     if (at.kind == FlowKind::plain) {
