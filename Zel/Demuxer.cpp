@@ -472,7 +472,7 @@ bool Demuxer::inputApply(std::size_t budget) {
         throw;
       } catch (const RangeException&) {
         ++counts_.badValues;
-      } catch (const InternalException&) {
+      } catch (const ReadOnlyException&) {
         ++counts_.refused;
       }
     }
@@ -503,6 +503,16 @@ void Demuxer::aheadPrefetch(const In& in, std::size_t size) noexcept {
   }
 }
 
+namespace {
+
+/// Whether the peer may send this record where it may not write.
+bool isGranted(const StreamAdapter& adapter, AttributeId attr) {
+  return adapter.readOnlyRemoteOk(attr) ||
+         static_cast<const Entity::ZelNboAttrLogSa&>(adapter).convertedToWritable(false);
+}
+
+} // namespace
+
 /// `known` is whom the record is for, if it is for that one; null if nobody has looked ahead.
 void Demuxer::recordApply(const Record& record, StreamAdapter* known) {
   const MsgHeader& header = record.header;
@@ -526,6 +536,11 @@ void Demuxer::recordApply(const Record& record, StreamAdapter* known) {
     // Taken out of its directory here, where the peer does not know it yet.
     adapter->doRemountSelf(nullptr);
     ++counts_.unknownEntities;
+    return;
+  }
+  if (adapter->hasFlag(StreamAdapter::flagRemoteReadOnly) && !isGranted(*adapter, header.attrId))
+      [[unlikely]] {
+    ++counts_.refused;
     return;
   }
   if (header.attrId == attrIdTransaction) {
@@ -552,11 +567,6 @@ void Demuxer::answer(StreamAdapter& adapter) {
 }
 
 void Demuxer::transactionApply(StreamAdapter& adapter) {
-  auto& mirror = static_cast<Entity::ZelNboAttrLogSa&>(adapter);
-  if (mirror.hasFlag(StreamAdapter::flagRemoteReadOnly) && !mirror.convertedToWritable(false)) {
-    ++counts_.refused;
-    return;
-  }
   In& in = *connection_->in();
   const AttributeId attr = in.nextint();
   const unsigned type = in.nextU32();
@@ -564,7 +574,7 @@ void Demuxer::transactionApply(StreamAdapter& adapter) {
   if (type > StreamAdapter::attrTransactionEnd) {
     throwRangeException("AttrTransactionType");
   }
-  mirror.handleAttrTransaction(attr, static_cast<StreamAdapter::AttrTransactionType>(type), n);
+  adapter.handleAttrTransaction(attr, static_cast<StreamAdapter::AttrTransactionType>(type), n);
 }
 
 void Demuxer::orphanApply(const Record& record) {

@@ -164,13 +164,14 @@ TEST_F(Deserialization, ADeletionOfWhatIsNotThereDoesNotFail) {
   EXPECT_EQ(reader.sent(), (Briefs{"260", "268"})); // of the local writes alone
 }
 
-TEST_F(Deserialization, ARecordDuringARecordIsRefused) {
+TEST_F(Deserialization, ARecordDuringARecordBreaksARuleAndEndsTheConnection) {
   reader.adapter->flagsIs(Adapter::flagReactorActive, true);
   EXPECT_EQ(Support::messageOf<Zel::InternalException>(
                 [&] { reader.adapter->handleAttrDeserialization(Attr::state, {}, 4, nullptr); }),
             "entity reactor is already active");
   number(Attr::state, 1);
-  EXPECT_EQ(reader.counts().refused, 1U);
+  EXPECT_EQ(reader.failure(), "a record could not be applied: entity reactor is already active");
+  EXPECT_EQ(reader.counts().refused, 0U);
   EXPECT_EQ(unit->state(), init);
 }
 

@@ -4,6 +4,8 @@
 #include "Log.h"
 #include "Pair.h"
 
+#include <foreign/model/Carrier.h>
+
 #include <gmock/gmock.h>
 
 #include <stdexcept>
@@ -177,6 +179,82 @@ TEST_F(Failures, MalformedBytesEndTheConnectionAndLeaveTheMirrorWhole) {
   EXPECT_TRUE(mirrors->status("System") == mirror);
   mirror->stateIs(init);
   EXPECT_EQ(mirror->state(), init);
+}
+
+// A mutator of a program's own that fails.
+
+struct Fragile : Foreign::Carrier {
+  using Carrier::Carrier;
+  void urgencyIs(Foreign::Urgency urgency) override {
+    if (fail) {
+      fail();
+    }
+    Carrier::urgencyIs(urgency);
+  }
+  std::function<void()> fail;
+};
+
+/// Mirrors the only root in an entity that is there.
+struct MountOfOne : Zel::NboAttrLog::MountPolicy {
+  explicit MountOfOne(Ptr<Zel::Entity> taken) : entity(std::move(taken)) {}
+  Mount mount(const Ptr<Zel::Entity>& /*fresh*/) override { return {entity, {}}; }
+  const Ptr<Zel::Entity> entity;
+};
+
+struct FailingMutators : testing::Test {
+  FailingMutators() {
+    here->demuxer()->exportIs(carrier);
+    settle();
+  }
+  ~FailingMutators() override {
+    here->close();
+    there->close();
+  }
+  void settle() {
+    while (here->service() || there->service() || Pair::move(*here, *there) != 0 ||
+           Pair::move(*there, *here) != 0) {
+    }
+  }
+  /// Two records arrive, and the first one's mutator throws this.
+  template <class Failure>
+  void throws(Failure failure) {
+    mirror->fail = [=] { throw failure; };
+    carrier->urgencyIs(Foreign::express);
+    carrier->idleIs(false);
+    settle();
+  }
+  const Demuxer::Counts& counts() const { return there->demuxer()->counts(); }
+
+  const Ptr<Foreign::Carrier> carrier = Zel::makeObject<Foreign::Carrier>("fork");
+  const Ptr<Fragile> mirror = Zel::makeObject<Fragile>("fork");
+  const Ptr<Connection> here = Zel::makeObject<Connection>(Connection::End::first);
+  const Ptr<Connection> there =
+      Zel::makeObject<Connection>(Connection::End::second, "here", Zel::ConnectionLimits(),
+                                  Zel::makeObject<MountOfOne>(mirror));
+};
+
+TEST_F(FailingMutators, ARefusalIsCounted) {
+  throws(Zel::ReadOnlyException("not yours"));
+  EXPECT_EQ(counts().refused, 1U);
+  EXPECT_STREQ(there->failure().charPtr(), "");
+  EXPECT_FALSE(mirror->idle());
+}
+
+TEST_F(FailingMutators, ABadValueIsCounted) {
+  throws(Zel::RangeException("too urgent"));
+  EXPECT_EQ(counts().badValues, 1U);
+  EXPECT_STREQ(there->failure().charPtr(), "");
+  EXPECT_FALSE(mirror->idle());
+}
+
+TEST_F(FailingMutators, ABrokenRuleEndsTheConnection) {
+  throws(Zel::InternalException("broken"));
+  there->service();
+  EXPECT_EQ(counts().refused + counts().badValues, 0U);
+  EXPECT_STREQ(there->failure().charPtr(), "a record could not be applied: broken");
+  EXPECT_EQ(there->demuxer()->adapters(), 0U);
+  EXPECT_EQ(mirror->urgency(), Foreign::urgencyUnknown);
+  EXPECT_TRUE(mirror->idle());
 }
 
 } // namespace
