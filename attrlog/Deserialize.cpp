@@ -9,6 +9,7 @@
 
 #include <array>
 #include <optional>
+#include <span>
 #include <vector>
 
 namespace Zel {
@@ -281,6 +282,35 @@ void AttrLogAdapter::textEntryRead(const FlowStep& step, In& in, unsigned size, 
 
 namespace {
 
+/// What a member is made with behind its key. As long as that is little, it takes no heap.
+class Arguments {
+public:
+  explicit Arguments(std::size_t count)
+      : many_(count > few ? count : 0), manyAt_(many_.size()),
+        values_(many_.empty() ? std::span(few_) : std::span(many_)),
+        at_(many_.empty() ? fewAt_.data() : manyAt_.data()) {}
+
+  /// A default value behind those that are there; yields where it is.
+  void* add(const ValueRecord& type) {
+    void* const value = values_[count_].emplace(type).at();
+    at_[count_++] = value;
+    return value;
+  }
+  const void* const* data() const noexcept { return at_; }
+
+private:
+  static constexpr std::size_t few = 4;
+  using Value = std::optional<ValueSlot>;
+
+  std::array<Value, few> few_;
+  std::array<const void*, few> fewAt_;
+  std::vector<Value> many_;
+  std::vector<const void*> manyAt_;
+  const std::span<Value> values_;
+  const void** const at_;
+  std::size_t count_ = 0;
+};
+
 /// Members of entities' directories are entities.
 Ptr<Entity> memberMade(Ptr<PtrInterface> made) {
   return Ptr<Entity>::adopt(static_cast<Entity*>(made.release()));
@@ -317,17 +347,14 @@ void AttrLogAdapter::childRead(const FlowStep& step, In& in, std::size_t payload
   const CollectionOps& ops = *row.collection;
   ValueSlot key(*row.key);
   decodeValue(*row.key, key.at(), in);
-  std::array<std::optional<ValueSlot>, 4> values;
-  std::array<const void*, 4> arguments{};
-  for (std::size_t i = 0; i < ops.arguments.size(); ++i) {
-    const ValueRecord& type = *ops.arguments[i];
-    values.at(i).emplace(type);
-    if (type.enumeration != nullptr) {
-      enumRead(type, values[i]->at(), in);
+  Arguments arguments(ops.arguments.size());
+  for (const ValueRecord* const type : ops.arguments) {
+    void* const value = arguments.add(*type);
+    if (type->enumeration != nullptr) {
+      enumRead(*type, value, in);
     } else {
-      decodeValue(type, values[i]->at(), in);
+      decodeValue(*type, value, in);
     }
-    arguments[i] = values[i]->at();
   }
   if (entityIdAt != 0) {
     const std::size_t consumed = payload - in.left();
