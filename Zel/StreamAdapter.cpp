@@ -274,25 +274,28 @@ void Entity::ZelNboAttrLogSa::onNotificationException(AttributeId attr) {
   if (!failure) {
     return;
   }
+  // Who hears of a refusal may close any connection, and let go of what belongs to it.
+  const Ptr<ZelNboAttrLogSa> kept(this);
   const Ptr<NboAttrLog::Out> out = nboAttrLogOut();
-  Connection* const connection = out ? out->connection() : nullptr;
+  const Ptr<Connection> connection(out ? out->connection() : nullptr);
+  const bool wasGuard = isGuard();
   const auto lost = [&](const char* why) {
-    if (connection != nullptr) {
+    if (connection) {
       connection->fail(String8("change of attribute " + std::to_string(attr) + " lost: ") + why);
     }
   };
   try {
     std::rethrow_exception(failure);
   } catch (const ReadOnlyException&) {
+    const Ptr<Entity> entity(rawEntity());
     divergedIs();
     // The mirrors of other connections do not hear of what was written, and would never hear of its
     // repair if that should come to the same. Where a guard has refused, another connection is the
     // one that repairs.
-    const Ptr<Entity> entity(rawEntity());
-    for (Demuxer* const demuxer : globalNboAttrLogDemuxerManager().nboDemuxerIterator()) {
+    for (const Ptr<Demuxer>& demuxer : globalNboAttrLogDemuxerManager().demuxers()) {
       Connection* const other = demuxer->connection();
       const Ptr<ZelNboAttrLogSa> adapter =
-          entity && other != nullptr && (other != connection || isGuard())
+          entity && other != nullptr && (other != connection.ptr() || wasGuard)
               ? entity->zelNboAttrLogSa(Ptr<const NboAttrLog::Out>(other->out()))
               : nullptr;
       if (adapter && adapter->hasFlag(flagImported)) {

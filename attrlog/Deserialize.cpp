@@ -408,11 +408,7 @@ void AttrLogAdapter::childRead(const FlowStep& step, In& in, std::size_t payload
 void AttrLogAdapter::syncModeRead(In& in) {
   const SyncMode mode = SyncModeInstance(in.nextU32());
   if (hasUnifiedEntityId()) {
-    std::vector<Ptr<Demuxer>> demuxers;
-    for (Demuxer* const demuxer : globalNboAttrLogDemuxerManager().nboDemuxerIterator()) {
-      demuxers.emplace_back(demuxer);
-    }
-    for (const Ptr<Demuxer>& demuxer : demuxers) {
+    for (const Ptr<Demuxer>& demuxer : globalNboAttrLogDemuxerManager().demuxers()) {
       const Ptr<StreamAdapter> same(demuxer->adapter(entityId()));
       if (same && same->zelNotifierEntity() == rawEntity()) {
         same->flagsIs(flagSyncFanOut, true);
