@@ -165,8 +165,7 @@ void AttrLogAdapter::doNotification(AttributeId attr, void* key) {
 
 void AttrLogAdapter::syncModeIs(SyncMode mode) {
   ZelNboAttrLogSa::syncModeIs(mode);
-  const Demuxer* const demuxer = streamDemuxer();
-  if (demuxer == nullptr || demuxer->stage() >= 2 || !hasFlag(flagReactorActive)) {
+  if (streamDemuxer() == nullptr || !hasFlag(flagReactorActive)) {
     return;
   }
   for (const FlowStep& collection : plan().steps) {
