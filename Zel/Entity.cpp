@@ -1,6 +1,7 @@
 #include <Zel/Entity>
 
 #include <Zel/StreamAdapter>
+#include <Zel/ZelType>
 
 namespace Zel {
 
@@ -18,7 +19,11 @@ void Entity::parentIs(const Ptr<Entity>& parent) {
   handleParent(parent);
 }
 
-const ZelAttr* Entity::parentAttr() const { return nullptr; }
+const ZelAttr* Entity::parentAttr() const {
+  const Ptr<const Entity> holder = parent();
+  const ZelType* const type = holder ? holder->fwkType() : nullptr;
+  return type != nullptr ? type->attr(parentAttrId()) : nullptr;
+}
 
 AttributeId Entity::parentAttrId() const { return parentAttrId_; }
 void Entity::parentAttrIdIs(AttributeId id) { parentAttrId_ = id; }

@@ -1,6 +1,8 @@
 #include "support/Slot.h"
 
 #include <Zel/StreamAdapter>
+#include <Zel/ZelType>
+#include <model/MaintenanceUnitProfile.h>
 #include <model/Profile.h>
 #include <model/Unit.h>
 
@@ -40,6 +42,29 @@ TEST(Entities, HoldTheirParentWithoutACount) {
   child->parentIs(nullptr);
   EXPECT_FALSE(child->parent());
   EXPECT_EQ(child->handled, (std::vector<Entity*>{parent.ptr(), nullptr}));
+}
+
+TEST(Entities, KnowTheAttributeOfTheirParentThatHoldsThem) {
+  namespace Profiles = MaintenanceUnitProfile;
+  const auto units = Maintenance::Unit::statusDirFactory("units");
+  const Ptr<Maintenance::Unit::Status> unit = units->statusIs("System");
+  const Zel::ZelAttr* const attr = unit->parentAttr();
+  ASSERT_NE(attr, nullptr);
+  EXPECT_EQ(attr->name(), Name("status"));
+  EXPECT_EQ(attr->id(), unit->parentAttrId());
+  EXPECT_EQ(attr, units->fwkType()->attr("status"));
+  units->statusDel("System");
+  EXPECT_EQ(unit->parentAttr(), nullptr);
+
+  const auto profiles = Profiles::configDirFactory("profiles");
+  const Ptr<Profiles::Config> profile = profiles->configIs("slow");
+  ASSERT_NE(profile->parentAttr(), nullptr);
+  EXPECT_EQ(profile->parentAttr()->name(), Name("config"));
+
+  const auto orphan = Zel::makeObject<Plain>("of a parent without a descriptor");
+  const auto parent = Zel::makeObject<Plain>("parent");
+  orphan->parentIs(parent);
+  EXPECT_EQ(orphan->parentAttr(), nullptr);
 }
 
 TEST(Entities, KnowTheirPath) {

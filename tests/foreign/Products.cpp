@@ -1,5 +1,6 @@
 #include "Recorder.h"
 
+#include <Zel/ZelType>
 #include <foreign/model/Perishable.h>
 
 #include <gmock/gmock.h>
@@ -32,6 +33,32 @@ TEST(ForeignProduct, HasAnEmptyNameWhateverItsKey) {
   EXPECT_EQ(product->key(), SkuKey(frozen, "peas"));
   EXPECT_EQ(product->fwkKey(), product->key());
   EXPECT_EQ(product->readCounter(), 3U);
+}
+
+TEST(ForeignProduct, KnowsWhichAttributeOfItsParentHoldsIt) {
+  const auto products = Zel::makeObject<ProductDir>("products");
+  const Zel::Ptr<Product> peas = products->productIs(SkuKey(frozen, "peas"));
+  ASSERT_NE(peas->parentAttr(), nullptr);
+  EXPECT_EQ(peas->parentAttr()->name(), "product");
+  EXPECT_EQ(peas->parentAttr(), products->fwkType()->attr("product"));
+  products->productDelAll();
+  EXPECT_EQ(peas->parentAttr(), nullptr);
+  EXPECT_EQ(peas->parentAttrId(), ProductDir::Attr::product);
+}
+
+TEST(ForeignProduct, KnowsAnAttributeThatItsParentHasFromABase) {
+  const auto milk = Zel::makeObject<Perishable>("milk");
+  const auto part = Zel::makeObject<Product>(SkuKey());
+  part->parentIs(milk);
+  for (const auto& [id, name] : {std::pair{Product::Attr::supplier, "supplier"},
+                                 std::pair{Perishable::Attr::batch, "batch"}}) {
+    part->parentAttrIdIs(id);
+    ASSERT_NE(part->parentAttr(), nullptr);
+    EXPECT_EQ(part->parentAttr()->name(), name);
+    EXPECT_EQ(part->parentAttr()->container(), milk->fwkType());
+  }
+  part->parentAttrIdIs(999);
+  EXPECT_EQ(part->parentAttr(), nullptr);
 }
 
 TEST(ForeignProduct, ASetKeyedByNameHoldsFalseAsWellAsTrue) {
