@@ -1,7 +1,5 @@
 #include <Zel/Exception>
 
-#include <Zel/Trace>
-
 #include <utility>
 
 namespace Zel {
@@ -17,30 +15,8 @@ bool Expect::expects(ExceptionId id) noexcept {
   return false;
 }
 
-namespace {
-
-bool isExpected(Exception::IdBitArray ids) {
-  for (const ExceptionId id :
-       {exceptionId, internalExceptionId, rangeExceptionId, nameInUseExceptionId, constExceptionId,
-        badIndexAttrExceptionId, opNotSupportedExceptionId, typeExceptionId, unknownArgExceptionId,
-        unknownAttrExceptionId, readOnlyExceptionId, attrLogExceptionId}) {
-    if (ids.has(id) && Expect::expects(id)) {
-      return true;
-    }
-  }
-  return false;
-}
-
-} // namespace
-
-Exception::Exception(String8 message, IdBitArray ids, bool announce)
-    : message_(std::move(message)), details_(makeObject<Details>(ids.add(id))) {
-  if (announce) {
-    tracePoint(&TraceFacility::ofExceptions(), isExpected(details_->ids) ? 5 : 1,
-               "Zel/Exception.cpp", __LINE__, "Exception",
-               [&](std::ostream& out) { out << message_; });
-  }
-}
+Exception::Exception(String8 message, IdBitArray ids, bool /*announce*/)
+    : message_(std::move(message)), details_(makeObject<Details>(ids.add(id))) {}
 
 InternalException::InternalException(String8 message, IdBitArray ids)
     : Exception(std::move(message), ids.add(id), true) {}

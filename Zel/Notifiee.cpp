@@ -2,10 +2,10 @@
 
 #include <Zel/Activity>
 #include <Zel/Entity>
-#include <Zel/Exception>
+#include <Zel/NotificationException>
 #include <Zel/StreamAdapter>
-#include <Zel/Trace>
 
+#include <atomic>
 #include <limits>
 #include <typeinfo>
 
@@ -14,6 +14,21 @@ namespace Zel {
 using NotifieeConst = PtrInterface::NotifieeConst;
 
 NotifieeConst::NotifieeConst() noexcept { referenceBitsSet(notificationActiveBit); }
+namespace {
+
+constinit std::atomic<NotificationExceptionHandler> exceptionHandler = nullptr;
+
+} // namespace
+
+NotificationExceptionHandler
+notificationExceptionHandlerIs(NotificationExceptionHandler handler) noexcept {
+  return exceptionHandler.exchange(handler);
+}
+
+NotificationExceptionHandler notificationExceptionHandler() noexcept {
+  return exceptionHandler.load();
+}
+
 
 NotifieeConst::~NotifieeConst() = default;
 
@@ -120,23 +135,12 @@ void NotifieeConst::handleNotificationException(AttributeId /*id*/) {}
 void NotifieeConst::handleNotificationException() {}
 void NotifieeConst::onZeroReferences() {}
 
-void NotifieeConst::onNotificationException(AttributeId id) try {
-  tracePoint(&TraceFacility::ofNotification(), 1, "Zel/Notifiee.cpp", __LINE__,
-             "onNotificationException", [id](std::ostream& out) {
-               out << "callback of attribute " << id << " threw ";
-               if (!std::current_exception()) {
-                 out << "earlier";
-                 return;
-               }
-               try {
-                 throw;
-               } catch (const std::exception& failure) {
-                 out << '"' << failure.what() << '"';
-               } catch (...) {
-                 out << "something that is no std::exception";
-               }
-             });
-} catch (...) { // what cannot be traced is not worth a failed mutator
+void NotifieeConst::onNotificationException(AttributeId id) {
+  const NotificationExceptionHandler handler = notificationExceptionHandler();
+  const std::exception_ptr failure = std::current_exception();
+  if (handler != nullptr && failure) {
+    handler(*this, id, failure);
+  }
 }
 
 Ptr<PtrInterface> NotifieeConst::activityPtr() const { return nullptr; }

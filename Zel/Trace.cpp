@@ -49,24 +49,6 @@ void TraceFacility::levelIs(int level, bool on) {
   level_[static_cast<unsigned>(level)].store(on, std::memory_order_relaxed);
 }
 
-namespace {
-
-/// Made together, under the guard of the language, at the first trace point of either.
-struct OwnFacilities {
-  TraceFacility& exceptions = TraceFacility::named("Exception");
-  TraceFacility& notification = TraceFacility::named("Notification");
-};
-
-const OwnFacilities& ownFacilities() {
-  static const OwnFacilities own;
-  return own;
-}
-
-} // namespace
-
-TraceFacility& TraceFacility::ofExceptions() { return ownFacilities().exceptions; }
-TraceFacility& TraceFacility::ofNotification() { return ownFacilities().notification; }
-
 TraceHandle::TraceHandle(String8 name, bool on) : facility_(&TraceFacility::named(name)) {
   if (on) {
     facility_->onIs(true);

@@ -1,6 +1,7 @@
 #include "support/Recorder.h"
 #include "support/Slot.h"
 
+#include <Zel/NotificationException>
 #include <Zel/StreamAdapter>
 #include <Zel/Trace>
 #include <model/Unit.h>
@@ -187,25 +188,105 @@ TEST(NotifieeFlags, PassOnOnlyTheBitsOfTheMask) {
   EXPECT_TRUE(flags != Flags(0));
 }
 
-TEST(NotifieeExceptions, AreTracedByTheBase) {
-  std::ostringstream out;
-  Zel::traceStreamIs(&out);
-  auto& facility = Zel::TraceFacility::named("Notification");
-  facility.onIs(true);
-  facility.levelIs(1, true);
+/// The handler is a function of the process: what the tests' one is told, and what it does besides.
+struct NotificationExceptions : testing::Test {
   struct Thrower : DefaultProfile::Notifiee {
     void onProfileName() override { throw std::runtime_error("refused"); }
+    void onZeroReferences() override { throw 7; }
   };
-  const auto profile = defaultProfileFactory("default");
-  const auto thrower = Zel::makeObject<Thrower>();
-  thrower->isRegisteredNotifieeIs(true);
-  thrower->notifierIs(profile);
+  struct Told {
+    const Base* notifiee;
+    Zel::AttributeId id;
+    std::string what;
+    bool operator==(const Told&) const = default;
+  };
+
+  NotificationExceptions() {
+    told.clear();
+    rethrows = false;
+    thrower->isRegisteredNotifieeIs(true);
+    thrower->notifierIs(profile);
+  }
+  ~NotificationExceptions() override { Zel::notificationExceptionHandlerIs(nullptr); }
+
+  static void handle(Base& notifiee, Zel::AttributeId id, const std::exception_ptr& failure) {
+    try {
+      std::rethrow_exception(failure);
+    } catch (const std::exception& known) {
+      told.push_back({&notifiee, id, known.what()});
+    } catch (int number) {
+      told.push_back({&notifiee, id, std::to_string(number)});
+    }
+    if (rethrows) {
+      std::rethrow_exception(failure);
+    }
+  }
+
+  static std::vector<Told> told;
+  static bool rethrows;
+  Ptr<DefaultProfile> profile = defaultProfileFactory("default");
+  const Ptr<Thrower> thrower = Zel::makeObject<Thrower>();
+  Log log;
+};
+
+std::vector<NotificationExceptions::Told> NotificationExceptions::told;
+bool NotificationExceptions::rethrows = false;
+
+TEST_F(NotificationExceptions, AreToldToTheHandlerThatTheProgramSets) {
+  EXPECT_EQ(Zel::notificationExceptionHandlerIs(handle), nullptr);
+  const auto behind = listen(profile, "behind", log);
   profile->profileNameIs("x");
-  facility.onIs(false);
-  Zel::traceStreamIs(nullptr);
-  EXPECT_NE(out.str().find("callback of attribute 259 threw \"refused\""), std::string::npos)
-      << out.str();
+  EXPECT_EQ(told, (std::vector<Told>{{thrower.ptr(), 259, "refused"}}));
+  EXPECT_EQ(log, Log{"behind"});
+  EXPECT_EQ(Zel::notificationExceptionHandler(), &handle);
+  EXPECT_EQ(Zel::notificationExceptionHandlerIs(nullptr), &handle);
 }
+
+TEST_F(NotificationExceptions, WithoutAHandlerAreHeardOfByNobody) {
+  std::ostringstream out;
+  Zel::coverageStream_ = &out;
+  profile->profileNameIs("x");
+  Zel::coverageStream_ = nullptr;
+  EXPECT_EQ(out.str(), "");
+  EXPECT_TRUE(told.empty());
+  EXPECT_EQ(profile->profileName(), "x");
+}
+
+TEST_F(NotificationExceptions, NeedNotBeOfAnyClass) {
+  Zel::notificationExceptionHandlerIs(handle);
+  thrower->isWeakReferenceIs(true);
+  profile = nullptr;
+  EXPECT_EQ(told, (std::vector<Told>{{thrower.ptr(), 5, "7"}}));
+}
+
+TEST_F(NotificationExceptions, LeaveTheMutatorIfTheHandlerThrows) {
+  Zel::notificationExceptionHandlerIs(handle);
+  rethrows = true;
+  const auto behind = listen(profile, "behind", log);
+  EXPECT_THROW(profile->profileNameIs("x"), std::runtime_error);
+  EXPECT_EQ(profile->profileName(), "x");
+  EXPECT_EQ(log, Log{});
+}
+
+TEST_F(NotificationExceptions, OfANotifieeThatSeesToThemItselfAreItsOwn) {
+  Zel::notificationExceptionHandlerIs(handle);
+  thrower->notifierIs(nullptr);
+  const auto own = listen(profile, "own", log);
+  own->onCall = [] { throw std::runtime_error("own"); };
+  profile->profileNameIs("x");
+  EXPECT_EQ(log, (Log{"own", "own exception 259"}));
+  EXPECT_TRUE(told.empty());
+}
+
+TEST_F(NotificationExceptions, ToldWithoutOneAreNone) {
+  Zel::notificationExceptionHandlerIs(handle);
+  thrower->onNotificationException(259);
+  EXPECT_TRUE(told.empty());
+}
+
+// What the list knows of weak references costs nobody a word.
+static_assert(sizeof(Base) == 48 && sizeof(Zel::Entity) == 48);
+static_assert(sizeof(Zel::ListRaw<DefaultProfile::NotifieeConst>) == 32);
 
 TEST(NotifieeSlots, StandInTheirOrder) {
   using Support::slotOf;

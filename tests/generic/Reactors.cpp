@@ -1,8 +1,7 @@
 #include "ReactorFixture.h"
 
-#include <Zel/Trace>
+#include <Zel/NotificationException>
 
-#include <sstream>
 #include <stdexcept>
 
 namespace {
@@ -167,19 +166,23 @@ private:
   Log& log_;
 };
 
-TEST_F(Reactor, ThatThrowsIsTracedAndKeepsNobodyFromHearing) {
+TEST_F(Reactor, ThatThrowsIsToldToTheHandlerAndKeepsNobodyFromHearing) {
   object = nullptr;
   const auto failing = Zel::makeObject<Failing>(unit, log);
   const Handle second = told(Zel::generic(unit), listener);
-  std::ostringstream trace;
-  Zel::traceStreamIs(&trace);
-  Zel::TraceFacility::ofNotification().onIs(true);
-  Zel::TraceFacility::ofNotification().levelIs(1, true);
+  static const Zel::PtrInterface* thrower;
+  static Zel::AttributeId attribute;
+  Zel::notificationExceptionHandlerIs([](Zel::PtrInterface::NotifieeConst& notifiee,
+                                         Zel::AttributeId id, const std::exception_ptr& failure) {
+    thrower = &notifiee;
+    attribute = id;
+    EXPECT_THROW(std::rethrow_exception(failure), std::runtime_error);
+  });
   unit->stateIs(Unit::active);
-  Zel::TraceFacility::ofNotification().onIs(false);
-  Zel::traceStreamIs(nullptr);
+  Zel::notificationExceptionHandlerIs(nullptr);
   EXPECT_EQ(log, Log{"262"}) << "not through the reactor's own operation";
-  EXPECT_NE(trace.str().find("callback of attribute 262 threw \"no\""), std::string::npos);
+  EXPECT_EQ(thrower, failing.ptr());
+  EXPECT_EQ(attribute, 262);
   EXPECT_EQ(unit->state(), Unit::active);
 }
 
