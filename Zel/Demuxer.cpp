@@ -64,8 +64,9 @@ MountPolicy::Mount DirMounts::mount(const Ptr<Entity>& fresh) {
 }
 
 void DirMounts::synced(const Ptr<Entity>& entity) {
-  if (dir_->entity(entity->name()) == entity) {
-    dir_->statusIs(entity->name(), Dir::loaded);
+  const Ptr<Dir::Entry> entry = dir_->entry(entity->name());
+  if (entry && entry->entity() == entity) {
+    entry->statusIs(Dir::loaded);
   }
 }
 
@@ -275,7 +276,9 @@ void Demuxer::createFlowOut(const Ptr<StreamAdapter>& adapter, const ConnectDesc
   }
   const Ptr<FlowOut> flowOut = adapter->flowOutIs(adapter->out_, connect, flag, start);
   if (const Ptr<FlowOut> former = adapter->flowOut()) {
-    flowOut->pendingAbort_ = former->pendingAbort_;
+    for (FlowOut::ZelPendingAbort::IteratorConst at(former->pendingAbort_); at; at.advance()) {
+      flowOut->pendingAbortIs(at->zelKey(), at->zelValue());
+    }
     flowOut->isOfWalk_ = former->isOfWalk_;
     former->isOfWalk_ = false;
     if (former->valueIter() != nullptr) {
@@ -636,7 +639,7 @@ void Demuxer::orphanApply(const Record& record) {
       connection_->out(), nullptr);
   if (adapter) {
     rootIs(*adapter, id, true);
-    adapter->doEntityIdIs(id, this, true);
+    adapter->doEntityIdIs(id, Ptr<Demuxer>(this), true);
     policy_->mounted(adapter);
   }
 }

@@ -6,14 +6,27 @@ namespace Zel {
 
 constinit thread_local const Dir::Active* Dir::Active::innermost_ = nullptr;
 
-Dir::~Dir() = default;
+Dir::~Dir() {
+  for (const auto& [name, entry] : entries_) {
+    entry->entity_ = nullptr;
+  }
+}
+
+Dir::Entry::~Entry() = default;
 
 void Dir::entityIs(const Ptr<Entity>& root) {
   if (!root || root->parent()) {
     throwRangeException(root ? "no root entity: " + root->name() : "no root entity");
   }
   const auto [at, isNew] = entities_.try_emplace(root->name(), root);
-  if (!isNew && !(at->second == root)) {
+  if (isNew) {
+    try {
+      entries_.insert_or_assign(at->first, makeObject<Entry>(root.ptr()));
+    } catch (...) {
+      entities_.erase(at);
+      throw;
+    }
+  } else if (!(at->second == root)) {
     throw NameInUseException(at->first);
   }
 }
@@ -24,25 +37,21 @@ Ptr<Entity> Dir::entityDel(const Name& name) {
     return nullptr;
   }
   Ptr<Entity> root = at->second;
-  entities_.erase(at);
-  statuses_.erase(name);
+  const auto entry = entries_.find(name);
+  entry->second->entity_ = nullptr;
+  entries_.erase(entry);
+  entities_.erase(at); // and with it maybe the name
   return root;
-}
-
-Dir::Status Dir::status(const Name& name) const {
-  const auto at = statuses_.find(name);
-  return at == statuses_.end() ? present : at->second;
-}
-
-void Dir::statusIs(const Name& name, Status status) {
-  if (entities_.count(name) != 0) {
-    statuses_.insert_or_assign(name, status);
-  }
 }
 
 Ptr<Entity> Dir::entity(const Name& name) const {
   const auto at = entities_.find(name);
   return at == entities_.end() ? nullptr : at->second;
+}
+
+Ptr<Dir::Entry> Dir::entry(Name name) const {
+  const auto at = entries_.find(name);
+  return at == entries_.end() ? nullptr : at->second;
 }
 
 Ptr<Dir> Dir::active() noexcept {

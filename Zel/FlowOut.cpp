@@ -28,7 +28,7 @@ void FlowOut::walkLeave() {
 }
 
 bool FlowOut::hasDirtyAttributes() const {
-  return !pendingAbort_.empty() || valueIter_ != nullptr || hasDataBit(dataBitResyncOwed) ||
+  return pendingAbort_.count() != 0 || valueIter_ != nullptr || hasDataBit(dataBitResyncOwed) ||
          (forwardRefs_ && !forwardRefs_->empty());
 }
 
@@ -79,17 +79,22 @@ void FlowOut::zelDataBitsIs(unsigned char bits) { zelDataBits_ = bits; }
 void FlowOut::indIs(int /*ind*/) {}
 void FlowOut::entityVersionIs(unsigned /*version*/) {}
 
-void FlowOut::pendingAbortDel(AttributeId attr) { pendingAbort_.erase(attr); }
+void FlowOut::pendingAbortDel(AttributeId attr) { pendingAbort_.deleteKey(attr); }
 
-void FlowOut::pendingAbortDel(ZelPendingAbort::iterator& at) {
-  if (at != pendingAbort_.end()) {
-    at = pendingAbort_.erase(at);
+void FlowOut::pendingAbortDel(ZelPendingAbort::Iterator& at) {
+  if (at) {
+    pendingAbortDel(at->zelKey());
   }
 }
 
 void FlowOut::pendingAbortNotify(AttributeId /*attr*/) {}
 void FlowOut::pendingAbortIs(AttributeId attr, bool abort) {
-  pendingAbort_.insert_or_assign(attr, abort);
+  if (ZelAttributeToAbort* const there = pendingAbort_[attr]) {
+    there->zelValueIs(abort);
+    return;
+  }
+  const auto entry = makeObject<ZelAttributeToAbort>(attr, abort);
+  pendingAbort_.newMemberG(entry, &entry->zelKey());
 }
 void FlowOut::streamAdapterIs(const Ptr<StreamAdapter>& adapter) { adapter_ = adapter.ptr(); }
 

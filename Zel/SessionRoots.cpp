@@ -280,8 +280,9 @@ void Session::liveIf(Mount& mount) {
     return;
   }
   mount.guardsDel();
-  if (mounts_->dir_) {
-    mounts_->dir_->statusIs(mount.name(), Dir::loaded);
+  const Ptr<Dir::Entry> entry = mounts_->dir_ ? mounts_->dir_->entry(mount.name()) : nullptr;
+  if (entry) {
+    entry->statusIs(Dir::loaded);
   }
   repairTell(mount);
   mount.stateIs(Mount::live, now_);

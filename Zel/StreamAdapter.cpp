@@ -86,7 +86,9 @@ unsigned StreamAdapter::audit() const { return 0; }
 void StreamAdapter::entityIdInitializedIs(bool /*initialized*/) {}
 void StreamAdapter::syncModeIs(SyncMode mode) { syncMode_ = mode; }
 
-void StreamAdapter::entityIdIs(const EntityId& id) { doEntityIdIs(id, streamDemuxer(), false); }
+void StreamAdapter::entityIdIs(const EntityId& id) {
+  doEntityIdIs(id, Ptr<Demuxer>(streamDemuxer()), false);
+}
 
 void StreamAdapter::streamDemuxerIs(Demuxer* /*demuxer*/) {}
 void StreamAdapter::filterDel() {}
@@ -156,8 +158,8 @@ void StreamAdapter::doFixChildFlags(const Ptr<StreamAdapter>& child) {
   }
 }
 
-void StreamAdapter::doEntityIdIs(const EntityId& id, Demuxer* demuxer, bool takeOver) {
-  if (demuxer == nullptr) {
+void StreamAdapter::doEntityIdIs(const EntityId& id, const Ptr<Demuxer>& demuxer, bool takeOver) {
+  if (!demuxer) {
     return;
   }
   StreamAdapter* const other = demuxer->adapter(id);
@@ -175,11 +177,11 @@ void StreamAdapter::doEntityIdIs(const EntityId& id, Demuxer* demuxer, bool take
   demuxer->adapterIs(Ptr<StreamAdapter>(this), id);
 }
 
-void StreamAdapter::doThrowReadOnly(const ZelAttr* attr) const {
+void StreamAdapter::doThrowReadOnly(const Ptr<const ZelAttr>& attr) const {
   const Entity* const entity = rawEntity();
   throw ReadOnlyException(
-      "read-only attribute: " + (attr != nullptr ? String8(attr->name()) : String8("unknown")) +
-      " of " + (entity != nullptr ? entity->fullName() : String8("nothing")));
+      "read-only attribute: " + (attr ? String8(attr->name()) : String8("unknown")) + " of " +
+      (entity != nullptr ? entity->fullName() : String8("nothing")));
 }
 
 bool StreamAdapter::readOnlyRemoteOk(AttributeId attr) const noexcept {

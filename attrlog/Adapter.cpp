@@ -125,7 +125,7 @@ bool AttrLogAdapter::isRefusing() const {
 void AttrLogAdapter::readOnlyCheck(const FlowStep& step) {
   if (isRefusing()) {
     const ZelType* const type = rawEntity()->fwkType();
-    doThrowReadOnly(type != nullptr ? type->attr(step.row->id) : nullptr);
+    doThrowReadOnly(Ptr<const ZelAttr>(type != nullptr ? type->attr(step.row->id) : nullptr));
   }
 }
 

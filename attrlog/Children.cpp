@@ -181,7 +181,7 @@ void AttrLogAdapter::childAttach(Entity& child) {
     demuxer->announcedLimit();
   }
   if (!isOurs || hasFlag(flagImported)) {
-    adapter->doEntityIdIs(id, demuxer, true);
+    adapter->doEntityIdIs(id, Ptr<Demuxer>(demuxer), true);
     if (isOurs && !isSame && (!hasFlag(flagReadOnly) || convertedToWritable(false))) {
       adapter->doThis(); // what went out under the other id has reached nobody
     }

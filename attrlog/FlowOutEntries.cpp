@@ -127,7 +127,7 @@ bool AttrLogAdapter::serializeTextEntry(const FlowStep& step, const void* key, c
       return false;
     }
     // The abort of a text that was under way goes before anything else of this collection.
-    if (!prepareImmediateTransmission(attr, false) || flow->pendingAbort().count(attr) != 0 ||
+    if (!prepareImmediateTransmission(attr, false) || flow->pendingAbort()[attr] != nullptr ||
         needed > NboAttrLog::Out::maxRecordSize || !enough) {
       keyOwe(*flow, attr, key, true);
       return false;

@@ -128,10 +128,9 @@ AttributeId AttrLogAdapter::handleAttrFlowOut(AttributeId start) {
   const HandlingScheduledFlowOutAnchor anchor(*this, flow != nullptr);
   if (flow != nullptr) {
     flow->dataBitIs(FlowOut::dataBitSuspended, false);
-    while (!flow->pendingAbort().empty()) {
-      const AttributeId attr = flow->pendingAbort().begin()->first;
-      sendTransactionMarker(attr, attrTransactionAbort, 0);
-      flow->pendingAbortDel(attr);
+    for (FlowOut::ZelPendingAbort::Iterator at(flow->pendingAbort()); at; at.advance()) {
+      sendTransactionMarker(at->zelKey(), attrTransactionAbort, 0);
+      flow->pendingAbortDel(at);
     }
   }
   const std::vector<FlowStep>& steps = plan().steps;

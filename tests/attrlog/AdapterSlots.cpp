@@ -176,7 +176,7 @@ TEST(AdapterSlots, OfWhatIsOwed) {
   EXPECT_EQ(slotOf(&FlowOut::entityVersionIs), 24);
   EXPECT_EQ(slotOf<void (FlowOut::*)(AttributeId)>(&FlowOut::pendingAbortDel), 25);
   EXPECT_EQ(
-      slotOf<void (FlowOut::*)(FlowOut::ZelPendingAbort::iterator&)>(&FlowOut::pendingAbortDel),
+      slotOf<void (FlowOut::*)(FlowOut::ZelPendingAbort::Iterator&)>(&FlowOut::pendingAbortDel),
       26);
   EXPECT_EQ(slotOf(&FlowOut::pendingAbortNotify), 27);
   EXPECT_EQ(slotOf(&FlowOut::pendingAbortIs), 28);

@@ -217,15 +217,16 @@ TEST_F(DirtyKeys, OfGroupsUnitProfilesAndTheAgent) {
 TEST_F(DirtyKeys, WhatConcernsNoAttributeIsOwedToo) {
   flowOut->pendingAbortIs(261, true);
   EXPECT_TRUE(flowOut->hasDirtyAttributes());
-  EXPECT_EQ(flowOut->pendingAbort().size(), 1U);
+  EXPECT_EQ(flowOut->pendingAbort().count(), 1U);
   flowOut->pendingAbortIs(261, true);
-  EXPECT_EQ(flowOut->pendingAbort().size(), 1U);
+  EXPECT_EQ(flowOut->pendingAbort().count(), 1U);
   flowOut->pendingAbortDel(261);
   EXPECT_FALSE(flowOut->hasDirtyAttributes());
   flowOut->pendingAbortIs(268, true);
-  auto at = flowOut->pendingAbort().begin();
+  FlowOut::ZelPendingAbort::Iterator at(flowOut->pendingAbort());
   flowOut->pendingAbortDel(at);
-  EXPECT_TRUE(at == flowOut->pendingAbort().end());
+  at.advance();
+  EXPECT_FALSE(at);
   flowOut->pendingAbortDel(at);
   EXPECT_FALSE(flowOut->hasDirtyAttributes());
 }

@@ -172,7 +172,7 @@ TEST_F(FlowOutText, ANewerTextTakesThePlaceOfTheOneOnItsWay) {
   profile->profileNameIs(newer);
   const auto flow = writer.adapter->flowOut();
   EXPECT_EQ(flow->valueIter(), nullptr);
-  EXPECT_EQ(flow->pendingAbort().count(259), 1U);
+  EXPECT_NE(flow->pendingAbort()[259], nullptr);
   EXPECT_EQ(flow->zelDirtyBitSet0().word(), 0x2U);
   EXPECT_THAT(writer.sent(), IsEmpty());
   const auto seen = writer.seenWorked();

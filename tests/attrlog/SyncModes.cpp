@@ -19,11 +19,11 @@ std::string syncMode(EntityId to, unsigned mode) {
 
 TEST(SyncModes, SyncedMakesTheRootLoaded) {
   Reader<StatusDir> reader;
-  EXPECT_EQ(reader.roots->status("mirror"), Zel::Dir::present);
+  EXPECT_EQ(reader.roots->entry("mirror")->status(), Zel::Dir::present);
   reader.feed(syncMode(reader.id, Adapter::syncModeResync));
-  EXPECT_EQ(reader.roots->status("mirror"), Zel::Dir::present);
+  EXPECT_EQ(reader.roots->entry("mirror")->status(), Zel::Dir::present);
   reader.feed(syncMode(reader.id, Adapter::syncModeSynced));
-  EXPECT_EQ(reader.roots->status("mirror"), Zel::Dir::loaded);
+  EXPECT_EQ(reader.roots->entry("mirror")->status(), Zel::Dir::loaded);
   EXPECT_FALSE(reader.adapter->hasFlag(Adapter::flagReactorActive));
   EXPECT_THAT(reader.sent(), IsEmpty());
 }

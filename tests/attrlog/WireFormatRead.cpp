@@ -116,9 +116,9 @@ TEST_F(DocumentRead, OfTheCompoundRecordTheKnownPartsAreRead) {
 }
 
 TEST_F(DocumentRead, ASyncedRootIsTold) {
-  EXPECT_NE(receiver.roots->status("units"), Zel::Dir::loaded);
+  EXPECT_NE(receiver.roots->entry("units")->status(), Zel::Dir::loaded);
   apply("sync-mode");
-  EXPECT_EQ(receiver.roots->status("units"), Zel::Dir::loaded);
+  EXPECT_EQ(receiver.roots->entry("units")->status(), Zel::Dir::loaded);
 }
 
 TEST_F(DocumentRead, ADerivedTypeIsMade) {

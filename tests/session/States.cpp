@@ -196,7 +196,7 @@ TEST_F(States, MirrorsLeaveTheDirectoryWithTheirMounts) {
       Zel::makeObject<Session>(Zel::Connection::End::first, Zel::SessionOptions(), nullptr, few);
   settle();
   EXPECT_TRUE(other->entity("units"));
-  EXPECT_EQ(other->status("units"), Zel::Dir::loaded);
+  EXPECT_EQ(other->entry("units")->status(), Zel::Dir::loaded);
   few = nullptr;
   EXPECT_TRUE(other->entity("units"));
   client = nullptr;
