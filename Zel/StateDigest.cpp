@@ -46,18 +46,14 @@ public:
   }
 
   void add(const Entity& entity) {
-    for (const TypeTable* table = tableOf(entity); table != nullptr;
-         table = table->base != nullptr ? &table->base() : nullptr) {
-      for (const AttrRow& row : table->rows) {
-        if (!row.flows()) {
-          continue;
-        }
-        add(static_cast<std::uint64_t>(row.id));
-        if (row.isCollection()) {
-          addCollection(row, entity);
-        } else {
-          const ValueSlot value(*row.value, [&](void* to) { row.read(&entity, to); });
-          add(*row.value, const_cast<ValueSlot&>(value).at());
+    const ZelType* const type = entity.fwkType();
+    if (type == nullptr || type->table() == nullptr) {
+      return;
+    }
+    for (const TypeTable& table : type->table()->chain()) {
+      for (const AttrRow& row : table.rows) {
+        if (row.flows()) {
+          addAttribute(row, entity);
         }
       }
     }
@@ -74,11 +70,6 @@ private:
     return word;
   }
 
-  static const TypeTable* tableOf(const Entity& entity) {
-    const ZelType* const type = entity.fwkType();
-    return type != nullptr ? type->table() : nullptr;
-  }
-
   void addDouble(double number) noexcept {
     constexpr std::uint64_t anyNaN = 0x7ff8000000000000;
     add(number != number ? anyNaN
@@ -91,6 +82,16 @@ private:
         ValueSlot member(*row.value, [&](void* to) { row.read(value, to); });
         add(*row.value, member.at());
       }
+    }
+  }
+
+  void addAttribute(const AttrRow& row, const Entity& entity) {
+    add(static_cast<std::uint64_t>(row.id));
+    if (row.isCollection()) {
+      addCollection(row, entity);
+    } else {
+      ValueSlot value(*row.value, [&](void* to) { row.read(&entity, to); });
+      add(*row.value, value.at());
     }
   }
 

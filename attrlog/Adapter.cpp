@@ -196,10 +196,8 @@ void AttrLogAdapter::doSerializeOrphan() {
   out->nextHeaderIs(MsgHeader::variable(orphanEntityId, NboAttrLog::attrIdOrphan));
   out << NboAttrLog::transactBegin;
   out->currentPayloadSectionIs(NboAttrLog::payloadSectionType);
-  out << TypeId{table.name};
-  for (const TypeTable* base = &table; base->base != nullptr;) {
-    base = &base->base();
-    out << TypeId{base->name};
+  for (const TypeTable& type : table.chain()) {
+    out << TypeId{type.name};
   }
   out->currentPayloadSectionIs(NboAttrLog::payloadSectionArgs);
   if (table.named) {

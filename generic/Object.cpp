@@ -5,16 +5,7 @@
 namespace Zel {
 
 const AttrRow* attributeRow(const TypeTable& table, AttributeId id) {
-  if (id == fwkKeyId) {
-    return nullptr;
-  }
-  const TypeTable* at = &table;
-  const AttrRow* row = at->ownRow(id);
-  while (row == nullptr && at->base != nullptr) {
-    at = &at->base();
-    row = at->ownRow(id);
-  }
-  return row;
+  return id == fwkKeyId ? nullptr : table.row(id);
 }
 
 Ptr<GenericIf> objectFromList(const TypeTable& table, const GenericIf* list) {

@@ -14,19 +14,6 @@ bool isToldCollection(const AttrRow& row) {
 /// Whether notifiees hear of the attribute.
 bool isTold(const AttrRow& row) { return row.tell != nullptr || isToldCollection(row); }
 
-/// Visits the attributes that notifiees hear of, those of the base first.
-template <class Visit>
-void forEachTold(const TypeTable& table, const Visit& visit) {
-  if (table.base != nullptr) {
-    forEachTold(table.base(), visit);
-  }
-  for (const AttrRow& row : table.rows) {
-    if (isTold(row)) {
-      visit(row);
-    }
-  }
-}
-
 } // namespace
 
 GenericReactor::~GenericReactor() = default;
@@ -114,9 +101,11 @@ void GenericReactor::handleNotification(ActivityConfig* config) {
   pendingAttributeIs(pending);
   PtrInterface::NotifieeConst::handleNotification(config);
   if (pending == allAttributesId || pending == allChangedId) {
-    forEachTold(table, [&](const AttrRow& row) {
-      redispatch(scheduler);
-      tell(row);
+    table.forEachRow([&](const AttrRow& row) {
+      if (isTold(row)) {
+        redispatch(scheduler);
+        tell(row);
+      }
     });
   }
 }

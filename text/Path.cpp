@@ -62,19 +62,16 @@ Ptr<Entity> memberOf(const Entity& owner, const AttrRow& row, std::string_view s
 }
 
 /// The one collection that makes its members; null if there are none or several.
-const AttrRow* onlyCollection(const TypeTable* table) {
+const AttrRow* onlyCollection(const TypeTable& type) {
   const AttrRow* found = nullptr;
-  for (; table != nullptr; table = table->base != nullptr ? &table->base() : nullptr) {
-    for (const AttrRow& row : table->rows) {
-      if (row.kind == AttrKind::instantiating) {
-        if (found != nullptr) {
-          return nullptr;
-        }
-        found = &row;
-      }
+  unsigned count = 0;
+  type.forEachRow([&](const AttrRow& row) {
+    if (row.kind == AttrKind::instantiating) {
+      found = &row;
+      ++count;
     }
-  }
-  return found;
+  });
+  return count == 1 ? found : nullptr;
 }
 
 /// Goes one step down and takes its segments off; null if there is no such member.
@@ -90,7 +87,7 @@ Ptr<Entity> stepDown(const Entity& from, std::span<const std::string_view>& segm
       return member;
     }
   }
-  if (const AttrRow* const only = onlyCollection(table)) {
+  if (const AttrRow* const only = onlyCollection(*table)) {
     if (Ptr<Entity> member = memberOf(from, *only, segments[0])) {
       segments = segments.subspan(1);
       return member;

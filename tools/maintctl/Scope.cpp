@@ -2,6 +2,7 @@
 
 #include "Failure.h"
 #include "Nearest.h"
+#include "Tree.h"
 #include "Values.h"
 #include "Words.h"
 
@@ -27,19 +28,6 @@ std::vector<std::string_view> segmentsOf(std::string_view path) {
     segments.pop_back(); // the path ends in "/"
   }
   return segments;
-}
-
-std::vector<const AttrRow*> shownRows(const TypeTable& table) {
-  std::vector<const AttrRow*> rows;
-  if (table.base != nullptr) {
-    rows = shownRows(table.base());
-  }
-  for (const AttrRow& row : table.rows) {
-    if (row.kind != AttrKind::frameworkKey && (row.options & Zel::internal) == 0) {
-      rows.push_back(&row);
-    }
-  }
-  return rows;
 }
 
 /// The collection that makes members, if there is exactly one; else null.

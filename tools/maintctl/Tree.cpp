@@ -203,21 +203,18 @@ Target Tree::at(const std::string& typed, Purpose purpose) {
   return below(end.entity, end.rest, purpose);
 }
 
-std::vector<const AttrRow*> rowsOf(const Entity& entity) {
-  std::vector<const TypeTable*> tables;
-  for (const TypeTable* table = entity.fwkType()->table(); table != nullptr;
-       table = table->base != nullptr ? &table->base() : nullptr) {
-    tables.push_back(table);
-  }
+std::vector<const AttrRow*> shownRows(const TypeTable& table) {
   std::vector<const AttrRow*> rows;
-  for (auto table = tables.rbegin(); table != tables.rend(); ++table) {
-    for (const AttrRow& row : (*table)->rows) {
-      if (row.kind != AttrKind::frameworkKey && (row.options & Zel::internal) == 0) {
-        rows.push_back(&row);
-      }
+  table.forEachRow([&](const AttrRow& row) {
+    if (row.kind != AttrKind::frameworkKey && (row.options & Zel::internal) == 0) {
+      rows.push_back(&row);
     }
-  }
+  });
   return rows;
+}
+
+std::vector<const AttrRow*> rowsOf(const Entity& entity) {
+  return shownRows(*entity.fwkType()->table());
 }
 
 const AttrRow* onlyCollection(const Entity& entity) {

@@ -61,6 +61,7 @@ private:
 };
 
 /// The attributes of a type that people are shown, a base's first.
+std::vector<const Zel::AttrRow*> shownRows(const Zel::TypeTable& table);
 std::vector<const Zel::AttrRow*> rowsOf(const Zel::Entity& entity);
 
 /// The collection that makes members, if there is exactly one; else null.
