@@ -1,12 +1,44 @@
 #include <Zel/ListRaw>
 
+#include <cstdint>
+#include <utility>
+
 namespace Zel {
+
+using Member = ListRawGeneric::Member;
+
+namespace {
+
+constexpr std::uintptr_t absenteeBit = 1; // members are aligned to more
+
+} // namespace
+
+Member* ListRawGeneric::firstAbsentee() const noexcept {
+  const auto word = reinterpret_cast<std::uintptr_t>(tail_);
+  return (word & absenteeBit) != 0 ? reinterpret_cast<Member*>(word ^ absenteeBit) : nullptr;
+}
+
+void ListRawGeneric::firstAbsenteeIs(Member* absentee) noexcept {
+  tail_ = reinterpret_cast<Member*>(reinterpret_cast<std::uintptr_t>(absentee) | absenteeBit);
+}
+
+/// Where the pointer to the tail is kept.
+Member*& ListRawGeneric::tailPlace() noexcept {
+  Member* at = firstAbsentee();
+  if (at == nullptr) [[likely]] {
+    return tail_;
+  }
+  while (at->notifierLink_ != nullptr && at->notifierLink_->isAbsentee_) {
+    at = at->notifierLink_;
+  }
+  return at->notifierLink_;
+}
 
 void ListRawGeneric::headIs(Member* member) noexcept {
   member->notifierLink_ = head_;
   head_ = member;
   if (count_ == 0) {
-    tail_ = member;
+    tailPlace() = member;
   }
   ++version_;
   ++count_;
@@ -14,8 +46,9 @@ void ListRawGeneric::headIs(Member* member) noexcept {
 
 void ListRawGeneric::tailIs(Member* member) noexcept {
   member->notifierLink_ = nullptr;
-  (count_ == 0 ? head_ : tail_->notifierLink_) = member;
-  tail_ = member;
+  Member*& last = tailPlace();
+  (count_ == 0 ? head_ : last->notifierLink_) = member;
+  last = member;
   ++version_;
   ++count_;
 }
@@ -27,8 +60,8 @@ void ListRawGeneric::memberDel(const Member* member) noexcept {
       continue;
     }
     (before == nullptr ? head_ : before->notifierLink_) = at->notifierLink_;
-    if (tail_ == at) {
-      tail_ = before;
+    if (Member*& last = tailPlace(); last == at) {
+      last = before;
     }
     ++version_;
     --count_;
@@ -36,19 +69,52 @@ void ListRawGeneric::memberDel(const Member* member) noexcept {
   }
 }
 
+void ListRawGeneric::absenteeIs(Member* absentee) noexcept {
+  Member* next = firstAbsentee();
+  if (next == nullptr) {
+    next = count_ != 0 ? tail_ : nullptr; // which is stale after a tear-down
+  }
+  absentee->notifierLink_ = next;
+  absentee->isAbsentee_ = true;
+  firstAbsenteeIs(absentee);
+}
+
+void ListRawGeneric::absenteeDel(Member* absentee) noexcept {
+  Member* const next = absentee->notifierLink_;
+  Member* at = firstAbsentee();
+  if (at != absentee) {
+    while (at->notifierLink_ != absentee) {
+      at = at->notifierLink_;
+    }
+    at->notifierLink_ = next;
+  } else if (next != nullptr && next->isAbsentee_) {
+    firstAbsenteeIs(next);
+  } else {
+    tail_ = next;
+  }
+  absentee->notifierLink_ = nullptr;
+  absentee->isAbsentee_ = false;
+}
+
 void ListRawGeneric::deleteAll() noexcept {
-  if (head_ == nullptr) {
+  if (head_ == nullptr && firstAbsentee() == nullptr) {
     return;
   }
-  Ptr<Member> at(head_);
-  while (at) {
-    Ptr<Member> next(at->notifierLink_);
-    at->notifierLink_ = nullptr;
-    at->notifierGone();
-    at = std::move(next);
+  // One at a time, with the list in order meanwhile: whom one takes along finds its place.
+  // Absentees first, since behind the last of them stands the tail.
+  while (true) {
+    const Ptr<Member> leaving(firstAbsentee() != nullptr ? firstAbsentee() : head_);
+    if (!leaving) {
+      break;
+    }
+    if (leaving->isAbsentee_) {
+      absenteeDel(leaving.ptr());
+    } else {
+      head_ = std::exchange(leaving->notifierLink_, nullptr);
+      --count_;
+    }
+    leaving->notifierGone();
   }
-  head_ = nullptr;
-  count_ = 0;
   ++version_;
 }
 

@@ -13,7 +13,6 @@ namespace Zel {
 
 using NotifieeConst = PtrInterface::NotifieeConst;
 
-NotifieeConst::NotifieeConst() noexcept { referenceBitsSet(notificationActiveBit); }
 namespace {
 
 constinit std::atomic<NotificationExceptionHandler> exceptionHandler = nullptr;
@@ -29,6 +28,7 @@ NotificationExceptionHandler notificationExceptionHandler() noexcept {
   return exceptionHandler.load();
 }
 
+NotifieeConst::NotifieeConst() noexcept { referenceBitsSet(notificationActiveBit); }
 
 NotifieeConst::~NotifieeConst() = default;
 
@@ -77,33 +77,46 @@ void NotifieeConst::isWeakReferenceIs(bool weak) {
   if (weak == weak_) {
     return;
   }
-  const PtrInterface* const notifier = notifier_.ptr();
-  if (weak && notifier != nullptr && !registered_ &&
-      (notifier->references() == 1 || !hasNotificationActive())) {
-    // The count that is given up is the last, or notification is off: outside the list nobody would
-    // tell of the end.
-    notifierIs(nullptr);
+  if (weak && notifier_ && notifier_.ptr()->references() == 1 && listPlace_ == 0 && !isServed_) {
+    notifierIs(nullptr); // of whose end, which is now, nobody would tell
   }
   weak_ = weak;
-  if (!notifier_) {
+  const PtrInterface* const notifier = notifier_.ptr();
+  if (notifier == nullptr) {
     return;
   }
   if (weak) {
+    absenceBegin();
     notifier->referencesDec();
   } else {
+    absenceEnd();
     notifier->referencesInc();
   }
 }
 
-void NotifieeConst::notifierGone() noexcept {
-  // An adapter's reactor stands in no list, and forgets with it.
-  NotifieeConst* const reactor = zelRawReactor();
-  if (reactor != nullptr && reactor != this && reactor->notifier_ == notifier_) {
-    [[maybe_unused]] const PtrInterface* const reactorsGone = reactor->notifier_.release();
+void NotifieeConst::absenteeIs(bool absentee) const noexcept {
+  auto* const notifier = reinterpret_cast<char*>(const_cast<PtrInterface*>(notifier_.ptr()));
+  auto& list = *reinterpret_cast<ListRawGeneric*>(notifier + listPlace_);
+  auto* const self = const_cast<NotifieeConst*>(this);
+  if (absentee) {
+    list.absenteeIs(self);
+  } else {
+    list.absenteeDel(self);
   }
+}
+
+void NotifieeConst::notifierGone() noexcept {
   // Nothing is dropped: a weak reference holds no count, and a count that a notifiee has taken on a
   // dying notifier keeps nothing alive.
-  [[maybe_unused]] const PtrInterface* const gone = notifier_.release();
+  const PtrInterface* const gone = notifier_.release();
+  // Whom it serves stands in no list, and forgets with it.
+  const Ptr<NotifieeConst> reactor(zelRawReactor());
+  if (reactor && reactor->notifier_.ptr() == gone) {
+    [[maybe_unused]] const PtrInterface* const reactorsGone = reactor->notifier_.release();
+    if (auto* const adapter = dynamic_cast<StreamAdapter*>(reactor.ptr())) {
+      adapter->doRemountSelf(nullptr); // it was off, and not told before
+    }
+  }
 }
 
 bool NotifieeConst::goesFirst() const {

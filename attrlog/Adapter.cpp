@@ -36,8 +36,8 @@ void AttrLogAdapter::attach(const Ptr<PtrInterface::NotifieeConst>& heard,
 void AttrLogAdapter::detach() noexcept {
   isWeakReferenceIs(false);
   if (notifiee() != nullptr) {
-    notifiee()->isRegisteredNotifieeIs(false);
     notifiee()->notifierIs(nullptr);
+    notifiee()->isRegisteredNotifieeIs(false);
     notifieeIs(nullptr);
   }
 }

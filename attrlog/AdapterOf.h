@@ -46,11 +46,15 @@ public:
     if (zombie == this->zelMarkedForDeletion()) {
       return;
     }
-    if (PtrInterface::NotifieeConst* const heard = this->notifiee()) {
+    PtrInterface::NotifieeConst* const heard = this->notifiee();
+    if (heard != nullptr) {
       using Own = typename T::ZelNboAttrLogSa::ZelNboAttrLogSaAdapter_;
       static_cast<Own*>(heard)->zelDoZombieReactors(zombie);
     }
     Base::zelDoZombieReactors(zombie);
+    if (heard != nullptr && !zombie) { // marked as it was, the notifiee has kept this to itself
+      this->hasNotificationActiveIs(heard->hasNotificationActive());
+    }
   }
 
   const T* zelNotifierEntity() const override { return static_cast<const T*>(this->rawEntity()); }
@@ -100,25 +104,22 @@ protected:
   using Adapter = typename T::ZelNboAttrLogSa;
   using Attr = typename T::Attr;
 
-  /// Born with notification off. When it is turned on, the notifiee is registered, and weak.
+  /// Born weak, and with notification off. When it is turned on, the notifiee is registered.
   AdapterNotifiee() noexcept {
     this->referenceBitsClear(PtrInterface::notificationActiveBit);
     this->flagsSet(PtrInterface::NotifieeConst::Zel_BitSet::registeredBit);
+    this->isWeakReferenceIs(true);
   }
 
 public:
   Adapter* zelReactorAdapter() const noexcept { return static_cast<Adapter*>(adapter_); }
   void zelReactorAdapterIs(AttrLogAdapter* adapter) noexcept { adapter_ = adapter; }
 
-  /// Outside of the list nobody would tell of the entity's end: while notification is off, the
-  /// entity is held by a count.
   void hasNotificationActiveIs(bool active) override {
     if (active == this->hasNotificationActive()) {
       return;
     }
-    this->isWeakReferenceIs(false);
     T::Notifiee::hasNotificationActiveIs(active);
-    this->isWeakReferenceIs(active);
     if (adapter_ != nullptr && !this->zelMarkedForDeletion()) {
       adapter_->hasNotificationActiveIs(active);
     }

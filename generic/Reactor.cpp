@@ -19,9 +19,7 @@ bool isTold(const AttrRow& row) { return row.tell != nullptr || isToldCollection
 GenericReactor::~GenericReactor() = default;
 
 void GenericReactor::notifierIs(const Ptr<const PtrInterface>& notifier) {
-  // A copy, since the caller's may be the one that goes. A weak one that is off takes none.
-  const bool unheard = isWeakReference() && !hasNotificationActive();
-  const Ptr<const PtrInterface> wanted(unheard ? Ptr<const PtrInterface>() : notifier);
+  const Ptr<const PtrInterface> wanted(notifier);      // since the caller's may be what goes
   const Ptr<const PtrInterface> former(rawNotifier()); // whose last count may be the adapter's
   if (adapter_ && adapter_->notifier() != wanted) {
     adapter_->notifierIs(wanted);
@@ -39,9 +37,6 @@ void GenericReactor::hasNotificationActiveIs(bool active) {
   PtrInterface::NotifieeConst::hasNotificationActiveIs(active);
   if (adapter_) {
     adapter_->hasNotificationActiveIs(active);
-  }
-  if (!active && isWeakReference()) {
-    notifierIs(nullptr); // out of the list, nobody would tell it of the end
   }
 }
 

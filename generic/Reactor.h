@@ -38,8 +38,7 @@ public:
   /// Moves reactor and adapter to another entity, null for none.
   void notifierIs(const Ptr<const PtrInterface>& notifier) override;
   /// Of the reactor and its adapter, which leaves the entity's list or comes back to its tail.
-  /// Changes made meanwhile are lost to it. One that is a weak reference forgets its entity when it
-  /// is switched off, and takes none while it is: nobody would tell it of the entity's end.
+  /// Changes made meanwhile are lost to it. The entity's end switches it off.
   void hasNotificationActiveIs(bool active) override;
   /// Delivers what the pending attribute says: one attribute, or all that can be told of. A member
   /// change that is waiting alone comes with its key, several come as a change of the collection.
@@ -54,6 +53,7 @@ protected:
   PtrInterface::NotifieeConst* zelAdapter() const noexcept { return adapter_.ptr(); }
   void zelAdapterIs(Ptr<PtrInterface::NotifieeConst> adapter) noexcept {
     adapter_ = std::move(adapter);
+    isServedIs(static_cast<bool>(adapter_));
   }
 
 private:
@@ -170,19 +170,12 @@ public:
   }
   using T::Notifiee::onNotificationException;
 
-  /// Leaves the list. Nobody would tell of the end of the entity from then on, so unless the
-  /// reactor holds it, both forget it.
+  /// Leaves the list.
   void onZeroReferences() override {
-    const Ptr<Reactor> reactor(reactor_);
-    if (reactor) {
+    if (const Ptr<Reactor> reactor(reactor_); reactor) {
       reactor->PtrInterface::NotifieeConst::onZeroReferences();
     }
     hasNotificationActiveIs(false);
-    if (!reactor) {
-      this->notifierIs(nullptr);
-    } else if (reactor->isWeakReference()) {
-      reactor->hasNotificationActiveIs(true); // it has forgotten, and may be given another
-    }
   }
 
   virtual void zelDoZombieReactors(bool zombie) {

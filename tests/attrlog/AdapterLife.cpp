@@ -152,6 +152,7 @@ TEST_F(AdapterLife, AZombieStaysWithTheConnectionAndWritesNothing) {
   EXPECT_TRUE(adapter->zelMarkedForDeletion());
   EXPECT_TRUE(notifiee->zelMarkedForDeletion());
   EXPECT_FALSE(adapter->hasNotificationActive());
+  EXPECT_EQ(unit->references(), 1U);
   EXPECT_EQ(adapter->notifier(), unit);
   EXPECT_EQ(sender.demuxer().adapter({2, 0}), adapter.ptr());
   EXPECT_FALSE(writes());
@@ -159,18 +160,39 @@ TEST_F(AdapterLife, AZombieStaysWithTheConnectionAndWritesNothing) {
   EXPECT_TRUE(adapter->zelMarkedForDeletion());
 }
 
-TEST_F(AdapterLife, SwitchedOffItHoldsItsEntityWhoseEndItWouldNotHear) {
+TEST_F(AdapterLife, SwitchedOffItLeavesTheConnectionWithItsEntity) {
   const Ptr<Adapter> adapter = announced();
   EXPECT_EQ(unit->references(), 1U);
   adapter->hasNotificationActiveIs(false);
-  EXPECT_EQ(unit->references(), 2U);
-  unit = nullptr;
-  ASSERT_TRUE(adapter->notifier());
+  EXPECT_EQ(unit->references(), 1U);
   EXPECT_EQ(adapter->notifier()->name(), "u");
-  EXPECT_EQ(sender.demuxer().adapters(), 1U);
-  adapter->hasNotificationActiveIs(true); // weak again: the last count goes
+  sender.demuxer().createFlowOut(adapter, {}, false, 0); // which owes all, and never will again
+  unit = nullptr;
   EXPECT_FALSE(adapter->notifier());
   EXPECT_EQ(sender.demuxer().adapters(), 0U);
+  EXPECT_EQ(sender.written(), "");
+  adapter->hasNotificationActiveIs(true);
+  EXPECT_FALSE(adapter->notifier());
+}
+
+TEST_F(AdapterLife, ARecordForOneWhoseEntityEndedWhileItWasOffIsForNobody) {
+  const Ptr<Adapter> adapter = announced();
+  adapter->hasNotificationActiveIs(false);
+  unit = nullptr;
+  const Sender other; // which gives its first entity the same id
+  const auto same = statusFactory("u");
+  other.announce(same);
+  same->genIdIs(1);
+  sender.apply(other.written());
+  EXPECT_EQ(sender.counts().unknownEntities, 1U);
+  EXPECT_EQ(sender.failure(), "");
+}
+
+TEST_F(AdapterLife, BeforeItIsSwitchedOnItCountsNothing) {
+  const auto adapter = Zel::makeObject<Adapter>(Flags(weak), unit, 1U, out, nullptr);
+  EXPECT_EQ(unit->references(), 1U);
+  unit = nullptr;
+  EXPECT_FALSE(adapter->notifier());
 }
 
 TEST_F(AdapterLife, AZombieComesBack) {
@@ -181,6 +203,9 @@ TEST_F(AdapterLife, AZombieComesBack) {
   ASSERT_NE(head(), nullptr);
   EXPECT_FALSE(head()->zelMarkedForDeletion());
   EXPECT_TRUE(writes());
+  EXPECT_TRUE(adapter->hasNotificationActive());
+  adapter->hasNotificationActiveIs(false);
+  EXPECT_FALSE(writes());
 }
 
 TEST_F(AdapterLife, AZombieWithoutAnEntityIsOnlyMarked) {

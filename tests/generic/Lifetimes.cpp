@@ -32,30 +32,18 @@ TEST_F(Weak, ForgetsItsEntityAtTheEnd) {
   EXPECT_EQ(object->notifier(), nullptr);
 }
 
-TEST_F(Weak, ForgetsItsEntityWhenItIsSwitchedOff) {
+TEST_F(Weak, ReadsItsEntityWhileItIsSwitchedOff) {
   object->hasNotificationActiveIs(false);
-  EXPECT_EQ(object->notifier(), nullptr);
+  EXPECT_EQ(Zel::readAttribute<Zel::Name>(object, 130), "System");
   object->notifierIs(other);
-  EXPECT_EQ(object->notifier(), nullptr) << "nobody would tell it of the end";
-  unit = nullptr;
-}
-
-TEST_F(Weak, ForgetsItsEntityAsAZombie) {
-  object->zelDoZombieReactors(true);
-  EXPECT_EQ(object->notifier(), nullptr);
-  unit = nullptr;
-}
-
-TEST_F(Weak, CannotTurnWeakOnAnEntityWhileItIsOff) {
-  const Handle strong = Zel::generic(unit);
-  strong->hasNotificationActiveIs(false);
-  strong->isWeakReferenceIs(true);
-  EXPECT_EQ(strong->notifier(), nullptr);
+  EXPECT_EQ(Zel::readAttribute<Zel::Name>(object, 130), "other");
 }
 
 TEST_F(Weak, HearsOfAnotherEntityAfterTheEndOfTheFirst) {
   unit = nullptr;
+  EXPECT_FALSE(object->hasNotificationActive());
   object->notifierIs(other);
+  object->hasNotificationActiveIs(true);
   other->stateIs(Unit::active);
   EXPECT_EQ(log, Log{"262"});
 }

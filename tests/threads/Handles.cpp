@@ -46,6 +46,32 @@ struct ThreadSafeHandles : testing::Test {
   }
 };
 
+TEST_F(ThreadSafeHandles, WeakReferencesOutsideTheListOfATreeOfItsOwnConcernNoOtherThread) {
+  using Maintenance::Unit::Status;
+  inThreads([] {
+    for (int i = 0; i < 2000; ++i) {
+      Ptr<Status> unit = Maintenance::Unit::statusFactory("unit");
+      const auto notifiee = Zel::makeObject<Status::Notifiee>();
+      notifiee->isRegisteredNotifieeIs(true);
+      notifiee->notifierIs(unit);
+      notifiee->isWeakReferenceIs(true);
+      notifiee->hasNotificationActiveIs(false);
+      unit = nullptr;
+      ASSERT_FALSE(notifiee->notifier());
+    }
+  });
+}
+
+TEST_F(ThreadSafeHandles, AWeakReferenceOutsideTheListIsHandedOverWithItsNotifier) {
+  using Maintenance::Unit::Status;
+  Ptr<Status> unit = Maintenance::Unit::statusFactory("unit");
+  const auto notifiee = Zel::makeObject<Status::Notifiee>();
+  notifiee->notifierIs(unit);
+  notifiee->isWeakReferenceIs(true);
+  std::thread([&unit] { unit = nullptr; }).join();
+  EXPECT_FALSE(notifiee->notifier());
+}
+
 TEST_F(ThreadSafeHandles, CopiedAndDroppedByManyTheCountIsExact) {
   std::atomic<int> ends = 0;
   const auto object = Zel::makeObject<Counted>(ends);
