@@ -113,6 +113,7 @@ bool Session::service(double now, std::size_t budget) {
   if (isUp()) {
     digestsAsk();
     more = digestsWrite() || more;
+    writesAsk();
     echoesWrite();
   }
   if (!isUp()) {
@@ -305,6 +306,12 @@ void Session::recordRead(In& in) {
   }
   case kindEcho:
     echoRead(in);
+    break;
+  case kindWriteIf:
+    writeIfRead(in);
+    break;
+  case kindWritten:
+    writtenRead(in);
     break;
   default: // a newer peer's
     connection_->demuxer()->unknownAttributesInc();

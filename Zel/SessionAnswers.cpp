@@ -12,22 +12,6 @@ namespace Zel {
 using NboAttrLog::In;
 using NboAttrLog::Root;
 
-/// A failing answer is nobody's fault but its own: the others wait still, and the peer has done
-/// nothing wrong.
-template <class Answer, class Result>
-void Session::tell(const Answer& to, Result result) const {
-  if (!to) {
-    return;
-  }
-  try {
-    to(result);
-  } catch (const std::exception& failure) {
-    log(LogLevel::error, String8("an answer was not taken: ") + failure.what());
-  } catch (...) {
-    log(LogLevel::error, "an answer was not taken");
-  }
-}
-
 bool Session::owes(const Ptr<Root>& root) const noexcept { return root && root->owed() != 0; }
 
 bool Session::owesAnything() const noexcept {
@@ -204,6 +188,7 @@ void Session::answersEnd() {
   for (const EchoAsked& echo : std::exchange(echoesWanted_, {})) {
     echoed(echo, false);
   }
+  writesEnd();
 }
 
 } // namespace Zel

@@ -216,8 +216,24 @@ void saySession(Side& to, Input& input, unsigned kind) {
   });
 }
 
+/// Wants the other end to decide about something.
+void askToWrite(Side& side, Input& input) {
+  const Ptr<Mount> mount = side.mounts->mount(input.name());
+  const Ptr<Entity> root = mount ? mount->entity() : nullptr;
+  try {
+    const auto units = Zel::ptrCast<Maintenance::Unit::StatusDir>(root);
+    side.session->writeIf({units ? Ptr<Entity>(units->status("a")) : root,
+                           Maintenance::Unit::Status::Attr::genId,
+                           {},
+                           input.next(),
+                           input.next()},
+                          [](Session::WriteResult) {});
+  } catch (const Zel::RangeException&) { // another type's attribute
+  }
+}
+
 void event(Side& to, Input& input) {
-  const unsigned what = input.next() % 24;
+  const unsigned what = input.next() % 27;
   // What is exported has ids of the second end; what a mirror makes may have those of the first.
   const auto id = [&] {
     const unsigned number = input.next();
@@ -255,6 +271,23 @@ void event(Side& to, Input& input) {
       to.session->digestAsk(input.name(), [](Session::DigestResult) {});
     } catch (const Zel::RangeException&) {
     }
+  } else if (what == 24) {
+    say(to, MsgHeader::variable(Zel::orphanEntityId, Log::attrIdSession), [&](Out& out) {
+      out.put8(13);
+      out.put32(input.next());
+      out.putEntityId(id());
+      out.put32(258 + input.next() % 18);
+      const auto values = input.rest(input.next());
+      out.putBytes(values.data(), values.size());
+    });
+  } else if (what == 25) {
+    say(to, MsgHeader::variable(Zel::orphanEntityId, Log::attrIdSession), [&](Out& out) {
+      out.put8(14);
+      out.put32(input.next());
+      out.put8(static_cast<std::uint8_t>(input.next()));
+    });
+  } else if (what == 26) {
+    askToWrite(to, input);
   } else if (what == 21) {
     to.session->close(to.now, "cut");
     to.connect();

@@ -35,16 +35,17 @@ TEST_F(Peers, AreLoggedWithTheirUserAndProcess) {
 
 TEST_F(Peers, OfAnotherVersionAreToldApart) {
   const auto server = serve();
-  const Raw peer(socket());
-  ASSERT_TRUE(peer.write(TestNet::laterHello(Zel::Connection::End::first)));
-  const std::string why = "the peer speaks version 9 of the protocol, this end version 1";
-  const std::string heard = peer.rest();
-  const std::string bye = Session::bye(Session::endingFailed, Zel::String8(why));
-  EXPECT_TRUE(heard.ends_with(bye)) << heard;
-  EXPECT_GT(heard.size(), bye.size()) << "a hello, which tells the peer what it is spoken to in";
-  EXPECT_TRUE(server->complains("warning " + client(1) +
-                                ": session with a peer ended: the peer speaks version 9 of "
-                                "the protocol, this end version 1\n"));
+  for (const char version : {'\1', '\x9'}) {
+    const Raw peer(socket());
+    ASSERT_TRUE(peer.write(TestNet::helloOf(version, Zel::Connection::End::first)));
+    const std::string why = "the peer speaks version " + std::to_string(int{version}) +
+                            " of the protocol, this end version 2";
+    const std::string heard = peer.rest();
+    const std::string bye = Session::bye(Session::endingFailed, Zel::String8(why));
+    EXPECT_TRUE(heard.ends_with(bye)) << heard;
+    EXPECT_GT(heard.size(), bye.size()) << "a hello, which tells the peer what it is spoken to in";
+    EXPECT_TRUE(server->complains("session with a peer ended: " + why + "\n"));
+  }
   EXPECT_EQ(server->ask("clients"), "0");
 }
 

@@ -74,12 +74,12 @@ inline std::string hello(Zel::Connection::End end = Zel::Connection::End::first)
 }
 
 /// The same, of another version.
-inline std::string laterHello(Zel::Connection::End end) {
-  const std::string version("Main\0\0\0\1", 8);
+inline std::string helloOf(char other, Zel::Connection::End end) {
+  const std::string version("Main\0\0\0\2", 8);
   std::string bytes = hello(end);
   const std::size_t at = bytes.find(version);
   EXPECT_NE(at, std::string::npos);
-  bytes[at + 7] = 9;
+  bytes[at + 7] = other;
   return bytes;
 }
 

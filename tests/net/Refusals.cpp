@@ -186,32 +186,38 @@ TEST_F(Refusals, AnEndedServerIsSaidByMaintctl) {
   EXPECT_EQ(watch->hear(), "# /units is stale: the peer says: the server ends");
 }
 
-TEST_F(Refusals, AServerOfAnotherVersionIsSaidByMaintctl) {
+TEST_F(Refusals, AServerOfAnotherVersionIsSaidByMaintctlWhichDoesNotTryAgain) {
   const int listening = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
   sockaddr_un address = {};
   address.sun_family = AF_UNIX;
   socket().copy(address.sun_path, sizeof address.sun_path - 1);
   ASSERT_EQ(::bind(listening, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
   ASSERT_EQ(::listen(listening, 1), 0);
-  std::string heard;
-  std::thread server([&] {
-    const int peer = ::accept(listening, nullptr, nullptr);
-    const std::string said = TestNet::laterHello(End::second);
-    EXPECT_EQ(::write(peer, said.data(), said.size()), static_cast<ssize_t>(said.size()));
-    char bytes[4096];
-    for (ssize_t count = 0; (count = ::read(peer, bytes, sizeof bytes)) > 0;) {
-      heard.append(bytes, static_cast<std::size_t>(count));
+  for (const char* const command : {"ls", "watch", "--timeout 60 wait --live"}) {
+    for (const char version : {'\1', '\x9'}) {
+      std::string heard;
+      std::thread server([&] {
+        const int peer = ::accept(listening, nullptr, nullptr);
+        const std::string said = TestNet::helloOf(version, End::second);
+        EXPECT_EQ(::write(peer, said.data(), said.size()), static_cast<ssize_t>(said.size()));
+        char bytes[4096];
+        for (ssize_t count = 0; (count = ::read(peer, bytes, sizeof bytes)) > 0;) {
+          heard.append(bytes, static_cast<std::size_t>(count));
+        }
+        ::close(peer);
+      });
+      const Result result = ctl(command);
+      server.join();
+      const std::string speaks =
+          " speaks version " + std::to_string(int{version}) + " of the protocol, this ";
+      EXPECT_EQ(result.err, "maintctl: the server at " + socket() + speaks +
+                                "maintctl version 2: use the one that the server came with\n");
+      EXPECT_EQ(result.status, 6);
+      const std::string why = "the peer" + speaks + "end version 2";
+      EXPECT_TRUE(heard.ends_with(Session::bye(Session::endingFailed, Zel::String8(why))));
     }
-    ::close(peer);
-  });
-  const Result result = ctl("ls");
-  server.join();
+  }
   ::close(listening);
-  const std::string why = "the peer speaks version 9 of the protocol, this end version 1";
-  EXPECT_EQ(result.err,
-            "maintctl: the connection to the server at " + socket() + " has ended: " + why + "\n");
-  EXPECT_EQ(result.status, 6);
-  EXPECT_TRUE(heard.ends_with(Session::bye(Session::endingFailed, Zel::String8(why))));
 }
 
 } // namespace

@@ -64,8 +64,8 @@ TEST(Bye, TakesWhatIsLeftInBothPartsOfAFullRing) {
 TEST(Bye, OfAPeerThatIsAtFaultSaysWhatItWas) {
   Alone server;
   server.said();
-  server.hear(Alone::hello({Session::magic, 2}));
-  const char* const why = "the peer speaks version 2 of the protocol, this end version 1";
+  server.hear(Alone::hello({Session::magic, 1}));
+  const char* const why = "the peer speaks version 1 of the protocol, this end version 2";
   EXPECT_EQ(lastWords(*server.session), Words{std::string("bye 2: ") + why});
 }
 

@@ -20,7 +20,7 @@ TEST(Hello, IsSaidAtOnceAndAnsweredWithWhatIsOffered) {
                    "offer units Maintenance::Unit::StatusDir read-only", "offers end"}));
   EXPECT_EQ(server.session->peer().name, "peer");
   EXPECT_EQ(server.session->connection()->peerName(), "peer") << "which refusals name";
-  EXPECT_EQ(server.session->peer().version, 1U);
+  EXPECT_EQ(server.session->peer().version, 2U);
   EXPECT_EQ(server.session->peer().maxEntities, 1U);
   EXPECT_EQ(server.session->peer().maxKeys, 2U);
   EXPECT_EQ(server.session->peer().maxPartialText, 3U);
@@ -53,11 +53,11 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         Case{"Magic", {0x4d61696f}, "no hello of this protocol"},
         Case{"Version",
-             {Zel::Session::magic, 2},
-             "the peer speaks version 2 of the protocol, this end version 1"},
-        Case{"ByteOrder", {Zel::Session::magic, 1, 0x04030201}, "the peer has another byte order"},
+             {Zel::Session::magic, 1},
+             "the peer speaks version 1 of the protocol, this end version 2"},
+        Case{"ByteOrder", {Zel::Session::magic, 2, 0x04030201}, "the peer has another byte order"},
         Case{"Side",
-             {Zel::Session::magic, 1, 0x01020304, 1},
+             {Zel::Session::magic, 2, 0x01020304, 1},
              "both ends take the same side of the connection"}),
     caseName);
 
@@ -67,7 +67,7 @@ TEST(Hello, OfANewerVersionMayBeOfAnotherForm) {
     out.put32(Zel::Session::magic);
     out.put32(7);
   }));
-  EXPECT_EQ(server.failure(), "the peer speaks version 7 of the protocol, this end version 1");
+  EXPECT_EQ(server.failure(), "the peer speaks version 7 of the protocol, this end version 2");
 }
 
 TEST(Hello, OfThisVersionMayHoldMoreThanIsKnown) {

@@ -68,6 +68,12 @@ inline std::string says(const Wiretap::Seen& seen) {
     rest.remove_prefix(1);
     return "bye " + std::to_string(ending) + ": " + text();
   }
+  case 13:
+    return "write? " + number();
+  case 14: {
+    const std::string serial = number();
+    return "written " + serial + " result " + std::to_string(static_cast<unsigned>(rest.front()));
+  }
   default:
     return "kind " + std::to_string(kind);
   }

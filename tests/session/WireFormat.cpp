@@ -47,6 +47,24 @@ TEST_F(SessionDocument, AConversation) {
   says(server, client, dump("session-withdraw"));
 }
 
+TEST_F(SessionDocument, AWriteThatIsDecided) {
+  using namespace Maintenance::Unit;
+  units->statusIs("System")->stateIs(active);
+  share(Zel::accessReadWrite);
+  settle();
+  client->writeIf({mirror("System"), Status::Attr::state, {}, active, maintenanceModeEnter}, {});
+  client->writeIf({mirror("System"), Status::Attr::history, 1.5, Zel::String8("entered"),
+                   Zel::String8("begun!")},
+                  {});
+  says(client, server, records(dump("session-write-if"), dump("session-write-if-entry")));
+  units->status("System")->historyIs(1.5, "begun"); // too late for that
+  EXPECT_EQ(units->status("System")->state(), active);
+  serve(*server);
+  EXPECT_EQ(units->status("System")->state(), maintenanceModeEnter);
+  const std::string said = written(*server);
+  EXPECT_EQ(said.substr(said.size() - dump("session-written").size()), dump("session-written"));
+}
+
 TEST_F(SessionDocument, AGrantOfLess) {
   exports->entityIs(units);
   mounts->mountIs("units", Zel::accessReadWrite);

@@ -52,6 +52,12 @@ void RemoteDevice::connect() {
   }
 }
 
+/// Which no other try would change.
+bool RemoteDevice::isOfAnotherVersion() const {
+  const std::uint32_t version = client_->formerPeer().version;
+  return version != 0 && version != Session::version;
+}
+
 /// Why there is no connection now; none if there is one.
 std::optional<Failure> RemoteDevice::trouble() const {
   if (client_->session()) {
@@ -62,6 +68,12 @@ std::optional<Failure> RemoteDevice::trouble() const {
   }
   const std::string server = "the server at " + settings_.path;
   const Session::Peer& peer = client_->formerPeer();
+  if (isOfAnotherVersion()) {
+    return Failure(exitNoServer, server + " speaks version " + std::to_string(peer.version) +
+                                     " of the protocol, this maintctl version " +
+                                     std::to_string(Session::version) +
+                                     ": use the one that the server came with");
+  }
   switch (peer.ending) {
   case Session::endingRefused:
     return Failure(exitRefused, server + " refuses the connection: " + text(peer.reason));
@@ -80,7 +92,8 @@ std::optional<Failure> RemoteDevice::trouble() const {
 
 bool RemoteDevice::until(const std::function<bool()>& isDone, double seconds) {
   const auto hasEnded = [this] {
-    const bool isRefused = client_->formerPeer().ending == Session::endingRefused;
+    const bool isRefused =
+        client_->formerPeer().ending == Session::endingRefused || isOfAnotherVersion();
     return !client_->session() && (isRefused || (!settings_.reconnects && !settings_.waits));
   };
   bool done = isDone();

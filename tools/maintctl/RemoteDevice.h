@@ -42,6 +42,7 @@ public:
 
 private:
   void connect();
+  bool isOfAnotherVersion() const;
   std::optional<Failure> trouble() const;
   void await(const std::function<bool()>& isDone, const char* what);
   bool until(const std::function<bool()>& isDone, double seconds);
