@@ -160,6 +160,90 @@ TEST(Del, RefusesWhatIsNotThereAndWhatStays) {
             "set\n");
 }
 
+TEST(Add, LeavesWhatMayExistAsItIs) {
+  const std::string line = std::string(unit) + "add /status/System/history/1 begun\n";
+  EXPECT_EQ(printed(line + "add --may-exist /status/System\n"
+                           "add --may-exist /status/System/history/1 over\n"
+                           "add --may-exist /status/System/history/2 new\n"
+                           "add --may-exist /status/Linecard3\n"
+                           "get /status/System/history\nls /status/status\n"),
+            "1 = 'begun'\n2 = 'new'\n"
+            "Linecard3  Maintenance::Unit::Status\nSystem     Maintenance::Unit::Status\n");
+  EXPECT_EQ(refusedLine(4, line, "add --may-exist /status/"),
+            "an empty key for /status/status/: name what is to be made\n");
+}
+
+TEST(Del, PassesByWhatNeedNotExist) {
+  EXPECT_EQ(printed(std::string(unit) + "del --if-exists /status/System\n"
+                                        "del --if-exists /status/System\n"
+                                        "del --if-exists /status/System/history/1\n"
+                                        "ls /status/status\n"),
+            "");
+  EXPECT_EQ(refusal(3, "del --if-exists /statu/System"),
+            "maintctl: no root statu, did you mean status?\n");
+  EXPECT_EQ(refusal(3, "del --if-exists /status/System/histry/1"),
+            "maintctl: no attribute histry of /status/status/System, did you mean history?\n");
+  EXPECT_EQ(refusal(5, "del --if-exists /status"), "maintctl: /status is a root, which stays\n");
+}
+
+TEST(Set, WithAnOldValueWritesOnlyOverThat) {
+  const std::string lines = std::string(unit) + "add /status/System/history/1 begun\n";
+  EXPECT_EQ(printed(lines + "set --if init /status/System/state active\n"
+                            "set /status/System/history/1 over --if begun\n"
+                            "set --if '' /status/System/profileName drain\n"
+                            "get /status/System/state\nget /status/System/history\n"
+                            "get /status/System/profileName\n"),
+            "'active'\n1 = 'over'\n'drain'\n");
+  EXPECT_EQ(refusedLine(8, lines, "set --if active /status/System/state init"),
+            "/status/status/System/state is another than 'active', nothing was written\n");
+  EXPECT_EQ(refusedLine(3, lines, "set --if x /status/System/history/2 y"),
+            "no 2 in /status/status/System/history, there is only 1\n");
+  EXPECT_EQ(refusedLine(4, lines, "set --if activ /status/System/state init"),
+            "bad value activ for /status/status/System/state, did you mean active?\n");
+  EXPECT_EQ(refusedLine(4, lines, "set --if -1 /status/System/genId 1"),
+            "bad value -1 for /status/status/System/genId: it is from 0 to 4294967295\n");
+  EXPECT_EQ(refusedLine(5, lines, "set --if System /status/System/unitName x"),
+            "/status/status/System/unitName cannot be written: it follows from other values\n");
+}
+
+TEST(Wait, OnATreeOfItsOwnOnlyLooks) {
+  const std::string path = "/status/System/state";
+  EXPECT_EQ(printed(std::string(unit) + "wait " + path +
+                    " active init --unless failedEnter\n"
+                    "wait --gone /status/Linecard3\n"
+                    "wait --gone /status/System/history/1\n"
+                    "wait --gone " +
+                    path + " init\n"),
+            "");
+  EXPECT_EQ(refusedLine(7, unit, "wait " + path + " active underMaintenance failedEnter"),
+            "/status/status/System/state is 'init', not 'active', 'underMaintenance' or "
+            "'failedEnter'\n");
+  EXPECT_EQ(refusedLine(1, unit, "wait " + path + " active --unless failedEnter --unless init"),
+            "/status/status/System/state is 'init'\n");
+  EXPECT_EQ(refusedLine(7, unit, "wait --gone /status/System"),
+            "/status/status/System is there, not gone\n");
+  EXPECT_EQ(refusedLine(7, unit, "wait --gone " + path + " active"),
+            "/status/status/System/state is 'init', not 'active' or gone\n");
+  EXPECT_EQ(refusedLine(4, unit, "wait " + path + " active --unless activ"),
+            "bad value activ for /status/status/System/state, did you mean active?\n");
+}
+
+TEST(Wait, ThatMakesNoSenseIsRefused) {
+  EXPECT_EQ(refusal(2, "wait"), "maintctl: wait needs a path and a value, or --gone, or --live\n");
+  EXPECT_EQ(refusal(2, "wait /status/a/state --unless init"),
+            "maintctl: wait needs a path and a value, or --gone, or --live\n");
+  EXPECT_EQ(refusal(2, "wait --live /status init"),
+            "maintctl: --live waits for no value, leave out init\n");
+  EXPECT_EQ(refusal(2, "wait --live --gone /status"),
+            "maintctl: --live waits for no value, leave out --gone\n");
+  EXPECT_EQ(refusal(2, "wait --live --unless x /status"),
+            "maintctl: --live waits for no value, leave out --unless\n");
+  EXPECT_EQ(refusal(2, "wait --gone /status"), "maintctl: /status is a root, which stays\n");
+  EXPECT_EQ(refusal(2, "wait --gone /status/System init"),
+            "maintctl: /status/status/System is no value, 'ls /status/status/System' lists what it "
+            "has\n");
+}
+
 } // namespace
 
 } // namespace Maintctl::Test

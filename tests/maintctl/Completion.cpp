@@ -39,6 +39,21 @@ TEST(Complete, OfLevelsOfALogIsTheShells) {
   EXPECT_EQ(offered("serve --log-level ''"), "error\nwarning\ninfo\ndebug\n");
 }
 
+TEST(Complete, InJsonYieldsAList) {
+  EXPECT_EQ(maintctl("--json complete d").out, "[\"del\",\"dump\"]\n");
+  EXPECT_EQ(maintctl("--json complete nothing x").out, "[]\n");
+}
+
+TEST(Complete, YieldsEachValueThatACommandTakes) {
+  const auto completed = [](const std::string& line) {
+    return printed("add /status/System\ncomplete -- " + line + "\n");
+  };
+  EXPECT_EQ(completed("wait /status/System/state active underM"), "underMaintenance\n");
+  EXPECT_EQ(completed("wait /status/System/state active --unless failedEn"), "failedEnter\n");
+  EXPECT_EQ(completed("set /status/System/state active --if in"), "init\n");
+  EXPECT_EQ(completed("set /status/System/state active in"), "");
+}
+
 TEST(Complete, YieldsMembersEntriesAndValues) {
   const auto completed = [](const std::string& line) {
     return printed("add /status/System\nadd /status/System/history/12.5 x\n"

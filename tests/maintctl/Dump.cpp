@@ -266,6 +266,32 @@ TEST(Dump, LoadedIntoAnEmptyTreeHasTheSameDigest) {
   }
 }
 
+TEST(Dump, InJsonIsAnObjectALine) {
+  const Result result =
+      Support::shell(program + "--json run", "add /status/System\n"
+                                             "set /status/System/timeOfStateChange inf\n"
+                                             "add /mergedInput/System srcCli\ndump\n");
+  EXPECT_EQ(result.err, "");
+  EXPECT_TRUE(result.out.starts_with("{\"path\":\"/agentInfo/agentPid\",\"value\":0}\n"));
+  for (const char* const line :
+       {"{\"member\":[],\"path\":\"/status/status/System\"}\n",
+        "{\"member\":[\"srcCli\"],\"path\":\"/mergedInput/unit/System\"}\n",
+        "{\"path\":\"/status/status/System/state\",\"value\":\"init\"}\n",
+        "{\"path\":\"/status/status/System/timeOfStateChange\",\"value\":\"inf\"}\n",
+        "{\"path\":\"/status/status/System/aggTrafficRate\",\"value\":{\"inBitsRate\":0,"
+        "\"outBitsRate\":0,\"statsUpdateTime\":0.0}}\n"}) {
+    EXPECT_NE(result.out.find(line), std::string::npos) << line << result.out;
+  }
+  const auto lines = std::count(result.out.begin(), result.out.end(), '\n');
+  const std::string text = printed("add /status/System\nadd /mergedInput/System srcCli\ndump\n");
+  std::istringstream in(text);
+  std::ptrdiff_t values = 0;
+  for (std::string line; std::getline(in, line);) {
+    values += line.starts_with('/') ? 1 : 0;
+  }
+  EXPECT_EQ(lines, values) << "the same as in text";
+}
+
 } // namespace
 
 } // namespace Maintctl::Test

@@ -44,23 +44,26 @@ TEST(Help, OfEachCommandHasAnExampleOfIt) {
 }
 
 TEST(Help, OfOneCommandSaysWhatItTakes) {
-  EXPECT_EQ(maintctl("set --help").out,
-            "Change a value\n"
-            "Usage: maintctl set [OPTIONS] PATH VALUE\n"
-            "\n"
-            "Positionals:\n"
-            "  PATH REQUIRED               Of an attribute, or of an entry that is there\n"
-            "  VALUE REQUIRED              In its text form, whose quotes may be left out: active "
-            "for 'active'\n"
-            "\n"
-            "Options:\n"
-            "  -h,--help                   Print this help\n"
-            "\n"
-            "Examples:\n"
-            "  maintctl set /status/System/state underMaintenance\n"
-            "  maintctl set /status/System/aggTrafficRate 1000,2000,12.5\n"
-            "  maintctl set /defaultProfile/profileName "
-            "\"'drain slowly'\"\n");
+  EXPECT_EQ(
+      maintctl("set --help").out,
+      "Change a value\n"
+      "Usage: maintctl set [OPTIONS] PATH VALUE\n"
+      "\n"
+      "Positionals:\n"
+      "  PATH REQUIRED               Of an attribute, or of an entry that is there\n"
+      "  VALUE REQUIRED              In its text form, whose quotes may be left out: active "
+      "for 'active'\n"
+      "\n"
+      "Options:\n"
+      "  -h,--help                   Print this help\n"
+      "  --if OLD                    Only if this is the value, which the server decides\n"
+      "\n"
+      "Examples:\n"
+      "  maintctl set /status/System/state underMaintenance\n"
+      "  maintctl set --if active /status/System/state maintenanceModeEnter || echo too late\n"
+      "  maintctl set /status/System/aggTrafficRate 1000,2000,12.5\n"
+      "  maintctl set /defaultProfile/profileName "
+      "\"'drain slowly'\"\n");
 }
 
 TEST(Usage, ThatMakesNoSenseIsRefusedWithWhatToDoNext) {

@@ -90,6 +90,44 @@ TEST_F(Commands, FindTheUsersOwnServerWithoutAWord) {
   EXPECT_EQ(result.err, "");
 }
 
+TEST_F(Commands, OfSeveralThatSetAValueIfItIsAnotherOneSucceeds) {
+  const Result result =
+      run("serve; ctl add /status/System\n"
+          "for i in 1 2 3 4 5 6; do\n"
+          "  { ctl set --if init /status/System/state active 2>err$i; echo $? >status$i; } &\n"
+          "  all=\"$all $!\"; done; wait $all\n"
+          "cat status? | sort | uniq -c | sed 's/^ *//'; sort -u err?\n"
+          "ctl set --if active /status/System/state init; ctl get /status/System/state; stop");
+  EXPECT_EQ(result.out,
+            "1 0\n5 8\n"
+            "maintctl: /status/status/System/state is another than 'init', nothing was written\n"
+            "'init'\n");
+  EXPECT_EQ(result.err, "");
+}
+
+TEST_F(Commands, AValueIsSetIfItIsAnotherOnlyWhereTheServerMayBeWrittenTo) {
+  const Result result = run("echo /status/System >tree; serve --read-only --load tree\n"
+                            "ctl set --if init /status/System/state active; echo $?\n"
+                            "head -c 16001 /dev/zero | tr '\\0' a >long\n"
+                            "stop; serve --load tree\n"
+                            "ctl set --if '' /status/System/profileName $(cat long); echo $?\n"
+                            "ctl get /status/System/profileName; stop");
+  EXPECT_EQ(result.out, "5\n4\n''\n");
+  EXPECT_EQ(result.err, "maintctl: the server lets /status be read only\n"
+                        "maintctl: string of 16001 bytes where at most 16000 are sent\n");
+}
+
+TEST_F(Commands, AWaitHearsAtOnceOfWhatItIsNotToBe) {
+  const Result result =
+      run("serve; ctl add /status/System; ctl set /status/System/state maintenanceModeEnter\n"
+          "ctl wait /status/System/state underMaintenance --unless failedEnter & waiting=$!\n"
+          "ctl wait /status/System --gone & other=$!\n"
+          "ctl set /status/System/state failedEnter; wait $waiting; echo $?\n"
+          "ctl del /status/System; wait $other; echo $?; stop");
+  EXPECT_EQ(result.out, "1\n0\n");
+  EXPECT_EQ(result.err, "maintctl: /status/status/System/state is 'failedEnter'\n");
+}
+
 TEST_F(Commands, ServeNeedsASocketAndSensibleOptions) {
   const Result result =
       run("'" MAINTCTL_PROGRAM "' --local serve; echo $?; ctl serve --mode 999; echo $?;"
@@ -228,7 +266,7 @@ TEST_F(Commands, AWaitEndsWhenTheValueIsThere) {
             "maintctl: /status/status/Linecard3/historySize is not there, not 7\n");
   EXPECT_NE(result.err.find("maintctl: /status/status/System is no value, 'ls "
                             "/status/status/System' lists what it has\n"
-                            "maintctl: wait needs a path and a value, or --live\n"),
+                            "maintctl: wait needs a path and a value, or --gone, or --live\n"),
             std::string::npos)
       << result.err;
 }

@@ -12,10 +12,16 @@ public:
     parameters.words(
         "ARG", arguments_,
         "The value of an entry, if it is not to be true; what else a member is made of");
+    parameters.flag("may-exist", mayExist_, "Leave it as it is if it is there already");
   }
 
   int run(Context& context) override {
-    add(Tree(context.device()).at(path_, Purpose::add), arguments_);
+    const Target target = Tree(context.device()).at(path_, Purpose::add);
+    const bool isThere =
+        target.kind == Target::entity || (target.kind == Target::entry && target.isThere());
+    if (!mayExist_ || !isThere) {
+      add(target, arguments_);
+    }
     context.device().flush();
     return exitDone;
   }
@@ -23,6 +29,7 @@ public:
 private:
   std::string path_;
   std::vector<std::string> arguments_;
+  bool mayExist_ = false;
 };
 
 } // namespace
@@ -30,6 +37,7 @@ private:
 CommandEntry addCommand() {
   return {"add", "Make a member or an entry of a collection",
           "  maintctl add /status/Linecard3\n"
+          "  maintctl add --may-exist /status/Linecard3\n"
           "  maintctl add /status/Linecard3/group/groupTypeBgp,transit\n"
           "  maintctl add /status/Linecard3/history/12.5 \"drain begun\"\n"
           "  maintctl add /mergedInput/Linecard3 srcCli",

@@ -8,6 +8,7 @@
 #include <Zel/ZelType>
 
 #include <deque>
+#include <optional>
 
 namespace Maintctl {
 
@@ -168,6 +169,17 @@ void requireEntry(const Target& target) {
   }
 }
 
+/// Something that `set` can write.
+void requireValue(const Target& target) {
+  if (target.kind == Target::entry) {
+    requireEntry(target);
+  } else if (target.kind != Target::attribute) {
+    notOne(target, "set");
+  } else if (target.row->write == nullptr) {
+    readOnly(target);
+  }
+}
+
 /// A member as what it is in the collection that holds it; a root as it is.
 Target asEntry(const Target& target) {
   const Zel::Ptr<Zel::Entity> holder = target.owner->parent();
@@ -182,17 +194,44 @@ Target asEntry(const Target& target) {
 } // namespace
 
 void setValue(const Target& target, const std::string& text) {
+  requireValue(target);
   if (target.kind == Target::entry) {
-    requireEntry(target);
     writeEntry(target, text);
-  } else if (target.kind != Target::attribute) {
-    notOne(target, "set");
-  } else if (target.row->write == nullptr) {
-    readOnly(target);
   } else {
     ValueSlot value(*target.row->value);
     readContent(target, text, value);
     target.row->write(target.owner.ptr(), value.at());
+  }
+}
+
+void setValueIf(Device& device, const Target& target, const std::string& old,
+                const std::string& text) {
+  using Zel::Session;
+  requireValue(target);
+  const AttrRow& row = *target.row;
+  ValueSlot expected(*row.value);
+  ValueSlot value(*row.value);
+  readText(old, *row.value, expected.at(), target.path());
+  readContent(target, text, value);
+  std::optional<Key> key;
+  Session::WriteIf what{
+      target.owner, row.id, {}, {*row.value, expected.at()}, {*row.value, value.at()}};
+  if (target.kind == Target::entry) {
+    key.emplace(target);
+    what.key = {*row.key, key->at()};
+  }
+  const Session::WriteResult result = device.writeIf(what);
+  device.flush();
+  switch (result) {
+  case Session::writeDone:
+    return;
+  case Session::writeDiffers:
+    throw Failure(exitDiffers, target.path() + " is another than " +
+                                   textForm(*row.value, expected.at()) + ", nothing was written");
+  case Session::writeRefused:
+    throw Failure(exitRefused, "the server refuses to write " + target.path());
+  default:
+    throw Failure(exitNotFound, target.path() + " has gone meanwhile, nothing was written");
   }
 }
 

@@ -12,6 +12,11 @@ namespace Maintctl {
 /// Writes an attribute, or an entry that is there.
 void setValue(const Target& target, const std::string& text);
 
+/// The same if `old` stands there, which the device decides. Throws `Failure` with `exitDiffers` if
+/// something else does.
+void setValueIf(Device& device, const Target& target, const std::string& old,
+                const std::string& text);
+
 /// Makes what is not there yet: a member, of its arguments behind the key, or an entry, of its
 /// value, which is true if the collection is a set. In a collection of values that bring their key,
 /// the target may be the collection.

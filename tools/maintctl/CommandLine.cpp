@@ -28,7 +28,7 @@ constexpr const char* exitStatus = R"(Exit status:
   5    read-only, by the model or by the server, or no right to connect
   6    no server there, or the connection has ended
   7    it took too long
-  8    the mirror differs
+  8    the mirror differs, or the value is another than --if says
   9    a file could not be read or written
   130  stopped by Ctrl-C
   141  whoever read the output has gone
@@ -105,6 +105,14 @@ public:
   }
   void option(const char* name, const char* type, std::string& to, const char* about) override {
     app_.add_option(dashed(name), to, about)->type_name(type)->capture_default_str();
+  }
+  void option(const char* name, const char* type, std::vector<std::string>& to,
+              const char* about) override {
+    app_.add_option(dashed(name), to, about)->type_name(type)->allow_extra_args(false);
+  }
+  void option(const char* name, const char* type, std::optional<std::string>& to,
+              const char* about) override {
+    app_.add_option(dashed(name), to, about)->type_name(type);
   }
   void option(const char* name, const char* type, std::size_t& to, const char* about) override {
     app_.add_option(dashed(name), to, about)

@@ -60,6 +60,12 @@ public:
   virtual void flag(const char* name, bool& to, const char* about) = 0;
   /// `--name TYPE`. Help shows what `to` holds, which is what it is without the option.
   virtual void option(const char* name, const char* type, std::string& to, const char* about) = 0;
+  /// One that may be given several times.
+  virtual void option(const char* name, const char* type, std::vector<std::string>& to,
+                      const char* about) = 0;
+  /// One that may be left out, and empty.
+  virtual void option(const char* name, const char* type, std::optional<std::string>& to,
+                      const char* about) = 0;
   /// The same with a number above 0.
   virtual void option(const char* name, const char* type, std::size_t& to, const char* about) = 0;
 

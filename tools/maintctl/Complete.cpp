@@ -6,6 +6,8 @@
 #include "Values.h"
 #include "Words.h"
 
+#include <nlohmann/json.hpp>
+
 #include <algorithm>
 #include <filesystem>
 
@@ -96,8 +98,12 @@ public:
     } else if (context.options().inScript) {
       words_.back() = unquoted(words_.back());
     }
-    for (const std::string& name :
-         completions(words_, false, [&]() -> Device& { return context.device(); })) {
+    const Names names = completions(words_, false, [&]() -> Device& { return context.device(); });
+    if (context.options().json) {
+      context.out() << lineOf(names) << '\n';
+      return exitDone;
+    }
+    for (const std::string& name : names) {
       context.out() << name << '\n';
     }
     return exitDone;
@@ -126,10 +132,15 @@ Names completions(const Names& words, bool inScript, const std::function<Device&
       const std::string path = start.substr(0, start.rfind('/') + 1);
       return startingWith(start, below(tree, path, device()), path);
     }
-    if ((command == "set" || command == "wait") && before.size() >= 2 &&
-        before.back().starts_with('/')) {
+    const auto path = std::find_if(before.begin(), before.end(),
+                                   [](const std::string& word) { return word.starts_with('/'); });
+    const bool takesValue =
+        path != before.end() &&
+        (command == "wait" ||
+         (command == "set" && (path + 1 == before.end() || before.back() == "--if")));
+    if (takesValue) {
       Tree tree(device());
-      return startingWith(start, valuesAt(tree, before.back()));
+      return startingWith(start, valuesAt(tree, *path));
     }
   } catch (const std::exception&) {
     return {}; // nobody wants to read it in the midst of a line

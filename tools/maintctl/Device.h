@@ -28,6 +28,10 @@ public:
   /// Lets things happen until `isDone` yields true, which is asked after each change, or until the
   /// seconds are over (negative: never). Whether it is done.
   virtual bool wait(const std::function<bool()>& isDone, double seconds) = 0;
+  /// Writes a value if another stands there, as whoever has the original decides.
+  virtual Zel::Session::WriteResult writeIf(const Zel::Session::WriteIf& what) {
+    return Zel::Session::decide(what);
+  }
   /// Whether a mirror holds what the device does.
   virtual Zel::Session::DigestResult verify(const Zel::Name& root) = 0;
 };

@@ -7,6 +7,8 @@
 #include "Walk.h"
 #include "Words.h"
 
+#include <nlohmann/json.hpp>
+
 namespace Maintctl {
 
 namespace {
@@ -17,28 +19,35 @@ using Zel::Entity;
 /// Writes a line for each member, then one for each value that can be written.
 class Lines : public Visitor {
 public:
-  explicit Lines(std::ostream& out) : out_(out) {}
+  Lines(std::ostream& out, bool isJson) : out_(out), isJson_(isJson) {}
 
   bool wants(const AttrRow& row) override { return row.isCollection() || row.write != nullptr; }
 
   void value(const std::string& path, const Zel::ValueRecord& record, const void* value) override {
-    out_ << path << ' ' << textForm(record, value) << '\n';
+    if (isJson_) {
+      out_ << lineOf({{"path", path}, {"value", jsonOf(record, value)}}) << '\n';
+    } else {
+      out_ << path << ' ' << textForm(record, value) << '\n';
+    }
   }
 
   void member(const std::string& path, const AttrRow& row, const Entity& member) override {
-    out_ << path;
+    std::string texts;
+    nlohmann::json values = nlohmann::json::array();
     const Zel::TypeTable& table = row.collection->memberTable();
     for (std::size_t at = 0; at < row.collection->arguments.size(); ++at) {
       // Behind the key, the arguments are those of the member's own constructor.
       const AttrRow* const argument = table.row(Zel::constructorArgumentName(table, at + 1));
       Zel::ValueSlot value(*argument->value, [&](void* to) { argument->read(&member, to); });
-      out_ << ' ' << textForm(*argument->value, value.at());
+      texts += " " + textForm(*argument->value, value.at());
+      values.push_back(jsonOf(*argument->value, value.at()));
     }
-    out_ << '\n';
+    out_ << (isJson_ ? lineOf({{"path", path}, {"member", values}}) : path + texts) << '\n';
   }
 
 private:
   std::ostream& out_;
+  const bool isJson_;
 };
 
 class Dump : public Command {
@@ -49,13 +58,14 @@ public:
   }
 
   int run(Context& context) override {
+    const bool isJson = context.options().json;
     if (file_.empty() || file_ == "-") {
-      dump(context.device(), context.out());
+      dump(context.device(), context.out(), isJson);
       return exitDone;
     }
     Device& device = context.device(); // before a file is touched
     NewFile file(context.options().inScript ? unquoted(file_) : file_);
-    dump(device, file.out());
+    dump(device, file.out(), isJson);
     file.done();
     return exitDone;
   }
@@ -66,13 +76,16 @@ private:
 
 } // namespace
 
-void dump(Device& device, std::ostream& out) {
-  out << "# The tree of a device: members by their paths, and values behind theirs.\n";
+void dump(Device& device, std::ostream& out, bool isJson) {
+  out << (isJson ? ""
+                 : "# The tree of a device: members by their paths, and values behind theirs.\n");
   Tree tree(device);
   for (const auto& [name, type] : device.roots()) {
     const std::string path = "/" + segmentOf(Zel::valueRecord<Zel::Name>, &name);
-    out << "\n# " << path << ", " << type << '\n';
-    Lines lines(out);
+    if (!isJson) {
+      out << "\n# " << path << ", " << type << '\n';
+    }
+    Lines lines(out, isJson);
     walk(*tree.at(path, Purpose::read).owner, path + "/", lines);
   }
 }
@@ -80,7 +93,9 @@ void dump(Device& device, std::ostream& out) {
 CommandEntry dumpCommand() {
   return {"dump", "Write the whole tree as text that load reads back",
           "  maintctl dump units.dump\n"
-          "  maintctl dump | grep /state",
+          "  maintctl dump | grep /state\n"
+          "  maintctl --json dump | jq 'select(.value == \"active\")'\n"
+          "\nWith --json it is one object a line, which load does not read.",
           make<Dump>};
 }
 

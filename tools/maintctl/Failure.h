@@ -15,7 +15,7 @@ enum ExitCode : int {
   exitRefused = 5,   ///< read-only, by the model or by the server, or no right to connect
   exitNoServer = 6,  ///< no server there, or the connection has ended
   exitTimeout = 7,   ///< `wait` or a server took too long
-  exitDiffers = 8,   ///< `verify`: the mirror differs
+  exitDiffers = 8,   ///< `verify`: the mirror differs; `set --if`: the value does
   exitFile = 9,      ///< a file could not be read or written
   exitStopped = 130, ///< stopped by Ctrl-C
   exitPipe = 141,    ///< whoever read the output has gone; nothing is said

@@ -209,6 +209,20 @@ void RemoteDevice::catchUp() {
 
 void RemoteDevice::flush() { catchUp(); }
 
+Session::WriteResult RemoteDevice::writeIf(const Session::WriteIf& what) {
+  if (const std::optional<Failure> why = trouble()) {
+    throw *why;
+  }
+  const auto result = std::make_shared<std::optional<Session::WriteResult>>();
+  client_->session()->writeIf(what, [result](Session::WriteResult answer) { *result = answer; });
+  await([&] { return result->has_value(); }, "it has not answered");
+  if (*result == Session::writeLost) {
+    throw trouble().value_or(
+        Failure(exitNoServer, "the server at " + settings_.path + " has been replaced meanwhile"));
+  }
+  return result->value();
+}
+
 Session::DigestResult RemoteDevice::verify(const Zel::Name& root) {
   need(root, false);
   const auto result = std::make_shared<std::optional<Session::DigestResult>>();

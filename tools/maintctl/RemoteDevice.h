@@ -30,6 +30,7 @@ public:
   void need(const Zel::Name& root, bool toWrite) override;
   void flush() override;
   bool wait(const std::function<bool()>& isDone, double seconds) override;
+  Zel::Session::WriteResult writeIf(const Zel::Session::WriteIf& what) override;
   Zel::Session::DigestResult verify(const Zel::Name& root) override;
 
   asio::io_context& io() noexcept { return io_; }
