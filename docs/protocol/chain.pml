@@ -303,9 +303,6 @@ inline fromExporter(l) {
   m_ = 0; k_ = 0; v_ = 0; fix_ = 0
 }
 
-/* Whether something of a key is on its way up a link. */
-#define IS_ON(l, k) (HAS(pendingUp[l], k) || up[l]??[SET, eval(k), _])
-
 /* -- Records that come up ---------------------------------------------------------------------- */
 
 inline apply(l) {
@@ -314,11 +311,7 @@ inline apply(l) {
      VALUE(EXPORTER(l), k_) = v_;
      spreadUp(EXPORTER(l), k_);
      spreadDown(EXPORTER(l), k_, 0, l)
-  :: else -> /* It changes nothing here. If upstream has something else, that is the later write. */
-     if
-     :: EXPORTER(l) != 0 && v_ == last[k_] && writer[k_] > (l) && !IS_ON(0, k_) -> notified[k_] = 1
-     :: else
-     fi
+  :: else
   fi
 }
 
@@ -422,6 +415,7 @@ inline exporterLearns(l) { /* that the connection has gone; what it has not read
 #endif
 }
 
+#define IS_ON(l, k) (HAS(pendingUp[l], k) || up[l]??[SET, k, _])
 #if LINKS == 1
 #define IS_UNDER_WAY(k) IS_ON(0, k)
 #elif LINKS == 2
