@@ -329,10 +329,11 @@ class Runner:
     """Runs programs of a build folder, pinned to the last CPU that this process may use; those of
     several processes choose their CPUs themselves."""
 
-    def __init__(self, build, minimum_time):
+    def __init__(self, build, minimum_time, repetitions=2):
         self.programs = build / "bench"
         self.library = build / "libmaintenance-model.so"
         self.minimum_time = minimum_time
+        self.repetitions = repetitions
         self.pinned = None
         self.prefix = []
         if shutil.which("taskset") and hasattr(os, "sched_getaffinity"):
@@ -376,7 +377,7 @@ class Runner:
             chosen = "|".join(sorted({name.removesuffix(", MB/s") for name in operations}))
             text = self.output(path, f"--benchmark_filter=^({chosen})(/manual_time)?$",
                                f"--benchmark_min_time={self.minimum_time}",
-                               "--benchmark_repetitions=2",
+                               f"--benchmark_repetitions={self.repetitions}",
                                "--benchmark_enable_random_interleaving=true",
                                "--benchmark_format=json")
             for run in json.loads(text)["benchmarks"]:
@@ -496,6 +497,8 @@ def main():
     parser.add_argument("--rounds", type=int, default=5, help="rounds of all programs (default 5)")
     parser.add_argument("--min-time", type=float, default=0.1,
                         help="least seconds for one repetition (default 0.1)")
+    parser.add_argument("--smoke", action="store_true",
+                        help="run everything once, for a moment: that it runs, and not how fast")
     parser.add_argument("--build-time", action="store_true",
                         help="compile the library from clean as well, for a line with the time")
     options = parser.parse_args()
@@ -506,6 +509,11 @@ def main():
         parser.error(f"nothing matches {options.filter!r}")
     if options.write and options.filter:
         parser.error("--write takes no filter: the document holds the whole table")
+    if options.smoke:
+        runner = Runner(options.build, 0.001, repetitions=1)
+        figures = measure(runner, rows, 1)
+        print(f"bench: {len(figures)} figures of {len({figure.program for figure in figures})} programs")
+        return
     runner = Runner(options.build, options.min_time)
     medians = measure(runner, rows, options.rounds)
     text = machine(runner, options.rounds) + "\n\n" + table(runner, rows, medians) + "\n"
