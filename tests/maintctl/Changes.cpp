@@ -169,6 +169,13 @@ TEST(Add, LeavesWhatMayExistAsItIs) {
                            "get /status/System/history\nls /status/status\n"),
             "1 = 'begun'\n2 = 'new'\n"
             "Linecard3  Maintenance::Unit::Status\nSystem     Maintenance::Unit::Status\n");
+  const std::string asked = "add /agentInfo/onBootMaintEnter System,srcOnBoot\n";
+  EXPECT_EQ(printed(asked + "add --may-exist /agentInfo/onBootMaintEnter System,srcCli\n"
+                            "get /agentInfo/onBootMaintEnter/System\n"),
+            "Value('Maintenance::OnBootUnitAndReason', ** {'unitName': 'System', 'reason': "
+            "'srcOnBoot'})\n");
+  EXPECT_EQ(refusedLine(1, asked, "add /agentInfo/onBootMaintEnter System,srcCli"),
+            "/agentInfo/onBootMaintEnter/System is there already\n");
   EXPECT_EQ(refusedLine(4, line, "add --may-exist /status/"),
             "an empty key for /status/status/: name what is to be made\n");
 }

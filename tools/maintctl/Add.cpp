@@ -16,12 +16,7 @@ public:
   }
 
   int run(Context& context) override {
-    const Target target = Tree(context.device()).at(path_, Purpose::add);
-    const bool isThere =
-        target.kind == Target::entity || (target.kind == Target::entry && target.isThere());
-    if (!mayExist_ || !isThere) {
-      add(target, arguments_);
-    }
+    add(Tree(context.device()).at(path_, Purpose::add), arguments_, mayExist_);
     context.device().flush();
     return exitDone;
   }

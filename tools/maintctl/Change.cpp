@@ -96,6 +96,15 @@ void writeOwnKey(const Target& target, const std::string& text) {
   row.collection->write(target.owner.ptr(), nullptr, value.at());
 }
 
+/// The entry of a value that brings its key.
+Target underOwnKey(const Target& collection, const std::string& text) {
+  const AttrRow& row = *collection.row;
+  ValueSlot value(*row.value);
+  readContent(collection, text, value);
+  ValueSlot own(*row.key, [&](void* to) { ownKeyRow(row).read(value.at(), to); });
+  return {Target::entry, collection.owner, &row, segmentOf(*row.key, own.at())};
+}
+
 void writeEntry(const Target& target, const std::string& text) {
   const AttrRow& row = *target.row;
   if (row.kind == AttrKind::ownKey) {
@@ -235,16 +244,20 @@ void setValueIf(Device& device, const Target& target, const std::string& old,
   }
 }
 
-void add(const Target& target, const std::vector<std::string>& arguments) {
+void add(const Target& target, const std::vector<std::string>& arguments, bool mayExist) {
   const bool bringsKey = target.kind == Target::collection && target.row->kind == AttrKind::ownKey;
-  refuseUnfitKeyOf(target);
-  if (target.kind == Target::entity || (target.kind == Target::entry && target.isThere())) {
-    throw Failure(exitFailed, target.path() + " is there already");
+  const Target entry = bringsKey ? underOwnKey(target, valueOf(target, arguments)) : target;
+  refuseUnfitKeyOf(entry);
+  if (entry.kind == Target::entity || (entry.kind == Target::entry && entry.isThere())) {
+    if (mayExist) {
+      return;
+    }
+    throw Failure(exitFailed, entry.path() + " is there already");
   }
-  if (target.kind != Target::entry && !bringsKey) {
-    notOne(target, "add");
+  if (entry.kind != Target::entry) {
+    notOne(entry, "add");
   }
-  put(target, arguments);
+  put(entry, arguments);
 }
 
 void remove(const Target& target) {
