@@ -145,7 +145,7 @@ void records() {
 }
 
 void walks() {
-  constexpr std::uint64_t members = 2 * times;
+  constexpr std::uint64_t members = std::uint64_t{2} * times;
   Ends ends(members);
   ends.here->demuxer()->exportIs(ends.dir);
   // A turn is that of one adapter, mostly a member's: all of its attributes.
