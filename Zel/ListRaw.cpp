@@ -9,17 +9,20 @@ using Member = ListRawGeneric::Member;
 
 namespace {
 
-constexpr std::uintptr_t absenteeBit = 1; // members are aligned to more
+// A pointer to an absentee is marked by pointing one byte further, to where no member begins.
+constexpr std::uintptr_t absenteeBit = 1;
 
 } // namespace
 
 Member* ListRawGeneric::firstAbsentee() const noexcept {
-  const auto word = reinterpret_cast<std::uintptr_t>(tail_);
-  return (word & absenteeBit) != 0 ? reinterpret_cast<Member*>(word ^ absenteeBit) : nullptr;
+  if ((reinterpret_cast<std::uintptr_t>(tail_) & absenteeBit) == 0) {
+    return nullptr;
+  }
+  return reinterpret_cast<Member*>(reinterpret_cast<char*>(tail_) - absenteeBit);
 }
 
 void ListRawGeneric::firstAbsenteeIs(Member* absentee) noexcept {
-  tail_ = reinterpret_cast<Member*>(reinterpret_cast<std::uintptr_t>(absentee) | absenteeBit);
+  tail_ = reinterpret_cast<Member*>(reinterpret_cast<char*>(absentee) + absenteeBit);
 }
 
 /// Where the pointer to the tail is kept.
