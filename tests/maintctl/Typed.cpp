@@ -1,4 +1,5 @@
 #include "Run.h"
+#include "Served.h"
 #include "Terminal.h"
 #include <Places.h>
 
@@ -121,6 +122,51 @@ TEST_F(Typed, TheTabulatorCompletesFilesAndQuotesThem) {
   EXPECT_EQ(terminal.status(), 0);
   EXPECT_EQ(terminal.shown().find("cannot read"), std::string::npos) << terminal.shown();
   EXPECT_NE(Support::contentOf(folder / ".hidden").find("'loaded'"), std::string::npos);
+}
+
+/// Lines for a server.
+class TypedToAServer : public testing::Test {
+protected:
+  TypedToAServer() { server->device()->roots(); } // which waits for it
+
+  void enter(const std::string& line) {
+    ASSERT_TRUE(terminal.shows("maintctl> ")) << terminal.shown();
+    terminal.type(line + "\r");
+  }
+
+  const Folder folder;
+  const std::string socket = folder / "socket";
+  std::optional<Served> server{socket};
+  Terminal terminal{{MAINTCTL_PROGRAM, "--socket", socket, "run"}};
+};
+
+TEST_F(TypedToAServer, GoOnWithTheNextOne) {
+  enter("add /status/System");
+  enter("ls /status/status");
+  ASSERT_TRUE(terminal.shows("\r\nSystem  Maintenance::Unit::Status\r\n")) << terminal.shown();
+  server.reset();
+  enter("ls /status/status");
+  ASSERT_TRUE(terminal.shows("\r\nno server at ")) << terminal.shown();
+  server.emplace(socket);
+  server->device()->roots();
+  enter("get /status/Sys\t"); // which asks for the tree, and says nothing
+  EXPECT_TRUE(terminal.shows("connected again to " + socket + "\r\n")) << terminal.shown();
+  EXPECT_TRUE(terminal.shows("no status Sys in /status, it is empty\r\n")) << terminal.shown();
+  enter("add /status/Linecard3");
+  enter("ls /status/status");
+  EXPECT_TRUE(terminal.shows("\r\nLinecard3  Maintenance::Unit::Status\r\n")) << terminal.shown();
+  enter("quit");
+  EXPECT_EQ(terminal.status(), 0);
+}
+
+TEST_F(TypedToAServer, WatchUntilCtrlC) {
+  enter("watch /status");
+  ASSERT_TRUE(terminal.shows("/status is live\r\n")) << terminal.shown();
+  terminal.type("\x03");
+  enter("ls /status/status"); // and the editor goes on
+  enter("quit");
+  EXPECT_EQ(terminal.status(), 0);
+  EXPECT_EQ(terminal.shown().find("stopped"), std::string::npos) << terminal.shown();
 }
 
 TEST(History, IsKeptBetweenRunsForItsUserAlone) {

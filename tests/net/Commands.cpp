@@ -297,6 +297,22 @@ TEST_F(Commands, AScriptOverASocketReadsAndThenWrites) {
   EXPECT_EQ(result.err, "");
 }
 
+TEST_F(Commands, AScriptThatGoesOnEndsWhenTheServerHasGone) {
+  const Result result =
+      run("serve; mkfifo lines; ctl run --keep-going <lines >out 2>err & running=$!\n"
+          "exec 3>lines; echo 'get /nowhere' >&3; appears err 'no root nowhere'\n"
+          "stop -KILL; serve; printf 'add /status/System\\nadd /status/Linecard3\\n' >&3\n"
+          "exec 3>&-; wait $running; echo $?; cat out; ctl ls /status/status; stop");
+  EXPECT_EQ(result.out, "6\n");
+  EXPECT_EQ(result.err, "");
+  const std::string told = content("err");
+  EXPECT_TRUE(told.starts_with("<stdin>:1: no root nowhere, ")) << told;
+  EXPECT_NE(told.find("\n<stdin>:2: the connection to the server at socket has ended: "),
+            std::string::npos)
+      << told;
+  EXPECT_EQ(std::count(told.begin(), told.end(), '\n'), 2) << told;
+}
+
 TEST_F(Commands, ABrokenPipeEndsAWatchQuietly) {
   const Result result = run("serve; ctl add /status/System\n"
                             "mkfifo pipe; behind watch --initial /status >pipe & watch=$!\n"

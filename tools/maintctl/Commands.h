@@ -16,6 +16,7 @@ struct Options {
   bool isLocal = false;  ///< a tree in this process is asked for
   bool json = false;     ///< output for machines
   double timeout = 10;   ///< seconds that a server has to answer
+  bool isTyped = false;  ///< at the prompt of `run`: Ctrl-C ends a command and no more
   bool inScript = false; ///< the words come from a line of `run`, where quotes are left on them
 };
 

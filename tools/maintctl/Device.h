@@ -32,6 +32,8 @@ public:
   virtual Zel::Session::WriteResult writeIf(const Zel::Session::WriteIf& what) {
     return Zel::Session::decide(what);
   }
+  /// Whether it is of use: not once the connection to its server has ended.
+  virtual bool isThere() { return true; }
   /// Whether a mirror holds what the device does.
   virtual Zel::Session::DigestResult verify(const Zel::Name& root) = 0;
 };

@@ -9,6 +9,7 @@ std::unique_ptr<Device> deviceFor(const Options& options) {
     RemoteDevice::Settings settings;
     settings.path = options.socket;
     settings.timeout = options.timeout;
+    settings.isStopped = options.isTyped;
     return std::make_unique<RemoteDevice>(settings);
   }
   return std::make_unique<LocalDevice>();

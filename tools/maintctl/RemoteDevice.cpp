@@ -4,6 +4,7 @@
 #include "Utf8.h"
 
 #include <chrono>
+#include <csignal>
 #include <memory>
 
 namespace Maintctl {
@@ -32,9 +33,25 @@ Failure noServer(const std::string& path, const std::error_code& why) {
 
 } // namespace
 
-RemoteDevice::RemoteDevice(Settings settings) : settings_(std::move(settings)) { connect(); }
+RemoteDevice::RemoteDevice(Settings settings) : settings_(std::move(settings)) {
+  if (settings_.isStopped) {
+    signals_.add(SIGINT);
+    awaitStop();
+  }
+  connect();
+}
 
 RemoteDevice::~RemoteDevice() = default;
+
+void RemoteDevice::awaitStop() {
+  signals_.async_wait([this](const asio::error_code& ended, int /*number*/) {
+    if (!ended) {
+      isStopped_ = true;
+      io_.stop();
+      awaitStop();
+    }
+  });
+}
 
 void RemoteDevice::connect() {
   client_.reset();
@@ -109,6 +126,7 @@ bool RemoteDevice::until(const std::function<bool()>& isDone, double seconds) {
         }
       });
     }
+    isStopped_ = false; // what came before was for somebody else
     struct After {
       Net::Turns& turns;
       ~After() { turns.afterEachIs(nullptr); }
@@ -122,6 +140,9 @@ bool RemoteDevice::until(const std::function<bool()>& isDone, double seconds) {
     turns_.soon(); // for what has been changed here
     io_.restart();
     io_.run();
+    if (isStopped_) {
+      throw Failure(exitStopped, "stopped");
+    }
   }
   if (!done && hasEnded()) {
     throw trouble().value();
@@ -205,6 +226,12 @@ void RemoteDevice::catchUp() {
     throw trouble().value_or(
         Failure(exitNoServer, "the server at " + settings_.path + " has been replaced meanwhile"));
   }
+}
+
+bool RemoteDevice::isThere() {
+  io_.restart();
+  io_.poll(); // an end may have come meanwhile
+  return static_cast<bool>(client_->session());
 }
 
 void RemoteDevice::flush() { catchUp(); }

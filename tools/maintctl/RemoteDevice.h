@@ -3,6 +3,7 @@
 #include "Device.h"
 #include "Failure.h"
 
+#include <asio/signal_set.hpp>
 #include <net/Client.h>
 
 #include <optional>
@@ -18,6 +19,7 @@ public:
     double timeout = 10;     ///< seconds that the server has for each answer
     bool waits = false;      ///< for a server that is not there at first, else a failure
     bool reconnects = false; ///< when the connection has ended, else a failure
+    bool isStopped = false;  ///< by SIGINT, which is a failure then
   };
 
   /// Throws `Failure` if there is no server and it does not wait for one.
@@ -29,6 +31,7 @@ public:
   /// A root that is there already takes in what the server has sent by now.
   void need(const Zel::Name& root, bool toWrite) override;
   void flush() override;
+  bool isThere() override;
   bool wait(const std::function<bool()>& isDone, double seconds) override;
   Zel::Session::WriteResult writeIf(const Zel::Session::WriteIf& what) override;
   Zel::Session::DigestResult verify(const Zel::Name& root) override;
@@ -42,6 +45,7 @@ public:
   const Zel::Ptr<Zel::Mounts>& mounts() const noexcept { return mounts_; }
 
 private:
+  void awaitStop();
   void connect();
   bool isOfAnotherVersion() const;
   std::optional<Failure> trouble() const;
@@ -55,6 +59,8 @@ private:
   const Zel::Ptr<Zel::Dir> dir_ = Zel::makeObject<Zel::Dir>();
   Zel::Ptr<Zel::Mounts> mounts_;
   asio::io_context io_;
+  asio::signal_set signals_{io_};
+  bool isStopped_ = false;
   Net::Turns turns_{io_};
   std::optional<Net::Client> client_;
 };

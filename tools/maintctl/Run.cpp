@@ -6,10 +6,12 @@
 #include "Input.h"
 #include "Lines.h"
 #include "Utf8.h"
+#include "WholeContext.h"
 #include "Words.h"
 
 #include <unistd.h>
 
+#include <functional>
 #include <iostream>
 
 namespace Maintctl {
@@ -40,12 +42,19 @@ public:
   int run(Context& context) override {
     if (file_.empty() && isTerminal()) {
       isTyped_ = true;
+      Options options = context.options();
+      options.isTyped = true;
+      WholeContext renewed(options, context.out(), WholeContext::renewed);
       const bool isOwn = context.options().socket.empty();
       Editor editor(
           isOwn ? "maintctl (local)> " : "maintctl> ", [&](const std::vector<std::string>& words) {
-            return completions(words, true, [&]() -> Device& { return context.device(); });
+            return completions(words, true, [&]() -> Device& { return renewed.device(); });
           });
-      runAll(editor, context);
+      runAll(editor, renewed, [&] {
+        if (renewed.takeRenewed()) {
+          std::cerr << "connected again to " + shown(options.socket) + "\n";
+        }
+      });
       return exitDone; // each failure has been seen
     }
     if (file_.empty() || file_ == "-") {
@@ -58,17 +67,18 @@ public:
   }
 
 private:
-  /// The status of the first line that failed.
-  int runAll(Lines& lines, Context& context) {
+  /// The status of the first line that failed; of one that found no server, where nobody is there
+  /// to start one. What `after` says of a line comes before what the line has printed.
+  int runAll(Lines& lines, Context& context, const std::function<void()>& after = {}) {
     int status = exitDone;
     for (std::string line; lines.next(line);) {
-      const int code = runGuarded(line, lines, context);
+      const int code = runGuarded(line, lines, context, after);
       if (code == quit) {
         break;
       }
       if (code != exitDone) {
-        status = status == exitDone ? code : status;
-        if (!keepGoing_ && !isTyped_) {
+        status = status == exitDone || code == exitNoServer ? code : status;
+        if (!isTyped_ && (!keepGoing_ || code == exitNoServer)) {
           break;
         }
       }
@@ -77,7 +87,8 @@ private:
   }
 
   /// One line, with its complaint if there is one.
-  int runGuarded(const std::string& line, const Lines& lines, Context& context) {
+  int runGuarded(const std::string& line, const Lines& lines, Context& context,
+                 const std::function<void()>& after) {
     int code = exitDone;
     std::string complaint;
     try {
@@ -93,8 +104,13 @@ private:
       code = failure.code();
       complaint = failure.what();
     }
+    if (after) {
+      after();
+    }
     context.out().flush(); // what was printed comes before the complaint
-    if (!complaint.empty()) {
+    if (isTyped_ && code == exitStopped) {
+      std::cerr << '\n'; // behind what the terminal shows of Ctrl-C
+    } else if (!complaint.empty()) {
       std::cerr << shown(lines.where() + complaint) << '\n';
     }
     return code;

@@ -118,6 +118,7 @@ public:
       RemoteDevice::Settings settings;
       settings.path = options.socket;
       settings.timeout = options.timeout;
+      settings.isStopped = options.isTyped;
       settings.waits = settings.reconnects = true;
       remote.emplace(settings);
     }

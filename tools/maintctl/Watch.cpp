@@ -217,7 +217,7 @@ CommandEntry watchCommand() {
           "  maintctl --json watch --initial /status | jq .\n"
           "\nLines that begin with # tell when the mirror is stale, and when it is live again.\n"
           "Ctrl-C ends it, with status 130.",
-          make<Watch>, false};
+          make<Watch>};
 }
 
 } // namespace Maintctl

@@ -5,34 +5,16 @@
 #include "Guard.h"
 #include "Output.h"
 #include "Utf8.h"
+#include "WholeContext.h"
 
 #include <unistd.h>
 
 #include <csignal>
 #include <iostream>
-#include <optional>
 
 namespace {
 
 using namespace Maintctl;
-
-/// Makes the device when it is asked for. References in values resolve in its tree.
-class WholeContext : public Context {
-public:
-  using Context::Context;
-
-  Device& device() override {
-    if (device_ == nullptr) {
-      device_ = deviceFor(options());
-      references_.emplace(device_->dir());
-    }
-    return *device_;
-  }
-
-private:
-  std::unique_ptr<Device> device_;
-  std::optional<Zel::Dir::Active> references_;
-};
 
 int runWords(const std::vector<std::string>& words, std::ostream& out) {
   Options options;
