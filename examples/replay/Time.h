@@ -10,7 +10,7 @@ namespace Replay {
 /// the beginning of 1970 by the journal's own clock, of whatever zone it is; none if the text is
 /// anything else or names a day that does not exist.
 ///
-/// The library takes every time as a `double` of seconds and does not ask since when.
+/// The model's times are seconds since 1970 UTC, so the journal's clock should be of that zone.
 std::optional<double> timeOfText(std::string_view text);
 
 /// The same form again, with milliseconds only where there are some.

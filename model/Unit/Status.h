@@ -106,7 +106,7 @@ public:
   InputSrc reason() const noexcept { return Zel::read(*this, reason_); }
   void reasonIs(InputSrc reason);
 
-  /// When the state last changed, in seconds.
+  /// When the state last changed, in seconds since 1970 UTC, as are all times here.
   double timeOfStateChange() const noexcept { return Zel::read(*this, timeOfStateChange_); }
   void timeOfStateChangeIs(double time);
 

@@ -36,7 +36,7 @@ public:
   unsigned long long inBitsRate() const noexcept { return inBitsRate_; }
   void inBitsRateIs(unsigned long long rate) noexcept { inBitsRate_ = rate; }
 
-  /// Time of the sample, in seconds.
+  /// Time of the sample, in seconds since 1970 UTC.
   double statsUpdateTime() const noexcept { return statsUpdateTime_; }
   void statsUpdateTimeIs(double time) noexcept { statsUpdateTime_ = time; }
 

@@ -17,8 +17,9 @@ std::string offered(const std::string& words) {
 }
 
 TEST(Complete, YieldsCommandsOptionsPathsAndNames) {
-  EXPECT_EQ(maintctl("complete").out,
-            "ls\nget\nset\nadd\ndel\ndump\nload\nwatch\nwait\nverify\nserve\nrun\nhelp\n");
+  EXPECT_EQ(
+      maintctl("complete").out,
+      "show\nhistory\nls\nget\nset\nadd\ndel\ndump\nload\nwatch\nwait\nverify\nserve\nrun\nhelp\n");
   EXPECT_EQ(maintctl("complete help d").out, "del\ndump\n");
   EXPECT_EQ(maintctl("complete d").out, "del\ndump\n");
   EXPECT_EQ(maintctl("complete -- run --").out,
@@ -52,6 +53,13 @@ TEST(Complete, YieldsEachValueThatACommandTakes) {
   EXPECT_EQ(completed("wait /status/System/state active --unless failedEn"), "failedEnter\n");
   EXPECT_EQ(completed("set /status/System/state active --if in"), "init\n");
   EXPECT_EQ(completed("set /status/System/state active in"), "");
+}
+
+TEST(Complete, YieldsUnitsByTheirNames) {
+  const char* const units = "add /status/System\nadd /status/Linecard3\nadd /status/Linecard10\n";
+  EXPECT_EQ(printed(std::string(units) + "complete show ''\n"), "Linecard10\nLinecard3\nSystem\n");
+  EXPECT_EQ(printed(std::string(units) + "complete history L\n"), "Linecard10\nLinecard3\n");
+  EXPECT_EQ(printed(std::string(units) + "complete show /cl\n"), "/cliInput/\n");
 }
 
 TEST(Complete, YieldsMembersEntriesAndValues) {

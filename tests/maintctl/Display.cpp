@@ -43,6 +43,15 @@ TEST(Display, CountsTheColumnsOfWideAndOfCombiningCharacters) {
   EXPECT_EQ(fitted("abc", 0), "");
 }
 
+TEST(Display, GoesOnBelowWhereItIsLong) {
+  using Lines = std::vector<std::string>;
+  EXPECT_EQ(wrapped("", 8), Lines{""});
+  EXPECT_EQ(wrapped("one two", 7), Lines{"one two"});
+  EXPECT_EQ(wrapped("one two three", 7), (Lines{"one two", "three"}));
+  EXPECT_EQ(wrapped("one twothree", 5), (Lines{"one", "twoth", "ree"}));
+  EXPECT_EQ(wrapped("日本語 日本", 6), (Lines{"日本語", "日本"}));
+}
+
 TEST(Display, OfNamesStandsInColumns) {
   EXPECT_EQ(
       printed("add /status/Zürich\nadd /status/日本\nadd /status/u\u0308\nls /status/status\n"),

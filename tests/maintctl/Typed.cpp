@@ -1,6 +1,7 @@
 #include "Run.h"
 #include "Served.h"
 #include "Terminal.h"
+#include "Variable.h"
 #include <Places.h>
 
 #include <HistoryFile.h>
@@ -196,28 +197,6 @@ TEST(History, IsKeptBetweenRunsForItsUserAlone) {
   second.type("quit\r");
   EXPECT_EQ(second.status(), 0);
 }
-
-/// A variable of the environment that is as before when the object goes.
-class Variable {
-public:
-  explicit Variable(const char* name) : name_(name) {
-    if (const char* const value = std::getenv(name)) {
-      before_ = value;
-    }
-  }
-  Variable(const Variable&) = delete;
-  Variable& operator=(const Variable&) = delete;
-  ~Variable() { *this = before_ ? before_->c_str() : nullptr; }
-
-  /// Null takes it away.
-  void operator=(const char* value) const {
-    value != nullptr ? setenv(name_, value, 1) : unsetenv(name_);
-  }
-
-private:
-  const char* const name_;
-  std::optional<std::string> before_;
-};
 
 TEST(History, IsFoundWhereTheUserKeepsState) {
   const Variable state("XDG_STATE_HOME");

@@ -1,4 +1,5 @@
 #include "Commands.h"
+#include "Untimed.h"
 
 #include <Places.h>
 #include <algorithm>
@@ -7,11 +8,12 @@ namespace {
 
 using Support::Result;
 using TestNet::Commands;
+using TestNet::untimed;
 
 /// Whether a program says a line, behind others of which there are not too many.
 bool hears(TestNet::Process& program, const std::string& line) {
   for (int passed = 0; passed < 30; ++passed) {
-    if (program.hear() == line) {
+    if (untimed(program.hear()) == line) {
       return true;
     }
   }
@@ -173,15 +175,16 @@ TEST_F(Commands, AWatchFollowsOverARestartWithOtherContents) {
           "kill -INT $watch; wait $watch; echo $?; stop");
   EXPECT_EQ(result.out, "130\n");
   EXPECT_EQ(result.err, "");
-  EXPECT_EQ(content("watched"), "# /status is live\n"
-                                "/status/status/System/state = 'underMaintenance'\n"
-                                "/status/status/Linecard4 added\n"
-                                "/status/status/Linecard4 deleted\n"
-                                "# /status is stale: the peer has gone\n"
-                                "/status/status/Linecard3 deleted\n"
-                                "/status/status/System/state = 'init'\n"
-                                "# /status is live again\n"
-                                "maintctl: stopped\n");
+  EXPECT_EQ(untimed(content("watched")),
+            "# /status is live\n"
+            "/status/status/System/state = 'underMaintenance' (was 'init')\n"
+            "/status/status/Linecard4 added\n"
+            "/status/status/Linecard4 deleted\n"
+            "# /status is stale: the peer has gone\n"
+            "/status/status/Linecard3 deleted\n"
+            "/status/status/System/state = 'init' (was 'underMaintenance')\n"
+            "# /status is live again\n"
+            "maintctl: stopped\n");
 }
 
 TEST_F(Commands, AWatchTakesInWhatIsOfferedLater) {
@@ -189,16 +192,16 @@ TEST_F(Commands, AWatchTakesInWhatIsOfferedLater) {
   const auto all = maintctl({"watch"});
   ASSERT_TRUE(hears(*all, "# /units is live")) << "the last";
   const auto units = maintctl({"watch", "/units"});
-  EXPECT_EQ(units->hear(), "# /units is live");
+  EXPECT_EQ(untimed(units->hear()), "# /units is live");
   ASSERT_EQ(server->ask("offer later"), "offered");
-  EXPECT_EQ(all->hear(), "# /later is live");
+  EXPECT_EQ(untimed(all->hear()), "# /later is live");
   ASSERT_EQ(server->ask("withdraw later"), "withdrawn");
-  EXPECT_EQ(all->hear(), "# /later is stale: withdrawn by server");
+  EXPECT_EQ(untimed(all->hear()), "# /later is stale: withdrawn by server");
   ASSERT_EQ(server->ask("offer later"), "offered");
-  EXPECT_EQ(all->hear(), "# /later is live again");
+  EXPECT_EQ(untimed(all->hear()), "# /later is live again");
   ASSERT_EQ(server->ask("set unit-a 17"), "set");
-  EXPECT_EQ(all->hear(), "/units/status/unit-a added");
-  EXPECT_EQ(units->hear(), "/units/status/unit-a added")
+  EXPECT_EQ(untimed(all->hear()), "/units/status/unit-a added");
+  EXPECT_EQ(untimed(units->hear()), "/units/status/unit-a added")
       << "and nothing of what it did not ask for";
 }
 
@@ -232,10 +235,10 @@ TEST_F(Commands, AWatchTellsOfItsPathsAloneAndInJson) {
       "appears watched groupTypeBgp; ctl del /status/a; appears watched deleted\n"
       "kill -INT $watch; wait $watch 2>/dev/null; stop");
   EXPECT_EQ(result.out, "");
-  EXPECT_EQ(content("watched"),
+  EXPECT_EQ(untimed(content("watched")),
             "{\"path\":\"/status\",\"state\":\"live\"}\n"
             "{\"path\":\"/status/status/a/historySize\",\"value\":12}\n"
-            "{\"path\":\"/status/status/a/historySize\",\"value\":6}\n"
+            "{\"old\":12,\"path\":\"/status/status/a/historySize\",\"value\":6}\n"
             "{\"added\":true,\"path\":\"/status/status/c\"}\n"
             "{\"path\":\"/status/status/c/group/groupTypeBgp,x\",\"value\":true}\n"
             "{\"deleted\":true,\"path\":\"/status/status/a\"}\n");
@@ -318,7 +321,7 @@ TEST_F(Commands, ABrokenPipeEndsAWatchQuietly) {
                             "mkfifo pipe; behind watch --initial /status >pipe & watch=$!\n"
                             "head -n 1 pipe; ctl set /status/System/historySize 7\n"
                             "wait $watch; echo $?; stop");
-  EXPECT_EQ(result.out, "# /status is live\n141\n");
+  EXPECT_EQ(untimed(result.out), "# /status is live\n141\n");
   EXPECT_EQ(result.err, "");
 }
 
@@ -352,46 +355,47 @@ TEST_F(Commands, AServerKilledInMidWalkIsSaidSo) {
 TEST_F(Commands, TheDemonstrationShowsAMirrorThatFollows) {
   const Result result =
       Support::shell("cd \"$(dirname '" MAINTCTL_PROGRAM "')\" && '" DEMO_PROGRAM "' ./maintctl");
-  EXPECT_EQ(result.out, "$ maintctl serve --load before.state &\n"
-                        "$ maintctl ls\n"
-                        "/agentInfo       Maintenance::AgentInfo\n"
-                        "/cliInput        Maintenance::Unit::Input\n"
-                        "/defaultProfile  Maintenance::Profile::DefaultProfile\n"
-                        "/groupToUnit     Maintenance::GroupToUnitDir\n"
-                        "/groups          Maintenance::MaintenanceGroup::ConfigDir\n"
-                        "/mergedInput     Maintenance::Unit::MergedInputDir\n"
-                        "/onBootInput     Maintenance::Unit::Input\n"
-                        "/profiles        Maintenance::Profile::ConfigDir\n"
-                        "/status          Maintenance::Unit::StatusDir\n"
-                        "/unitProfiles    MaintenanceUnitProfile::ConfigDir\n"
-                        "/units           Maintenance::Unit::ConfigDir\n"
-                        "$ maintctl ls /status/status\n"
-                        "Linecard10  Maintenance::Unit::Status\n"
-                        "Linecard3   Maintenance::Unit::Status\n"
-                        "System      Maintenance::Unit::Status\n"
-                        "$ maintctl watch /status &\n"
-                        "    # /status is live\n"
-                        "$ maintctl set /status/Linecard3/state maintenanceModeEnter\n"
-                        "    /status/status/Linecard3/state = 'maintenanceModeEnter'\n"
-                        "$ maintctl add /status/Linecard11\n"
-                        "    /status/status/Linecard11 added\n"
-                        "$ kill -9 SERVER\n"
-                        "    # /status is stale: the peer has gone\n"
-                        "$ maintctl serve --load after.state &\n"
-                        "    /status/status/Linecard11 deleted\n"
-                        "    /status/status/Linecard10 deleted\n"
-                        "    /status/status/Linecard3/state = 'underMaintenance'\n"
-                        "    # /status is live again\n"
-                        "$ maintctl ls /status/status\n"
-                        "Linecard3  Maintenance::Unit::Status\n"
-                        "System     Maintenance::Unit::Status\n"
-                        "$ maintctl verify /status\n"
-                        "/status: equal\n"
-                        "$ maintctl --local run drain.commands\n"
-                        "'underMaintenance'\n"
-                        "1  Zel::String  'maintenance asked for by operator \\'mkr\\''\n"
-                        "Linecard3  Maintenance::Unit::Status\n"
-                        "System     Maintenance::Unit::Status\n");
+  EXPECT_EQ(result.out,
+            "$ maintctl serve --load before.state &\n"
+            "$ maintctl ls\n"
+            "/agentInfo       Maintenance::AgentInfo\n"
+            "/cliInput        Maintenance::Unit::Input\n"
+            "/defaultProfile  Maintenance::Profile::DefaultProfile\n"
+            "/groupToUnit     Maintenance::GroupToUnitDir\n"
+            "/groups          Maintenance::MaintenanceGroup::ConfigDir\n"
+            "/mergedInput     Maintenance::Unit::MergedInputDir\n"
+            "/onBootInput     Maintenance::Unit::Input\n"
+            "/profiles        Maintenance::Profile::ConfigDir\n"
+            "/status          Maintenance::Unit::StatusDir\n"
+            "/unitProfiles    MaintenanceUnitProfile::ConfigDir\n"
+            "/units           Maintenance::Unit::ConfigDir\n"
+            "$ maintctl ls /status/status\n"
+            "Linecard10  Maintenance::Unit::Status\n"
+            "Linecard3   Maintenance::Unit::Status\n"
+            "System      Maintenance::Unit::Status\n"
+            "$ maintctl watch /status &\n"
+            "    # /status is live\n"
+            "$ maintctl set /status/Linecard3/state maintenanceModeEnter\n"
+            "    /status/status/Linecard3/state = 'maintenanceModeEnter' (was 'active')\n"
+            "$ maintctl add /status/Linecard11\n"
+            "    /status/status/Linecard11 added\n"
+            "$ kill -9 SERVER\n"
+            "    # /status is stale: the peer has gone\n"
+            "$ maintctl serve --load after.state &\n"
+            "    /status/status/Linecard11 deleted\n"
+            "    /status/status/Linecard10 deleted\n"
+            "    /status/status/Linecard3/state = 'underMaintenance' (was 'maintenanceModeEnter')\n"
+            "    # /status is live again\n"
+            "$ maintctl ls /status/status\n"
+            "Linecard3  Maintenance::Unit::Status\n"
+            "System     Maintenance::Unit::Status\n"
+            "$ maintctl verify /status\n"
+            "/status: equal\n"
+            "$ maintctl --local run drain.commands\n"
+            "'underMaintenance'\n"
+            "1  Zel::String  'maintenance asked for by operator \\'mkr\\''\n"
+            "Linecard3  Maintenance::Unit::Status\n"
+            "System     Maintenance::Unit::Status\n");
   EXPECT_EQ(result.err, "");
   EXPECT_EQ(result.status, 0);
 }

@@ -1,4 +1,5 @@
 #include "Commands.h"
+#include "Untimed.h"
 
 #include <algorithm>
 #include <vector>
@@ -8,6 +9,7 @@
 namespace {
 
 using Support::Result;
+using TestNet::untimed;
 
 class WholeTree : public TestNet::Commands {
 protected:
@@ -37,7 +39,7 @@ protected:
     return folder.write(name, lines);
   }
   std::vector<std::string> sortedLines(const char* name) const {
-    std::istringstream in(content(name));
+    std::istringstream in(untimed(content(name)));
     std::vector<std::string> lines;
     for (std::string line; std::getline(in, line);) {
       lines.push_back(line);
@@ -110,24 +112,24 @@ TEST_F(WholeTree, AWatchTellsOfAChangeAtEachOfTheRoots) {
                 "# /units is live",
                 "/agentInfo/onBootMaintEnter/Linecard3 = Value('Maintenance::OnBootUnitAndReason', "
                 "** {'unitName': 'Linecard3', 'reason': 'srcOnBoot'})",
-                "/agentInfo/ready = true",
+                "/agentInfo/ready = true (was false)",
                 "/cliInput/unit/Linecard3 = true",
-                "/defaultProfile/profileName = 'x'",
+                "/defaultProfile/profileName = 'x' (was '')",
                 "/groupToUnit/groupToUnit/groupTypeBgp,transit added",
                 "/groupToUnit/groupToUnit/groupTypeBgp,transit/unitName/Linecard3 = true",
                 "/groups/maintenanceGroup/groupTypeBgp,transit added",
                 "/groups/maintenanceGroup/groupTypeBgp,transit/profile/profileTypeBgp,x = true",
                 "/mergedInput/unit/Linecard3 added",
                 "/mergedInput/unit/System added",
-                "/mergedInput/unit/System/priority = 'srcCli'",
-                "/onBootInput/priority = 'srcOnBootCli'",
+                "/mergedInput/unit/System/priority = 'srcCli' (was 'srcOnBoot')",
+                "/onBootInput/priority = 'srcOnBootCli' (was 'srcOnBoot')",
                 "/profiles/config/profileTypeBgp,x added",
                 "/status/status/Linecard3 added",
-                "/status/status/Linecard3/state = 'maintenanceModeEnter'",
+                "/status/status/Linecard3/state = 'maintenanceModeEnter' (was 'init')",
                 "/unitProfiles/config/slow added",
-                "/unitProfiles/config/slow/onBootDuration = 600",
+                "/unitProfiles/config/slow/onBootDuration = 600 (was 300)",
                 "/units/config/Linecard3 added",
-                "/units/config/Linecard3/unitType = 'dynamic'",
+                "/units/config/Linecard3/unitType = 'dynamic' (was 'userConfigured')",
                 "maintctl: stopped",
             }));
 }

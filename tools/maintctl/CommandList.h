@@ -11,6 +11,8 @@ std::unique_ptr<Command> make() {
   return std::make_unique<C>();
 }
 
+CommandEntry showCommand();
+CommandEntry historyCommand();
 CommandEntry lsCommand();
 CommandEntry getCommand();
 CommandEntry setCommand();

@@ -6,9 +6,10 @@ namespace Maintctl {
 
 const std::vector<CommandEntry>& commands() {
   static const std::vector<CommandEntry> all = {
-      lsCommand(),    getCommand(),  setCommand(),   addCommand(),      delCommand(),
-      dumpCommand(),  loadCommand(), watchCommand(), waitCommand(),     verifyCommand(),
-      serveCommand(), runCommand(),  helpCommand(),  completeCommand(),
+      showCommand(),  historyCommand(), lsCommand(),   getCommand(),
+      setCommand(),   addCommand(),     delCommand(),  dumpCommand(),
+      loadCommand(),  watchCommand(),   waitCommand(), verifyCommand(),
+      serveCommand(), runCommand(),     helpCommand(), completeCommand(),
   };
   return all;
 }

@@ -2,6 +2,7 @@
 
 #include "CommandLine.h"
 #include "CommandList.h"
+#include "Members.h"
 #include "Tree.h"
 #include "Values.h"
 #include "Words.h"
@@ -76,6 +77,17 @@ Names valuesAt(Tree& tree, const std::string& path) {
                                                                : Names();
 }
 
+bool takesUnits(const std::string& command) { return command == "show" || command == "history"; }
+
+/// The names of units, which some commands take without the path.
+Names unitNames(Device& device) {
+  Names names;
+  for (const Member& unit : membersAt(device, {})) {
+    names.push_back(unit.name);
+  }
+  return names;
+}
+
 Names startingWith(const std::string& start, const Names& names, const std::string& lead = "") {
   Names found;
   for (const std::string& name : names) {
@@ -126,6 +138,9 @@ Names completions(const Names& words, bool inScript, const std::function<Device&
   try {
     if (inScript && (command == "load" || command == "dump")) { // a shell completes them itself
       return filesAt(start);
+    }
+    if (takesUnits(command) && !start.starts_with('/')) {
+      return startingWith(start, unitNames(device()));
     }
     if (start.starts_with('/')) {
       Tree tree(device());

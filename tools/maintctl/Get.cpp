@@ -1,5 +1,6 @@
 #include "CommandList.h"
 #include "Commands.h"
+#include "EntityJson.h"
 #include "Tree.h"
 #include "Values.h"
 #include "Walk.h"
@@ -29,33 +30,6 @@ public:
 private:
   std::ostream& out_;
 };
-
-json jsonOf(const Entity& entity);
-
-json jsonOf(const Entity& entity, const AttrRow& row) {
-  if (!row.isCollection()) {
-    ValueSlot value(*row.value, [&](void* to) { row.read(&entity, to); });
-    return Maintctl::jsonOf(*row.value, value.at());
-  }
-  json object = json::object();
-  for (const Item& item : itemsOf(entity, row)) {
-    if (row.kind != Zel::AttrKind::instantiating) {
-      object[item.segment] =
-          Maintctl::jsonOf(*row.value, row.collection->entryValue(item.held.ptr()));
-    } else if (const auto member = Zel::ptrCast<Entity>(item.held)) {
-      object[item.segment] = jsonOf(*member);
-    }
-  }
-  return object;
-}
-
-json jsonOf(const Entity& entity) {
-  json object = json::object();
-  for (const AttrRow* const row : rowsOf(entity)) {
-    object[std::string(row->name)] = jsonOf(entity, *row);
-  }
-  return object;
-}
 
 /// What is under the key of an entry, in a slot.
 template <class Use>

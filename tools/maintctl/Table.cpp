@@ -82,37 +82,51 @@ std::vector<std::size_t> Table::widths(const Screen& screen) const {
   std::size_t whole = std::accumulate(widths.begin(), widths.end(), gaps);
   for (; whole > screen.columns; --whole) {
     // Names go last: they are what is typed next.
-    auto cut = std::max_element(widths.begin() + 1, widths.end());
-    if (cut == widths.end() || *cut <= narrowest) {
-      cut = widths.begin();
+    auto widestOne = std::max_element(widths.begin() + 1, widths.end());
+    if (widestOne == widths.end() || *widestOne <= narrowest) {
+      widestOne = widths.begin();
     }
-    if (*cut <= narrowest) {
+    if (*widestOne <= narrowest) {
       break;
     }
-    --*cut;
+    --*widestOne;
   }
   return widths;
+}
+
+void Table::print(std::ostream& out, const Screen& screen, std::vector<Cell> line,
+                  const std::vector<std::size_t>& columns) const {
+  while (line.size() > 1 && line.back().text.empty()) {
+    line.pop_back();
+  }
+  std::vector<std::string> more; // of the last cell
+  std::size_t indent = 0;
+  for (std::size_t at = 0; at < line.size(); ++at) {
+    Cell& cell = line[at];
+    const bool isLast = at + 1 == line.size();
+    if (screen.columns != 0 && isLast && last_ == goesOn) {
+      more = wrapped(cell.text, columns[at]);
+      cell.text = more.front();
+    } else if (screen.columns != 0) {
+      cell.text = fitted(cell.text, columns[at]);
+    }
+    out << cell.onScreen(screen);
+    if (!isLast) {
+      const std::size_t taken = columnsOf(cell.text);
+      out << std::string(gap + (columns[at] > taken ? columns[at] - taken : 0), ' ');
+      indent += columns[at] + gap;
+    }
+  }
+  out << '\n';
+  for (std::size_t at = 1; at < more.size(); ++at) {
+    out << std::string(indent, ' ') << Cell(more[at], line.back().colour).onScreen(screen) << '\n';
+  }
 }
 
 void Table::print(std::ostream& out, const Screen& screen) const {
   const std::vector<std::size_t> columns = widths(screen);
   for (const std::vector<Cell>& line : lines_) {
-    std::size_t used = line.size(); // cells up to the last with something in it
-    while (used > 1 && line[used - 1].text.empty()) {
-      --used;
-    }
-    for (std::size_t at = 0; at < used; ++at) {
-      Cell cell = line[at];
-      if (screen.columns != 0) {
-        cell.text = fitted(cell.text, columns[at]);
-      }
-      out << cell.onScreen(screen);
-      if (at + 1 < used) {
-        const std::size_t taken = columnsOf(cell.text);
-        out << std::string(gap + (columns[at] > taken ? columns[at] - taken : 0), ' ');
-      }
-    }
-    out << '\n';
+    print(out, screen, line, columns);
   }
 }
 

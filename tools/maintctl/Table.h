@@ -29,15 +29,23 @@ struct Cell {
 };
 
 /// Lines of cells in columns, the last of a line as long as it is. On a screen they fit its width:
-/// the widest columns behind the first are cut, which shows as an ellipsis. Elsewhere nothing is,
-/// and a cell above `widest` moves only its own line.
+/// the widest columns behind the first are cut, which shows as an ellipsis; the last may go on
+/// below instead. Elsewhere nothing is, and a cell that is very long moves only its own line.
 class Table {
 public:
+  enum Last { cut, goesOn };
+
+  explicit Table(Last last = cut) : last_(last) {}
+
   void add(std::vector<Cell> line) { lines_.push_back(std::move(line)); }
   void print(std::ostream& out, const Screen& screen) const;
 
 private:
   std::vector<std::size_t> widths(const Screen& screen) const;
+  void print(std::ostream& out, const Screen& screen, std::vector<Cell> line,
+             const std::vector<std::size_t>& columns) const;
+
+  const Last last_;
 
   std::vector<std::vector<Cell>> lines_;
 };

@@ -180,6 +180,21 @@ bool mayGoOn(std::string_view bytes) {
 
 std::size_t columnsOf(std::string_view text) { return measured(text, text.npos).second; }
 
+std::vector<std::string> wrapped(std::string_view text, std::size_t columns) {
+  std::vector<std::string> lines;
+  while (true) {
+    const std::size_t fits = std::max<std::size_t>(measured(text, columns).first, 1);
+    if (fits >= text.size()) {
+      lines.emplace_back(text);
+      return lines;
+    }
+    const std::size_t blank = text.rfind(' ', fits);
+    const bool isParted = blank != text.npos && blank > 0;
+    lines.emplace_back(text.substr(0, isParted ? blank : fits));
+    text.remove_prefix(isParted ? blank + 1 : fits);
+  }
+}
+
 std::string fitted(const std::string& text, std::size_t columns) {
   if (measured(text, columns).first == text.size()) {
     return text;

@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// Texts on a terminal. All texts are UTF-8; what is none, and what would act on a terminal or be
 /// taken for something else there, is shown as an escape of its bytes.
@@ -27,6 +28,9 @@ bool mayGoOn(std::string_view bytes);
 
 /// How many columns a text takes that may be shown: wide characters two, combining ones none.
 std::size_t columnsOf(std::string_view text);
+
+/// The text in lines of at most so many columns, parted at blanks where there are some.
+std::vector<std::string> wrapped(std::string_view text, std::size_t columns);
 
 /// The text, or of a longer one as much as fits, with an ellipsis behind it.
 std::string fitted(const std::string& text, std::size_t columns);

@@ -1,9 +1,12 @@
 #include "CommandList.h"
+#include "Plain.h"
 #include "RemoteDevice.h"
+#include "Times.h"
 #include "Utf8.h"
 #include "Values.h"
 #include "Walk.h"
 #include "WatchedTree.h"
+#include "Words.h"
 
 #include <asio/signal_set.hpp>
 #include <nlohmann/json.hpp>
@@ -35,16 +38,30 @@ public:
                        [&](const Scope& scope) { return scope.isBehind(path); });
   }
 
-  void changed(const std::string& path, const Zel::ValueRecord& record,
-               const void* value) override {
-    isJson_ ? line(json{{"path", path}, {"value", jsonOf(record, value)}})
-            : line(path + " = " + textForm(record, value));
+  void changed(const std::string& path, const Zel::ValueRecord& record, const void* value,
+               const void* old) override {
+    if (isJson_) {
+      json all{{"path", path}, {"value", jsonOf(record, value)}};
+      addOld(all, record, old);
+      line(std::move(all));
+    } else {
+      line(path + " = " + valueText(record, value) + wasText(record, old));
+    }
   }
   void added(const std::string& path) override {
-    isJson_ ? line(json{{"path", path}, {"added", true}}) : line(path + " added");
+    isJson_ ? line(json{{"path", path}, {"added", true}}) : line(path + " " + added_);
   }
   void deleted(const std::string& path) override {
-    isJson_ ? line(json{{"path", path}, {"deleted", true}}) : line(path + " deleted");
+    isJson_ ? line(json{{"path", path}, {"deleted", true}}) : line(path + " " + deleted_);
+  }
+  void deleted(const std::string& path, const Zel::ValueRecord& record, const void* old) override {
+    if (isJson_) {
+      json all{{"path", path}, {"deleted", true}};
+      addOld(all, record, old);
+      line(std::move(all));
+    } else {
+      line(path + " " + deleted_ + wasText(record, old));
+    }
   }
 
   /// How a mirror stands.
@@ -55,9 +72,9 @@ public:
       if (!reason.empty()) {
         all["reason"] = reason;
       }
-      line(all);
+      line(std::move(all));
     } else {
-      line("# " + root + " is " + text + (reason.empty() ? "" : ": " + reason));
+      line(root + " is " + text + (reason.empty() ? "" : ": " + reason), "# ");
     }
   }
 
@@ -65,7 +82,7 @@ public:
   bool wants(const Zel::AttrRow& /*row*/) override { return true; }
   void value(const std::string& path, const Zel::ValueRecord& record, const void* value) override {
     if (wants(path)) {
-      changed(path, record, value);
+      changed(path, record, value, nullptr);
     }
   }
   void member(const std::string& /*path*/, const Zel::AttrRow& /*row*/,
@@ -74,11 +91,37 @@ public:
   std::string takeLines() { return std::exchange(lines_, {}); }
 
 private:
-  void line(const std::string& text) { lines_ += text + "\n"; }
-  void line(const json& all) { line(lineOf(all)); }
+  /// The old value, where it is another.
+  std::string wasText(const Zel::ValueRecord& record, const void* old) const {
+    return old == nullptr ? "" : " " + coloured("(was " + textForm(record, old) + ")", Cell::faint);
+  }
+  std::string valueText(const Zel::ValueRecord& record, const void* value) const {
+    const std::string text = textForm(record, value);
+    return record.enumeration == nullptr ? text : coloured(text, colourOf(unquoted(text)));
+  }
+  std::string coloured(const std::string& text, Cell::Colour colour) const {
+    return Cell(text, colour).onScreen(screen_);
+  }
+  static void addOld(json& all, const Zel::ValueRecord& record, const void* old) {
+    if (old != nullptr) {
+      all["old"] = jsonOf(record, old);
+    }
+  }
+
+  /// With the time in front, behind what the line begins with.
+  void line(const std::string& text, const char* lead = "") {
+    lines_ += lead + coloured(timestamp(now()), Cell::faint) + " " + text + "\n";
+  }
+  void line(json all) {
+    all["time"] = now();
+    lines_ += lineOf(all) + "\n";
+  }
 
   const std::vector<Scope> scopes_;
   const bool isJson_;
+  const Screen screen_ = Screen::ofOutput();
+  const std::string added_ = coloured("added", Cell::green);
+  const std::string deleted_ = coloured("deleted", Cell::red);
   std::string lines_;
 };
 
@@ -215,7 +258,8 @@ CommandEntry watchCommand() {
           "  maintctl watch\n"
           "  maintctl watch /status/System /profiles\n"
           "  maintctl --json watch --initial /status | jq .\n"
-          "\nLines that begin with # tell when the mirror is stale, and when it is live again.\n"
+          "\nEach line has a time, and behind a value the one before it.\n"
+          "Lines that begin with # tell when the mirror is stale, and when it is live again.\n"
           "Ctrl-C ends it, with status 130.",
           make<Watch>};
 }

@@ -24,10 +24,8 @@ public:
             entity_->fwkType()->genericIf(static_cast<Zel::PtrInterface*>(entity_.ptr()), true)) {
     dynamic_cast<GenericIfEntity&>(*object_).listenerIs(this);
     for (const AttrRow* const row : rowsOf(*entity_)) {
-      if (row->kind == AttrKind::instantiating && concerns(pathOf(*row))) {
-        for (const Item& item : itemsOf(*entity_, *row)) {
-          memberIs(*row, item.segment, Zel::ptrCast<Entity>(item.held));
-        }
+      if (concerns(pathOf(*row))) {
+        take(*row);
       }
     }
   }
@@ -39,7 +37,7 @@ public:
     const AttrRow* const row = rowOf(id);
     if (row != nullptr && !row->isCollection() && teller_.wants(pathOf(*row))) {
       Zel::ValueSlot value(*row->value, [&](void* to) { row->read(entity_.ptr(), to); });
-      teller_.changed(pathOf(*row), *row->value, value.at());
+      changed(pathOf(*row), *row->value, value.at());
     }
   }
 
@@ -60,7 +58,9 @@ public:
     } else if (row->collection->exists(entity_.ptr(), raw)) {
       Zel::ValueSlot value(*row->value,
                            [&](void* to) { row->collection->read(entity_.ptr(), raw, to); });
-      teller_.changed(path, *row->value, value.at());
+      changed(path, *row->value, value.at());
+    } else if (const auto old = values_.extract(path)) {
+      teller_.deleted(path, *row->value, old.mapped().at());
     } else {
       teller_.deleted(path);
     }
@@ -79,6 +79,40 @@ private:
   std::string pathOf(const AttrRow& row) const { return path_ + "/" + std::string(row.name); }
   bool concerns(std::string_view path) const {
     return teller_.wants(path) || teller_.isBehind(path);
+  }
+
+  /// What is there at first.
+  void take(const AttrRow& row) {
+    if (!row.isCollection()) {
+      Zel::ValueSlot value(*row.value, [&](void* to) { row.read(entity_.ptr(), to); });
+      keep(pathOf(row), *row.value, value.at());
+      return;
+    }
+    for (const Item& item : itemsOf(*entity_, row)) {
+      if (row.kind == AttrKind::instantiating) {
+        memberIs(row, item.segment, Zel::ptrCast<Entity>(item.held));
+      } else {
+        keep(pathOf(row) + "/" + item.segment, *row.value,
+             row.collection->entryValue(item.held.ptr()));
+      }
+    }
+  }
+
+  void keep(const std::string& path, const Zel::ValueRecord& record, const void* value) {
+    if (teller_.wants(path)) {
+      values_.try_emplace(path, record, [&](void* at) { record.copy(at, value); });
+    }
+  }
+
+  void changed(const std::string& path, const Zel::ValueRecord& record, const void* value) {
+    const auto old = values_.find(path);
+    if (old == values_.end()) {
+      teller_.changed(path, record, value, nullptr);
+      keep(path, record, value);
+    } else {
+      teller_.changed(path, record, value, old->second.at());
+      record.assign(old->second.at(), value);
+    }
   }
 
   /// A member has come or gone, or been told of again.
@@ -112,6 +146,7 @@ private:
   Teller& teller_;
   const Ptr<GenericIf> object_;
   std::map<std::string, std::unique_ptr<Node>> members_;
+  std::map<std::string, Zel::ValueSlot> values_; // by their paths, as they were told of last
 };
 
 WatchedTree::WatchedTree(Ptr<Entity> entity, std::string path, Teller& teller)

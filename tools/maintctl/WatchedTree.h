@@ -11,7 +11,8 @@
 namespace Maintctl {
 
 /// Hears of every change below an entity that a scope holds, whatever the types are, and tells it
-/// as it happens. What cannot be in any scope is not listened to.
+/// as it happens. What cannot be in any scope is not listened to; of all else it keeps the values,
+/// as who is told of a change wants to know from what.
 class WatchedTree {
 public:
   /// Takes what happens. The values live for the call.
@@ -19,10 +20,13 @@ public:
   public:
     virtual bool wants(std::string_view path) const = 0;
     virtual bool isBehind(std::string_view path) const = 0;
-    virtual void changed(const std::string& path, const Zel::ValueRecord& record,
-                         const void* value) = 0;
+    /// `old` is what was there before; null if nothing was.
+    virtual void changed(const std::string& path, const Zel::ValueRecord& record, const void* value,
+                         const void* old) = 0;
     virtual void added(const std::string& path) = 0;
     virtual void deleted(const std::string& path) = 0;
+    virtual void deleted(const std::string& path, const Zel::ValueRecord& record,
+                         const void* old) = 0;
 
   protected:
     ~Teller() = default;

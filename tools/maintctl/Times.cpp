@@ -1,0 +1,54 @@
+#include "Times.h"
+
+#include <Zel/Text>
+
+#include <chrono>
+#include <cmath>
+#include <ctime>
+
+namespace Maintctl {
+
+namespace {
+
+constexpr double first = 1e8;
+constexpr double last = 253402300799; // of the year 9999
+
+std::string localText(double seconds, bool hasMillis) {
+  const double rounded = hasMillis ? std::round(seconds * 1000) / 1000 : std::floor(seconds);
+  const auto whole = static_cast<std::time_t>(std::floor(rounded));
+  tzset();
+  std::tm parts = {};
+  localtime_r(&whole, &parts);
+  char day[32];
+  char zone[32];
+  char millis[8] = "";
+  std::strftime(day, sizeof day, "%Y-%m-%d %H:%M:%S", &parts);
+  std::strftime(zone, sizeof zone, " %Z", &parts);
+  if (hasMillis) {
+    const auto fraction = std::lround((rounded - static_cast<double>(whole)) * 1000);
+    std::snprintf(millis, sizeof millis, ".%03d", static_cast<int>(fraction));
+  }
+  return std::string(day) + millis + zone;
+}
+
+} // namespace
+
+std::string timeText(double seconds) {
+  if (!(seconds >= first && seconds < last)) { // not a number either
+    return Zel::valueToStrep(seconds).charPtr();
+  }
+  return localText(seconds, std::round(seconds * 1000) != std::floor(seconds) * 1000);
+}
+
+std::string timestamp(double seconds) { return localText(seconds, true); }
+
+double now() {
+  return std::chrono::duration<double>(std::chrono::system_clock::now().time_since_epoch()).count();
+}
+
+bool isTime(const Zel::AttrRow& row) {
+  return row.value != nullptr && row.value->name == Zel::valueName<double>() &&
+         (row.name.find("time") != row.name.npos || row.name.find("Time") != row.name.npos);
+}
+
+} // namespace Maintctl
