@@ -23,7 +23,7 @@ TEST(Complete, YieldsCommandsOptionsPathsAndNames) {
   EXPECT_EQ(maintctl("complete help d").out, "del\ndump\n");
   EXPECT_EQ(maintctl("complete d").out, "del\ndump\n");
   EXPECT_EQ(maintctl("complete -- run --").out,
-            "--help\n--json\n--keep-going\n--local\n--socket\n--timeout\n--version\n");
+            "--help\n--json\n--keep-going\n--local\n--socket\n--timeout\n--types\n--version\n");
   EXPECT_EQ(maintctl("complete /").out,
             "/agentInfo/\n/cliInput/\n/defaultProfile/\n/groupToUnit/\n/groups/\n"
             "/mergedInput/\n/onBootInput/\n/profiles/\n/status/\n"

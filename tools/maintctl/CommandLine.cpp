@@ -135,6 +135,9 @@ void declareCommon(CLI::App& app, Options& options) {
         ->type_name("PATH")
         ->check([](const std::string& path) { return path.empty() ? "it is empty" : ""; });
     app.add_flag("--local", options.isLocal, "Use an empty tree of its own, with no server");
+    app.add_option("--types", options.types, "Library with types of its own")
+        ->type_name("LIB")
+        ->allow_extra_args(false);
     app.add_option("--timeout", options.timeout, "How long a server may take to answer")
         ->type_name("SECONDS")
         ->check(refuseUnlessSeconds);
@@ -205,7 +208,7 @@ std::vector<std::string> commandNames(bool inScript) {
 std::size_t placeOfCommand(const std::vector<std::string>& words) {
   std::size_t at = 0;
   while (at < words.size() && words[at].starts_with('-')) {
-    at += words[at] == "--socket" || words[at] == "--timeout" ? 2 : 1;
+    at += words[at] == "--socket" || words[at] == "--types" || words[at] == "--timeout" ? 2 : 1;
   }
   return std::min(at, words.size());
 }

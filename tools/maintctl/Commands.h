@@ -12,11 +12,12 @@ namespace Maintctl {
 
 /// What all commands are told.
 struct Options {
-  std::string socket;    ///< of a server; empty for a tree in this process
-  bool isLocal = false;  ///< a tree in this process is asked for
-  bool json = false;     ///< output for machines
-  double timeout = 10;   ///< seconds that a server has to answer
-  bool isTyped = false;  ///< at the prompt of `run`: Ctrl-C ends a command and no more
+  std::string socket;             ///< of a server; empty for a tree in this process
+  bool isLocal = false;           ///< a tree in this process is asked for
+  std::vector<std::string> types; ///< libraries that bring some, besides the model's
+  bool json = false;              ///< output for machines
+  double timeout = 10;            ///< seconds that a server has to answer
+  bool isTyped = false;           ///< at the prompt of `run`: Ctrl-C ends a command and no more
   bool inScript = false; ///< the words come from a line of `run`, where quotes are left on them
 };
 

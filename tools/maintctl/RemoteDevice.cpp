@@ -3,6 +3,8 @@
 #include "Failure.h"
 #include "Utf8.h"
 
+#include <Zel/ZelType>
+
 #include <chrono>
 #include <csignal>
 #include <memory>
@@ -182,8 +184,15 @@ void RemoteDevice::need(const Zel::Name& root, bool toWrite) {
       return;
     }
   }
-  if (!roots().contains(root)) {
+  const std::map<Zel::Name, Zel::String8> all = roots();
+  const auto offered = all.find(root);
+  if (offered == all.end()) {
     throw Failure(exitNotFound, "no root " + text(root));
+  }
+  if (Zel::ZelType::type(offered->second.view()) == nullptr) {
+    throw Failure(exitRefused, "/" + text(root) +
+                                   " is of a type that is not known here, see --types: " +
+                                   text(offered->second));
   }
   if (toWrite && there && there->wanted() != Zel::accessReadWrite) {
     const Zel::Mounts::Members before = mounts_->mounts();

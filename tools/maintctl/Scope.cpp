@@ -114,7 +114,8 @@ Scope::Scope(Device& device, const std::string& typed) {
     if (name == root_) {
       const Zel::ZelType* const known = Zel::ZelType::type(type.view());
       if (known == nullptr) {
-        throw Failure(exitNotFound, "/" + first + " is of a type that is not known here: " +
+        throw Failure(exitNotFound, "/" + first +
+                                        " is of a type that is not known here, see --types: " +
                                         printable(type.view()));
       }
       path_ += names.back(); // behind the "/"

@@ -4,6 +4,7 @@
 #include "CommandLine.h"
 #include "Guard.h"
 #include "Output.h"
+#include "Types.h"
 #include "Utf8.h"
 #include "WholeContext.h"
 
@@ -21,6 +22,9 @@ int runWords(const std::vector<std::string>& words, std::ostream& out) {
   const std::unique_ptr<Command> command = commandOf(words, options, out);
   if (command == nullptr) {
     return exitDone;
+  }
+  for (const std::string& file : options.types) {
+    loadTypes(file);
   }
   WholeContext context(options, out);
   return command->run(context);
