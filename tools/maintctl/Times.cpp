@@ -2,8 +2,8 @@
 
 #include <Zel/Text>
 
-#include <chrono>
 #include <cmath>
+#include <cstdio>
 #include <ctime>
 
 namespace Maintctl {
@@ -38,12 +38,6 @@ std::string timeText(double seconds) {
     return Zel::valueToStrep(seconds).charPtr();
   }
   return localText(seconds, std::round(seconds * 1000) != std::floor(seconds) * 1000);
-}
-
-std::string timestamp(double seconds) { return localText(seconds, true); }
-
-double now() {
-  return std::chrono::duration<double>(std::chrono::system_clock::now().time_since_epoch()).count();
 }
 
 bool isTime(const Zel::AttrRow& row) {

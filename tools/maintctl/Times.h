@@ -10,11 +10,6 @@ namespace Maintctl {
 /// A time as people read it: local, with its zone, with milliseconds where there are some.
 /// What is below 10^8 or no time that a calendar has is the bare number: it counts from elsewhere.
 std::string timeText(double seconds);
-/// The same, of `now`, always with milliseconds.
-std::string timestamp(double seconds);
-
-double now();
-
 /// Whether a number is a time, as far as its name tells.
 bool isTime(const Zel::AttrRow& row);
 

@@ -1,7 +1,6 @@
 #include "CommandList.h"
 #include "Plain.h"
 #include "RemoteDevice.h"
-#include "Times.h"
 #include "Utf8.h"
 #include "Values.h"
 #include "Walk.h"
@@ -12,6 +11,7 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <chrono>
 #include <csignal>
 
 namespace Maintctl {
@@ -91,6 +91,8 @@ public:
   std::string takeLines() { return std::exchange(lines_, {}); }
 
 private:
+  using Clock = std::chrono::system_clock;
+
   /// The old value, where it is another.
   std::string wasText(const Zel::ValueRecord& record, const void* old) const {
     return old == nullptr ? "" : " " + coloured("(was " + textForm(record, old) + ")", Cell::faint);
@@ -110,10 +112,10 @@ private:
 
   /// With the time in front, behind what the line begins with.
   void line(const std::string& text, const char* lead = "") {
-    lines_ += lead + coloured(timestamp(now()), Cell::faint) + " " + text + "\n";
+    lines_ += lead + coloured(Net::timeText(Clock::now()), Cell::faint) + " " + text + "\n";
   }
   void line(json all) {
-    all["time"] = now();
+    all["time"] = std::chrono::duration<double>(Clock::now().time_since_epoch()).count();
     lines_ += lineOf(all) + "\n";
   }
 
