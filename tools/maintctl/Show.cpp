@@ -13,7 +13,6 @@ namespace Maintctl {
 
 namespace {
 
-using Zel::AttrKind;
 using Zel::AttrRow;
 using Zel::Entity;
 
