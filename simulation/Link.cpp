@@ -87,8 +87,7 @@ bool Link::step(Random& random, Time now) {
     if (!isUp_ && side(end).connection->isUp() && now_ >= side(end).hearsAt) {
       close(end, "link cut");
       acted_ = true;
-    } else if (isUp_ && !side(end).connection->isUp()) {
-      failure_ = side(end).connection->failure();
+    } else if (failureNote(end)) {
       cutNow(random, 0);
     }
   }
@@ -100,10 +99,14 @@ void Link::service(Random& random, End end) {
   if (own.connection->isUp() && (own.mayDoMore || own.connection->demuxer()->scheduled() != 0)) {
     const std::uint64_t written = own.connection->out()->bytesWritten();
     acted_ = acted_ || own.mayDoMore;
-    const std::size_t budget = random.size(traits_.pieces);
-    own.mayDoMore = own.serve ? own.serve(budget) : own.connection->service(budget);
+    own.mayDoMore = serve(end, random.size(traits_.pieces));
     acted_ = acted_ || own.connection->out()->bytesWritten() != written;
   }
+}
+
+bool Link::serve(End end, std::size_t budget) {
+  Side& own = side(end);
+  return own.serve ? own.serve(budget) : own.connection->service(budget);
 }
 
 void Link::send(Random& random, End from) {
@@ -127,25 +130,43 @@ void Link::receive(Random& random, End to) {
   if (now_ < own.stalledUntil || !own.connection->isUp()) {
     return;
   }
-  const auto space = own.connection->inputSpace();
-  std::size_t count =
-      std::min<std::size_t>({own.incoming.size(), space.size(), random.size(traits_.pieces)});
+  std::size_t most = random.size(traits_.pieces);
   if (own.cutAfter) {
-    count = static_cast<std::size_t>(std::min<std::uint64_t>(count, *own.cutAfter));
+    most = static_cast<std::size_t>(std::min<std::uint64_t>(most, *own.cutAfter));
   }
+  const std::size_t count = arrive(to, most);
   if (count == 0) {
     return;
   }
-  std::memcpy(space.data(), own.incoming.front().data(), count);
-  own.incoming.taken(count);
-  own.connection->inputReceived(count);
   own.mayDoMore = true;
   acted_ = true;
-  bytesCarried_ += count;
   if (own.cutAfter && (*own.cutAfter -= count) == 0) {
     own.incoming.clear();
     cutNow(random, armedHears_);
   }
+}
+
+/// Up to `most` of the bytes in flight, as far as there is room for them in one piece.
+std::size_t Link::arrive(End to, std::size_t most) {
+  Side& own = side(to);
+  const auto space = own.connection->inputSpace();
+  const std::size_t count = std::min({own.incoming.size(), space.size(), most});
+  if (count != 0) {
+    std::memcpy(space.data(), own.incoming.front().data(), count);
+    own.incoming.taken(count);
+    own.connection->inputReceived(count);
+    bytesCarried_ += count;
+  }
+  return count;
+}
+
+/// Whether the end has taken its connection down by itself; keeps why.
+bool Link::failureNote(End end) {
+  const bool isNew = isUp_ && !side(end).connection->isUp();
+  if (isNew) {
+    failure_ = side(end).connection->failure();
+  }
+  return isNew;
 }
 
 void Link::cutNow(Random& random, Time hears) {

@@ -102,6 +102,7 @@ public:
   std::uint64_t cuts() const noexcept { return cuts_; }
 
 private:
+  friend class Hand;
   friend class World;
 
   /// One end, and what is on its way to it.
@@ -131,6 +132,9 @@ private:
   std::optional<Time> wakes() const;
 
   bool tries(Random& random) const;
+  bool serve(End end, std::size_t budget);
+  std::size_t arrive(End to, std::size_t most);
+  bool failureNote(End end);
   void send(Random& random, End from);
   void receive(Random& random, End to);
   void service(Random& random, End end);

@@ -1,13 +1,8 @@
+#include "AtRest.h"
 #include "History.h"
-
-#include <Zel/FlowOut>
-#include <Zel/StateDigest>
-#include <Zel/StreamAdapter>
 
 /// What has to hold whenever everything has come to rest.
 namespace Histories {
-
-using Zel::StreamAdapter;
 
 void History::broken(const std::string& why) const {
   throw Broken("epoch " + std::to_string(epochs_) + ": " + why);
@@ -28,18 +23,9 @@ void History::checkLinks() {
       broken("link " + std::to_string(hop) + " failed: " + link.failure().charPtr());
     }
     for (const End end : {End::first, End::second}) {
-      const Zel::Connection& connection = *link.connection(end);
-      const std::string where =
-          "link " + std::to_string(hop) + ", end " + std::to_string(place(end)) + ": ";
-      if (!connection.isUp()) {
-        broken(where + "down: " + connection.failure().charPtr());
-      }
-      if (connection.demuxer()->scheduled() != 0 || connection.demuxer()->parked() != 0) {
-        broken(where + std::to_string(connection.demuxer()->scheduled()) + " scheduled, " +
-               std::to_string(connection.demuxer()->parked()) + " parked");
-      }
-      if (connection.out()->capacity() != limits_.outCapacity) {
-        broken(where + "ring grew to " + std::to_string(connection.out()->capacity()));
+      if (const std::string wrong = unrest(*link.connection(end)); !wrong.empty()) {
+        broken("link " + std::to_string(hop) + ", end " + std::to_string(place(end)) + ": " +
+               wrong);
       }
       checkCounts(hop, end);
     }
@@ -111,10 +97,8 @@ void History::checkModels() {
     if (const std::string other = dump(*models_[i].roots()); other != first) {
       broken("models 0 and " + std::to_string(i) + " differ: " + difference(first, other));
     }
-    for (const auto& [name, root] : models_.front().roots()->entities()) {
-      if (Zel::stateDigest(*root) != Zel::stateDigest(*models_[i].roots()->entity(name))) {
-        broken("models 0 and " + std::to_string(i) + ": digests of " + name.charPtr() + " differ");
-      }
+    if (!haveEqualDigests(*models_.front().roots(), *models_[i].roots())) {
+      broken("models 0 and " + std::to_string(i) + " have different digests");
     }
   }
 }
@@ -158,50 +142,10 @@ void History::checkEchoes() {
 /// middle of anything.
 void History::checkAdapters(unsigned hop, End end) {
   const Hop& own = hops_[hop];
-  const Zel::Connection& connection = *own.link->connection(end);
-  const Zel::Connection& other =
-      *own.link->connection(end == End::first ? End::second : End::first);
   const unsigned number = end == own.exporter ? hop : hop + 1;
-  std::size_t entities = 0;
-  forEntities(*models_[number].roots(), [&](Zel::Entity& entity, Path /*path*/) {
-    ++entities;
-    const auto wrong = [&](const std::string& what) {
-      broken("link " + std::to_string(hop) + ", end " + std::to_string(place(end)) + ": " +
-             std::string(tableOf(entity).name) + " " + entity.fullName().charPtr() + " " + what);
-    };
-    const auto adapter =
-        entity.zelNboAttrLogSa(Zel::Ptr<const Zel::NboAttrLog::Out>(connection.out()));
-    if (!adapter) {
-      wrong("has no adapter");
-    }
-    if (connection.demuxer()->adapter(adapter->entityId()) != adapter.ptr() ||
-        other.demuxer()->adapter(adapter->entityId()) == nullptr) {
-      wrong("has an id that is not known");
-    }
-    constexpr unsigned passing = StreamAdapter::flagReactorActive |
-                                 StreamAdapter::flagChildPending | StreamAdapter::flagSyncFanOut |
-                                 StreamAdapter::flagScheduledFlowOut | StreamAdapter::flagMuted;
-    if ((adapter->zel_bitSet().word() & passing) != 0 || adapter->flowOut()) {
-      wrong("is in the middle of something, flags " +
-            std::to_string(adapter->zel_bitSet().word() & passing));
-    }
-    // What was for a text that was given up may wait for the next one.
-    const Zel::NboAttrLog::FlowIn* const in = connection.demuxer()->flowIn(adapter->entityId());
-    if (in != nullptr && (in->iter() != nullptr || in->idx() != nullptr || in->isTransaction())) {
-      wrong("has half received attribute " + std::to_string(in->aid()));
-    }
-    if (!adapter->hasFlag(StreamAdapter::flagNoFlowOut) ||
-        !adapter->hasFlag(StreamAdapter::flagStreaming)) {
-      wrong("does not stream");
-    }
-    if (const std::size_t marked = markedEntries(entity); marked != 0) {
-      wrong("has " + std::to_string(marked) + " entries marked for deletion");
-    }
-  });
-  if (connection.demuxer()->adapters() != entities) {
-    broken("link " + std::to_string(hop) + ", end " + std::to_string(place(end)) + ": " +
-           std::to_string(connection.demuxer()->adapters()) + " adapters for " +
-           std::to_string(entities) + " entities");
+  if (const std::string wrong = unrestOfAdapters(*own.link, end, *models_[number].roots());
+      !wrong.empty()) {
+    broken("link " + std::to_string(hop) + ", end " + std::to_string(place(end)) + ": " + wrong);
   }
 }
 

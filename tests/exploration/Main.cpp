@@ -1,0 +1,119 @@
+#include "Scopes.h"
+#include "Search.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <fstream>
+#include <iostream>
+
+namespace {
+
+using namespace Exploration;
+
+int usage(const char* program) {
+  std::cerr
+      << "usage: " << program
+      << " --scope NAME [--full] [--all FILE] | --scopes | --replay 'START: STEPS' [--trace]\n"
+         "--full takes all orders, --all goes on behind failures and writes them to FILE\n";
+  return 2;
+}
+
+std::string replayText(const Failure& failure) {
+  return failure.start + ": " + text(failure.steps);
+}
+
+int explore(const Scope& scope, bool isFull, const std::string& file) {
+  Found total;
+  std::ofstream all(file);
+  SearchOptions options;
+  options.isReduced = !isFull;
+  options.failed = [&](const Failure& failure) {
+    if (!file.empty()) {
+      all << replayText(failure) << "\n";
+      return true;
+    }
+    std::cerr << failure.why << "\nreplay: scripts/explore --replay '" << replayText(failure)
+              << "'\n";
+    return false;
+  };
+  const auto start = std::chrono::steady_clock::now();
+  bool isWhole = true;
+  for (const Plot& plot : scope.plots) {
+    Search search(plot, options);
+    isWhole = search.run();
+    total += search.found();
+    if (!isWhole) {
+      break;
+    }
+  }
+  const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
+  std::cout << scope.name << ": " << scope.plots.size() << " plots, " << total.histories
+            << " histories of up to " << total.deepest << " steps, " << total.left
+            << " left as explored, " << total.steps << " steps taken, " << total.refused
+            << " refused writes, " << total.failures << " failures, " << taken.count() << " s\n";
+  return isWhole && total.failures == 0 ? 0 : 1;
+}
+
+int replayOf(const std::string& words, bool isTraced) {
+  const std::size_t at = words.find(": ");
+  if (at == std::string::npos) {
+    std::cerr << "a start, a colon and steps\n";
+    return 2;
+  }
+  try {
+    replay(words.substr(0, at), stepsOf(words.substr(at + 2)), [&](const std::string& what) {
+      if (isTraced) {
+        std::cout << what << std::endl;
+      }
+    });
+  } catch (const std::invalid_argument& failure) {
+    std::cerr << failure.what() << "\n";
+    return 2;
+  } catch (const Broken& broken) {
+    std::cerr << broken.what() << "\n";
+    return 1;
+  }
+  std::cout << "holds\n";
+  return 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+  testing::InitGoogleTest(&argc, argv);
+  if (argc == 1) {
+    return RUN_ALL_TESTS();
+  }
+  std::string scope;
+  std::string steps;
+  std::string file;
+  bool isFull = false;
+  bool isTraced = false;
+  for (int i = 1; i < argc; ++i) {
+    const std::string option = argv[i];
+    if (option == "--full") {
+      isFull = true;
+    } else if (option == "--trace") {
+      isTraced = true;
+    } else if (option == "--scopes") {
+      for (const Scope& one : scopes()) {
+        std::cout << one.name << ": " << one.what << "\n";
+      }
+      return 0;
+    } else if (i + 1 < argc && option == "--scope") {
+      scope = argv[++i];
+    } else if (i + 1 < argc && option == "--replay") {
+      steps = argv[++i];
+    } else if (i + 1 < argc && option == "--all") {
+      file = argv[++i];
+    } else {
+      return usage(argv[0]);
+    }
+  }
+  if (!steps.empty()) {
+    return replayOf(steps, isTraced);
+  }
+  const Scope* const found = scopeOf(scope);
+  return found != nullptr ? explore(*found, isFull, file) : usage(argv[0]);
+}
