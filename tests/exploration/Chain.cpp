@@ -48,7 +48,7 @@ Chain::Chain(const Plot& plot) : plot_(plot), models_(plot.models()), hops_(plot
   for (unsigned i = 0; i < models_.size(); ++i) {
     programRuns(i);
   }
-  if (plot.isLive) {
+  if (plot.start != Plot::Start::fresh) {
     settle();
     check();
   }
@@ -56,6 +56,15 @@ Chain::Chain(const Plot& plot) : plot_(plot), models_(plot.models()), hops_(plot
     Histories::forEntities(*model.roots, [&](Zel::Entity& entity, Histories::Path path) {
       model.known.emplace(path, Zel::Ptr<Zel::Entity>(&entity));
     });
+  }
+  for (const std::string& word : plot.taken) {
+    const Step step = stepOf(word);
+    hops_[step.link].cutsLeft = 1; // of which there may be none
+    take(step);
+    settle();
+  }
+  for (Model& model : models_) {
+    model.written = 0;
   }
   for (unsigned i = 0; i < hops_.size(); ++i) {
     hops_[i].cutsLeft = plot.cuts[i];
@@ -81,9 +90,7 @@ Link::Peer Chain::sessionIs(unsigned link, End end) {
   options.helloTime = options.digestTime = Zel::Session::never;
   const auto session = Zel::makeObject<Zel::Session>(
       end, options, isExporter ? hop.exports : nullptr, isExporter ? nullptr : hop.mounts);
-  if (!isExporter) {
-    hop.mirrorsSession = session;
-  }
+  (isExporter ? hop.exportersSession : hop.mirrorsSession) = session;
   return {session->connection(),
           [session](std::size_t budget) { return session->service(now, budget); }};
 }
@@ -174,7 +181,7 @@ Steps Chain::enabled() const {
     }
     if (model < hops_.size()) {
       stepsOfEnd(model, model, steps);
-      if (hops_[model].link->isDown()) {
+      if (hops_[model].link->isDown() && (!plot_.isAnewLast || isFinishing_)) {
         steps.push_back({Step::Kind::reconnect, model, model, {}});
       }
     }
@@ -210,8 +217,7 @@ void Chain::take(const Step& step) try {
     hand.hear(end);
     break;
   case Step::Kind::reconnect:
-    hops_[step.link].link->reconnect();
-    programRuns(step.model + 1);
+    reconnect(step.link);
     break;
   }
   programRuns(step.model);
@@ -219,16 +225,85 @@ void Chain::take(const Step& step) try {
   throw Broken(text(step) + " throws: " + failure.what());
 }
 
+void Chain::reconnect(unsigned link) {
+  const Hop& hop = hops_[link];
+  hop.link->reconnect();
+  programRuns(link + 1);
+  programRuns(link);
+  if (plot_.start != Plot::Start::live || plot_.over != Plot::Over::sessions) {
+    return;
+  }
+  // Until the exporter has granted what there is, which is before it tells of any of it.
+  const auto isGranted = [&] {
+    const Zel::Exports::Roots& names = hop.exports->roots();
+    return std::all_of(names.begin(), names.end(), [&](const auto& member) {
+      return hop.exportersSession->exported(member.first);
+    });
+  };
+  const Hand hand(*hop.link);
+  while (!isGranted()) {
+    const End to = hand.next(End::second) != 0 ? End::second : End::first;
+    hand.receive(to);
+    programRuns(to == End::first ? link : link + 1);
+  }
+}
+
 void Chain::write(const Step& step) {
   Model& model = models_[step.model];
   ++model.written;
-  if (step.what.rfind("del:", 0) == 0) {
-    deleted_.insert(step.what.substr(4));
+  const std::string& what = step.what;
+  const std::string of = what.substr(what.find(':') + 1);
+  for (const std::string asks : {"walk:", "mute:", "unmute:"}) {
+    if (what == asks + of) {
+      forAdapters(step.model, Zel::Name(of), [&](Zel::Entity::ZelNboAttrLogSa& adapter) {
+        if (asks == "walk:") {
+          isSilent_ = false;
+          adapter.doThis();
+        } else {
+          muted_ += asks == "mute:" ? 1 : -1;
+          adapter.flagsIs(Zel::StreamAdapter::flagMuted, asks == "mute:");
+        }
+      });
+      return;
+    }
   }
+  isSilent_ = isSilent_ || muted_ != 0;
+  if (what.rfind("del:", 0) == 0) {
+    deleted_.insert(of);
+  }
+  const bool isRefusing = mayNotWrite(step.model);
+  const std::string before = isRefusing ? Histories::dump(*model.roots) : "";
   try {
-    Exploration::write(*model.roots, step.what);
+    Exploration::write(*model.roots, what);
   } catch (const Zel::ReadOnlyException&) {
     ++refused_;
+    return;
+  }
+  if (isRefusing && Histories::dump(*model.roots) != before) {
+    throw Broken(text(step) + " is not refused, and changes a mirror that may not be written to");
+  }
+}
+
+/// Whether none of what a model mirrors may be written to.
+bool Chain::mayNotWrite(unsigned model) const {
+  if (model == 0 || plot_.over != Plot::Over::sessions) {
+    return false;
+  }
+  const Zel::Mounts::Members& mounts = hops_[model - 1].mounts->mounts();
+  return std::none_of(mounts.begin(), mounts.end(),
+                      [](const auto& member) { return member.second->isWritable(); });
+}
+
+void Chain::forAdapters(unsigned model, const Zel::Name& name,
+                        const std::function<void(Zel::Entity::ZelNboAttrLogSa&)>& visit) const {
+  const Zel::Ptr<Zel::Entity> root = models_[model].roots->entity(name);
+  for (unsigned link = model == 0 ? 0 : model - 1; root && link <= model && link < hops_.size();
+       ++link) {
+    const Zel::Connection& connection = *hops_[link].link->connection(endOf(model, link));
+    if (const auto adapter =
+            root->zelNboAttrLogSa(Zel::Ptr<const Zel::NboAttrLog::Out>(connection.out()))) {
+      visit(*adapter);
+    }
   }
 }
 
@@ -246,11 +321,29 @@ void Chain::settle() {
   }
 }
 
+void Chain::finish() {
+  isFinishing_ = true;
+  while (!isAtRest()) {
+    settle();
+    for (const Step& step : enabled()) {
+      const bool isOfCut = step.kind == Step::Kind::hear && !hops_[step.link].link->isUp();
+      if (isOfCut || step.kind == Step::Kind::reconnect) {
+        take(step);
+        break;
+      }
+    }
+    if (muted_ != 0 || isSilent_) {
+      return; // by a program that goes no further
+    }
+  }
+}
+
 bool Chain::isAtRest() const {
   const bool areUp =
       std::all_of(hops_.begin(), hops_.end(), [](const Hop& hop) { return hop.link->isUp(); });
   const Steps steps = enabled();
-  return areUp && std::all_of(steps.begin(), steps.end(), [](const Step& step) {
+  return areUp && muted_ == 0 && !isSilent_ &&
+         std::all_of(steps.begin(), steps.end(), [](const Step& step) {
            return step.kind == Step::Kind::write || step.kind == Step::Kind::hear;
          });
 }

@@ -5,6 +5,7 @@
 #include <Zel/Session>
 #include <simulation/Hand.h>
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <stdexcept>
@@ -39,6 +40,8 @@ public:
   /// One of them. Throws `Broken` if an end gives up by itself, or anything else but a refusal is
   /// thrown.
   void take(const Step& step);
+  /// Takes steps until everything is at rest, one of the ways to get there.
+  void finish();
   /// Whether nothing happens any more unless a program writes or a link is cut.
   bool isAtRest() const;
   /// What has to hold then. Throws `Broken`.
@@ -63,6 +66,7 @@ private:
   struct Hop {
     Zel::Ptr<Zel::Exports> exports;
     Zel::Ptr<Zel::Mounts> mounts;
+    Zel::Ptr<Zel::Session> exportersSession;
     Zel::Ptr<Zel::Session> mirrorsSession;
     unsigned cutsLeft = 0;
     std::unique_ptr<Simulation::Link> link;
@@ -78,6 +82,10 @@ private:
   bool rootsExport(unsigned model);
   void programRuns(unsigned model);
   void write(const Step& step);
+  bool mayNotWrite(unsigned model) const;
+  void forAdapters(unsigned model, const Zel::Name& name,
+                   const std::function<void(Zel::Entity::ZelNboAttrLogSa&)>& visit) const;
+  void reconnect(unsigned link);
   void settle();
   void checkIdentity() const;
   void stepsOfEnd(unsigned model, unsigned link, Steps& to) const;
@@ -87,6 +95,9 @@ private:
   std::vector<Hop> hops_;
   std::unordered_set<std::string> deleted_; ///< names of members, by any program
   unsigned refused_ = 0;
+  bool isFinishing_ = false;
+  bool isSilent_ = false; ///< something was written of which nobody has heard, nor has a walk told
+  int muted_ = 0;         ///< adapters of which nothing flows
 };
 
 } // namespace Exploration

@@ -11,16 +11,36 @@ namespace {
 
 using namespace Exploration;
 
+struct Scope {
+  std::string name;
+  std::vector<Plot> plots;
+};
+
 int usage(const char* program) {
-  std::cerr
-      << "usage: " << program
-      << " --scope NAME [--full] [--all FILE] | --scopes | --replay 'START: STEPS' [--trace]\n"
-         "--full takes all orders, --all goes on behind failures and writes them to FILE\n";
+  std::cerr << "usage: " << program
+            << " --scope NAME [--full | --estimate] [--all FILE] | --scopes | --replay 'START: "
+               "STEPS' [--trace]\n"
+               "--full takes all orders, --all goes on behind failures and writes them to FILE\n";
   return 2;
 }
 
 std::string replayText(const Failure& failure) {
   return failure.start + ": " + text(failure.steps);
+}
+
+/// Tells about how many histories a scope has, for who thinks about running it.
+int estimate(const Scope& scope) {
+  constexpr unsigned samples = 2000;
+  Simulation::Random random(1);
+  double all = 0;
+  for (const Plot& plot : scope.plots) {
+    Search search(plot, {});
+    for (unsigned i = 0; i < samples; ++i) {
+      all += search.guess(random) / samples;
+    }
+  }
+  std::cout << scope.name << ": about " << all << " histories\n";
+  return 0;
 }
 
 int explore(const Scope& scope, bool isFull, const std::string& file) {
@@ -39,7 +59,13 @@ int explore(const Scope& scope, bool isFull, const std::string& file) {
   };
   const auto start = std::chrono::steady_clock::now();
   bool isWhole = true;
+  std::size_t plots = 0;
+  options.reached = [&](double part) {
+    std::cerr << scope.name << ": plot " << plots << " of " << scope.plots.size() << ", "
+              << 100 * part << " %\n";
+  };
   for (const Plot& plot : scope.plots) {
+    ++plots;
     Search search(plot, options);
     isWhole = search.run();
     total += search.found();
@@ -89,18 +115,16 @@ int main(int argc, char** argv) {
   std::string steps;
   std::string file;
   bool isFull = false;
+  bool isEstimate = false;
   bool isTraced = false;
   for (int i = 1; i < argc; ++i) {
     const std::string option = argv[i];
     if (option == "--full") {
       isFull = true;
+    } else if (option == "--estimate") {
+      isEstimate = true;
     } else if (option == "--trace") {
       isTraced = true;
-    } else if (option == "--scopes") {
-      for (const Scope& one : scopes()) {
-        std::cout << one.name << ": " << one.what << "\n";
-      }
-      return 0;
     } else if (i + 1 < argc && option == "--scope") {
       scope = argv[++i];
     } else if (i + 1 < argc && option == "--replay") {
@@ -114,6 +138,15 @@ int main(int argc, char** argv) {
   if (!steps.empty()) {
     return replayOf(steps, isTraced);
   }
-  const Scope* const found = scopeOf(scope);
-  return found != nullptr ? explore(*found, isFull, file) : usage(argv[0]);
+  std::ifstream in(scope);
+  if (!in) {
+    return usage(argv[0]);
+  }
+  try {
+    const Scope read{scope.substr(scope.rfind('/') + 1), scopeOf(in)};
+    return isEstimate ? estimate(read) : explore(read, isFull, file);
+  } catch (const std::invalid_argument& failure) {
+    std::cerr << scope << ": " << failure.what() << "\n";
+    return 2;
+  }
 }

@@ -1,6 +1,7 @@
 #include "Plot.h"
 
 #include <foreign/model/Order.h>
+#include <foreign/model/Rack.h>
 #include <model/Profile/DefaultProfile.h>
 
 #include <algorithm>
@@ -11,12 +12,15 @@ namespace Exploration {
 
 using Foreign::Order;
 using Foreign::OrderDir;
+using Foreign::Rack;
 using Maintenance::Profile::DefaultProfile;
 using Zel::Name;
 using Zel::Ptr;
 using Zel::String8;
 
 namespace {
+
+const std::string startNames[] = {"live", "opened", "fresh"};
 
 std::vector<std::string> split(const std::string& text, char at) {
   std::vector<std::string> parts;
@@ -90,12 +94,18 @@ void writeOrder(OrderDir& orders, const std::vector<std::string>& words) {
 
 std::vector<Ptr<Zel::Entity>> makeRoots(const Plot& plot) {
   std::vector<Ptr<Zel::Entity>> roots{Zel::makeObject<OrderDir>(Name("orders"))};
-  const auto hasText = [](const std::vector<Write>& writes) {
-    return std::any_of(writes.begin(), writes.end(),
-                       [](const Write& what) { return what.rfind("text:", 0) == 0; });
+  const auto writes = [&](const std::string& what) {
+    const auto has = [&](const std::vector<Write>& among) {
+      return std::any_of(among.begin(), among.end(),
+                         [&](const Write& one) { return one.rfind(what, 0) == 0; });
+    };
+    return has(plot.before) || std::any_of(plot.programs.begin(), plot.programs.end(), has);
   };
-  if (hasText(plot.before) || std::any_of(plot.programs.begin(), plot.programs.end(), hasText)) {
+  if (writes("text:")) {
     roots.push_back(Zel::makeObject<DefaultProfile>(Name("profile")));
+  }
+  if (writes("reserve:") || writes("label:")) {
+    roots.push_back(Zel::makeObject<Rack>(Name("rack")));
   }
   return roots;
 }
@@ -110,6 +120,12 @@ void write(const Zel::Dir& roots, const Write& what) try {
     if (const Ptr<Zel::Entity> profile = roots.entity(Name("profile"))) {
       Zel::ptrCast<DefaultProfile>(profile)->profileNameIs(text);
     }
+  } else if (words[0] == "reserve" || words[0] == "label") {
+    if (const Ptr<Zel::Entity> entity = roots.entity(Name("rack"))) {
+      const Ptr<Rack> rack = Zel::ptrCast<Rack>(entity);
+      words[0] == "reserve" ? rack->reservationIs(itemOf(words.at(1)), true)
+                            : rack->labelIs(Name(words.at(1)), String8(words.at(1)));
+    }
   } else if (const Ptr<Zel::Entity> orders = roots.entity(Name("orders"))) {
     writeOrder(*Zel::ptrCast<OrderDir>(orders), words);
   }
@@ -118,28 +134,38 @@ void write(const Zel::Dir& roots, const Write& what) try {
 }
 
 std::string startText(const Plot& plot) {
-  return std::string(plot.over == Plot::Over::sessions ? "sessions" : "connections") +
-         (plot.isLive ? " live " : " fresh ") +
+  return std::string(plot.over == Plot::Over::sessions ? "sessions" : "connections") + " " +
+         startNames[static_cast<std::size_t>(plot.start)] + " " +
          joined(plot.links,
                 [](Zel::Access access) {
                   return std::string(access == Zel::accessReadWrite ? "rw" : "ro");
                 }) +
-         " " + joined(plot.before, [](const Write& one) { return one; });
+         " " + joined(plot.before, [](const Write& one) { return one; }) +
+         (plot.taken.empty() ? "" : " " + joined(plot.taken, [](const std::string& one) {
+                                      return one;
+                                    }));
 }
 
 Plot startOf(const std::string& text) {
   const std::vector<std::string> words = split(text, ' ');
-  if (words.size() != 4) {
+  if (words.size() != 4 && words.size() != 5) {
     throw std::invalid_argument("no start: " + text);
   }
   Plot plot;
   plot.over = words[0] == "sessions" ? Plot::Over::sessions : Plot::Over::connections;
-  plot.isLive = words[1] == "live";
+  const auto* const start = std::find(std::begin(startNames), std::end(startNames), words[1]);
+  if (start == std::end(startNames)) {
+    throw std::invalid_argument("no start: " + text);
+  }
+  plot.start = static_cast<Plot::Start>(start - startNames);
   for (const std::string& access : split(words[2], ',')) {
     plot.links.push_back(access == "rw" ? Zel::accessReadWrite : Zel::accessReadOnly);
   }
   if (words[3] != "-") {
     plot.before = split(words[3], ',');
+  }
+  if (words.size() == 5) {
+    plot.taken = split(words[4], ',');
   }
   plot.programs.resize(plot.models());
   plot.cuts.resize(plot.links.size());

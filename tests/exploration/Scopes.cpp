@@ -1,90 +1,125 @@
 #include "Scopes.h"
 
-#include <algorithm>
+#include <istream>
+#include <optional>
+#include <sstream>
+#include <stdexcept>
 
 namespace Exploration {
 
 namespace {
 
-using Programs = std::vector<std::vector<Write>>;
+/// A block of a scope as it stands.
+struct Block {
+  std::optional<Plot> plot;
+  std::optional<unsigned> writes;
+};
 
-Plot plotOf(const std::string& start, Programs programs, std::vector<unsigned> cuts) {
-  Plot plot = startOf(start);
-  programs.resize(plot.models());
-  cuts.resize(plot.links.size());
-  plot.programs = std::move(programs);
-  plot.cuts = std::move(cuts);
-  return plot;
-}
-
-/// All ways in which programs make up to so many writes out of those that each may make: in each
-/// order at each model, the same one twice included.
-void fill(const Plot& plot, const Programs& choices, unsigned writes, std::size_t from,
-          std::vector<Plot>& to) {
+/// With up to so many more writes from those that each model chooses from, of this model or a later
+/// one.
+void choose(const Plot& plot, const Plot& choices, unsigned writes, std::size_t from,
+            std::vector<Plot>& to) {
   to.push_back(plot);
   for (std::size_t model = from; writes != 0 && model < plot.models(); ++model) {
-    for (const Write& what : choices[model]) {
+    for (const Write& what : choices.programs[model]) {
       Plot more = plot;
       more.programs[model].push_back(what);
-      fill(more, choices, writes - 1, model, to);
+      choose(more, choices, writes - 1, model, to);
     }
   }
 }
 
-/// All that there are of up to so many writes and cuts.
-std::vector<Plot> plotsOf(const std::string& start, Programs choices, unsigned writes,
-                          const std::vector<unsigned>& cuts) {
-  std::vector<Plot> plots;
-  std::vector<Plot> bare{plotOf(start, {}, {})};
-  for (std::size_t link = 0; link < cuts.size(); ++link) {
-    std::vector<Plot> more;
-    for (const Plot& plot : bare) {
-      for (unsigned i = 0; i <= cuts[link]; ++i) {
-        more.push_back(plot);
-        more.back().cuts[link] = i;
+/// With the programs as they are, each up to any of its writes.
+void shorten(const Plot& plot, std::size_t model, std::vector<Plot>& to) {
+  if (model == plot.models()) {
+    to.push_back(plot);
+    return;
+  }
+  for (Plot shorter = plot;; shorter.programs[model].pop_back()) {
+    shorten(shorter, model + 1, to);
+    if (shorter.programs[model].empty()) {
+      return;
+    }
+  }
+}
+
+/// With each link cut up to as often.
+std::vector<Plot> withCuts(const Plot& plot) {
+  std::vector<Plot> plots{plot};
+  for (std::size_t link = 0; link < plot.links.size(); ++link) {
+    for (std::size_t i = plots.size(); i-- > 0;) {
+      for (Plot fewer = plots[i]; fewer.cuts[link] != 0;) {
+        --fewer.cuts[link];
+        plots.push_back(fewer);
       }
     }
-    bare = std::move(more);
-  }
-  choices.resize(bare.front().models());
-  for (const Plot& plot : bare) {
-    fill(plot, choices, writes, 0, plots);
   }
   return plots;
 }
 
-std::vector<Plot> operator+(std::vector<Plot> some, const std::vector<Plot>& others) {
-  some.insert(some.end(), others.begin(), others.end());
-  return some;
+void lineRead(Block& block, const std::string& line) {
+  std::istringstream in(line);
+  std::string what;
+  in >> what;
+  if (what == "start") {
+    block.plot = startOf(line.substr(what.size() + 1));
+    return;
+  }
+  if (line == "anew last" && block.plot) {
+    block.plot->isAnewLast = true;
+    return;
+  }
+  if (what == "writes") {
+    in >> block.writes.emplace();
+  } else if (what == "cuts" && block.plot) {
+    for (unsigned& cuts : block.plot->cuts) {
+      in >> cuts;
+    }
+  } else if (what.size() == 1 && block.plot && what[0] >= 'A' &&
+             static_cast<std::size_t>(what[0] - 'A') < block.plot->models()) {
+    std::vector<Write>& program = block.plot->programs[static_cast<std::size_t>(what[0] - 'A')];
+    for (Write write; in >> write;) {
+      program.push_back(write);
+    }
+    return;
+  } else {
+    throw std::invalid_argument("no line of a scope: " + line);
+  }
+  if (!in || !(in >> std::ws).eof()) {
+    throw std::invalid_argument("no numbers: " + line);
+  }
+}
+
+void blockEnd(Block& block, std::vector<Plot>& to) {
+  if (!block.plot) {
+    return;
+  }
+  for (const Plot& plot : withCuts(*block.plot)) {
+    if (block.writes) {
+      Plot bare = plot;
+      bare.programs.assign(plot.models(), {});
+      choose(bare, plot, *block.writes, 0, to);
+    } else {
+      shorten(plot, 0, to);
+    }
+  }
+  block = {};
 }
 
 } // namespace
 
-const std::vector<Scope>& scopes() {
-  static const std::vector<Scope> all = {
-      {"smallest", "two models, one write, one cut",
-       plotsOf("sessions live rw -", {{"make:a"}}, 1, {1}) +
-           plotsOf("sessions live rw -", {{}, {"make:a"}}, 1, {1})},
-      {"writes", "two models, two writes of each, no cut",
-       plotsOf("sessions live rw make:a",
-               {{"urge:a:1", "make:b", "item:a:p:1"}, {"item:a:q:1", "make:c", "item:c:p:1"}}, 3,
-               {})},
-      {"two", "two models, two writes, one cut",
-       plotsOf("sessions live rw make:a",
-               {{"urge:a:1", "make:b", "item:a:p:1"}, {"item:a:q:1", "make:c", "item:c:p:1"}}, 2,
-               {1})},
-      {"three", "three models, one write, a cut",
-       plotsOf("sessions live rw,rw make:a", {{"urge:a:1"}, {}, {"item:a:q:1"}}, 1, {1})},
-      {"three2", "three models, two writes, a cut",
-       plotsOf("sessions live rw,rw make:a", {{"urge:a:1"}, {}, {"item:a:q:1", "make:c"}}, 2, {1})},
-  };
-  return all;
-}
-
-const Scope* scopeOf(const std::string& name) {
-  const auto at = std::find_if(scopes().begin(), scopes().end(),
-                               [&](const Scope& scope) { return scope.name == name; });
-  return at != scopes().end() ? &*at : nullptr;
+std::vector<Plot> scopeOf(std::istream& text) {
+  std::vector<Plot> plots;
+  Block block;
+  for (std::string line; std::getline(text, line);) {
+    if (line.empty()) {
+      blockEnd(block, plots);
+    } else if (line[0] != '#') {
+      lineRead(block, line);
+    }
+  }
+  blockEnd(block, plots);
+  return plots;
 }
 
 } // namespace Exploration

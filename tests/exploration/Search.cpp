@@ -42,8 +42,11 @@ bool Search::run() {
   if (!arrive({})) {
     return false;
   }
-  while (!places_.empty()) {
+  for (std::uint64_t turns = 0; !places_.empty();) {
     Place& place = places_.back();
+    if (options_.reached && ++turns % (1U << 17) == 0) {
+      options_.reached(progress());
+    }
     if (place.next == place.open.size()) {
       places_.pop_back();
       chain_ = nullptr;
@@ -68,6 +71,21 @@ bool Search::run() {
     }
   }
   return true;
+}
+
+double Search::guess(Simulation::Random& random) {
+  double histories = 1;
+  places_.clear();
+  chain_ = std::make_unique<Chain>(plot_);
+  for (bool goesOn = arrive({}); goesOn && chain_;) {
+    Place& place = places_.back();
+    histories *= static_cast<double>(place.open.size());
+    place.next = static_cast<std::size_t>(random.below(place.open.size())) + 1;
+    Steps sleeping = sleepingBehind(place);
+    chain_->take(place.open[place.next - 1]);
+    goesOn = arrive(std::move(sleeping));
+  }
+  return histories;
 }
 
 /// Brings a new chain to the place that the search has gone back to.
@@ -106,7 +124,10 @@ bool Search::arrive(Steps sleeping) {
   found_.deepest = std::max(found_.deepest, places_.size());
   try {
     if (enabled.empty()) {
-      chain_->checkAtEnd();
+      chain_->finish();
+      if (chain_->isAtRest()) {
+        chain_->checkAtEnd();
+      }
       ++found_.histories;
       found_.refused += chain_->refused();
       if (options_.ended) {
@@ -199,6 +220,16 @@ Steps Search::persistent(const Steps& enabled) const {
   return fewest;
 }
 
+double Search::progress() const {
+  double done = 0;
+  double share = 1;
+  for (const Place& place : places_) {
+    share /= static_cast<double>(place.open.size());
+    done += share * static_cast<double>(place.next == 0 ? 0 : place.next - 1);
+  }
+  return done;
+}
+
 Steps Search::taken() const {
   Steps steps;
   for (const Place& place : places_) {
@@ -246,7 +277,8 @@ void replay(const std::string& start, const Steps& steps,
       chain.check();
     }
   }
-  if (chain.enabled().empty()) {
+  chain.finish();
+  if (chain.isAtRest()) {
     chain.checkAtEnd();
   }
 }

@@ -2,6 +2,8 @@
 
 #include "Chain.h"
 
+#include <simulation/Random.h>
+
 #include <functional>
 #include <set>
 
@@ -35,6 +37,9 @@ struct SearchOptions {
   std::function<bool(const Failure&)> failed;
   /// Hears of each history that has come to its end, and of what the models hold then, as text.
   std::function<void(const Steps&, const std::string&)> ended;
+  /// Hears now and then how far the search has come, from 0 to 1: a guess, as if all that goes on
+  /// from a state were alike.
+  std::function<void(double)> reached;
 };
 
 /// Goes through all histories of a plot, one after the other: the search goes back by starting
@@ -46,6 +51,9 @@ public:
   /// False if whoever heard of a failure did not want to go on.
   bool run();
   const Found& found() const noexcept { return found_; }
+  /// Follows one history, drawn by chance, and yields how many there would be if everywhere there
+  /// were as many ways to go on as along it. The mean over many is how many there are.
+  double guess(Simulation::Random& random);
 
 private:
   /// A state on the way.
@@ -57,6 +65,7 @@ private:
 
   void again();
   bool arrive(Steps sleeping);
+  double progress() const;
   bool fail(const std::string& why);
   unsigned reach(unsigned models) const;
   unsigned closure(unsigned models, unsigned active, const Steps& enabled) const;
