@@ -158,6 +158,7 @@ void Session::ended(bool isHeard) {
   if (hasEnded_) {
     return;
   }
+  const Ptr<Session> kept(this); // whoever hears of it may let go of it
   hasEnded_ = true;
   connection_->close();
   if (isHeard && peer_.ending == endingUnsaid) {

@@ -203,4 +203,17 @@ TEST_F(States, MirrorsLeaveTheDirectoryWithTheirMounts) {
   EXPECT_FALSE(other->entity("units"));
 }
 
+// Whoever hears that the old session has ended need not keep it until the new one is made.
+TEST_F(States, OfASessionThatNobodyServesAreToldBeforeItsMountsHaveAnother) {
+  const Ptr<Mount> mount = mounts->mountIs("units");
+  exports->entityIs(units);
+  settle();
+  client->connection()->close("broken");
+  const auto ear = listen<MountEar>(mount);
+  ear->onHeard = [this](const std::string& /*word*/) { client = nullptr; };
+  client =
+      Zel::makeObject<Session>(Zel::Connection::End::first, Zel::SessionOptions(), nullptr, mounts);
+  EXPECT_EQ(ear->taken(), Words{"stale at 100: broken"});
+}
+
 } // namespace
