@@ -413,4 +413,28 @@ TEST(WeakReferences, AnEndThatSomebodyPreventsLeavesThemAsTheyAre) {
   EXPECT_FALSE(keeper->notifier());
 }
 
+// What a derived class holds goes before the notifiee leaves its notifier.
+TEST(WeakReferences, ThatHoldTheLastHandleOnTheirNotifierTakeItAlong) {
+  struct Owner : Status::Notifiee {
+    Ptr<Status> own = statusFactory("unit");
+  };
+  for (const bool isListed : {true, false}) {
+    auto owner = Zel::makeObject<Owner>();
+    const auto other = Zel::makeObject<Status::Notifiee>();
+    for (Status::Notifiee* const each :
+         {static_cast<Status::Notifiee*>(owner.ptr()), other.ptr()}) {
+      each->isRegisteredNotifieeIs(isListed);
+      each->notifierIs(owner->own);
+      each->isWeakReferenceIs(true);
+    }
+    const Ptr<Zel::GenericIf> object = Zel::generic(owner->own);
+    object->isWeakReferenceIs(true);
+    object->hasNotificationActiveIs(isListed);
+    EXPECT_EQ(owner->own->references(), 1U);
+    owner = nullptr;
+    EXPECT_FALSE(other->notifier()) << isListed;
+    EXPECT_FALSE(object->notifier()) << isListed;
+  }
+}
+
 } // namespace
