@@ -106,8 +106,8 @@ private:
     }
     it.alive = false;
     events.push_back({Event::entityDied, e, 0, -1, false, 0, 0, 0});
-    for (const int n : it.list) { // only weak ones are left
-      notifiees_[at(n)].notifier = -1;
+    for (Notifiee& left : notifiees_) { // weak ones, in the list or out of it
+      left.notifier = left.notifier == e ? -1 : left.notifier;
     }
     it.list.clear();
   }
@@ -398,9 +398,7 @@ private:
     ++it.pins;
     switch (action.kind) {
     case Action::registeredIs:
-      if (action.flag || !it.weak) {
-        registeredIs(n, action.flag);
-      }
+      registeredIs(n, action.flag);
       break;
     case Action::notifierIs: {
       const bool toEntity = action.toEntity && entities_[at(action.entity)].alive;
@@ -414,14 +412,10 @@ private:
       break;
     }
     case Action::activeIs:
-      if (action.flag || !it.weak) {
-        activeIs(n, action.flag);
-      }
+      activeIs(n, action.flag);
       break;
     case Action::weakIs:
-      if (!action.flag || it.registered) {
-        weakIs(n, action.flag);
-      }
+      weakIs(n, action.flag);
       break;
     default:
       it.front = action.flag;

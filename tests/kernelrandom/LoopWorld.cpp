@@ -337,23 +337,16 @@ void LoopWorld::notifieeAction(const Action& action) {
   const Zel::Ptr<AnyNotifiee> it(slot.object);
   switch (action.kind) {
   case Action::registeredIs:
-    if (action.flag || !it->isWeakReference()) {
-      it->isRegisteredNotifieeIs(action.flag);
-    }
+    it->isRegisteredNotifieeIs(action.flag);
     break;
   case Action::notifierIs:
     it->notifierIs(Zel::Ptr<Zel::PtrInterface const>(action.toEntity ? target.object : nullptr));
     break;
   case Action::activeIs:
-    if (action.flag || !it->isWeakReference()) {
-      it->hasNotificationActiveIs(action.flag);
-    }
+    it->hasNotificationActiveIs(action.flag);
     break;
   case Action::weakIs:
-    // A weak notifiee stays in the list, so that its notifier's end finds it.
-    if (!action.flag || it->isRegisteredNotifiee()) {
-      it->isWeakReferenceIs(action.flag);
-    }
+    it->isWeakReferenceIs(action.flag);
     break;
   default:
     slot.front = action.flag;
