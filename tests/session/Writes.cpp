@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <stdexcept>
 
 // Writes that depend on what stands there, which the end with the original decides.
@@ -224,16 +225,16 @@ protected:
 };
 
 TEST_F(Deciding, AMutatorThatThrowsRefusesAndTheSessionGoesOn) {
-  Words log;
+  const auto log = std::make_shared<Words>(); // the session writes to it when it ends, too
   Zel::SessionOptions options;
-  options.log = [&](Zel::LogLevel /*level*/, const String8& line) {
-    log.emplace_back(line.view());
+  options.log = [log](Zel::LogLevel /*level*/, const String8& line) {
+    log->emplace_back(line.view());
   };
   connect({}, options);
   exports->entityIs(Zel::makeObject<Moody>("moody"), Zel::accessReadWrite);
   mounts->mountIs("moody", Zel::accessReadWrite);
   settle();
-  log.clear();
+  log->clear();
   const auto urgencyIf = [&](Foreign::Urgency urgency) {
     client->writeIf({mounts->mount("moody")->entity(),
                      Foreign::Carrier::Attr::urgency,
@@ -246,7 +247,7 @@ TEST_F(Deciding, AMutatorThatThrowsRefusesAndTheSessionGoesOn) {
   urgencyIf(Foreign::routine);
   settle();
   EXPECT_EQ(taken(), (Results{Session::writeRefused, Session::writeRefused}));
-  EXPECT_EQ(log, Words{"a write was not taken: not today"});
+  EXPECT_EQ(*log, Words{"a write was not taken: not today"});
   EXPECT_TRUE(server->isUp());
 }
 
