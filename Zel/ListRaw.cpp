@@ -63,8 +63,8 @@ void ListRawGeneric::memberDel(const Member* member) noexcept {
       continue;
     }
     (before == nullptr ? head_ : before->notifierLink_) = at->notifierLink_;
-    if (Member*& last = tailPlace(); last == at) {
-      last = before;
+    if (at->notifierLink_ == nullptr) {
+      tailPlace() = before;
     }
     ++version_;
     --count_;

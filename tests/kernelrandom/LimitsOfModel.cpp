@@ -72,6 +72,24 @@ TEST(LimitsOfModel, AnEntityLeavesAMillionWeakNotifieesBehind) {
   EXPECT_EQ(Listener::living, 0U);
 }
 
+TEST(LimitsOfModel, AnEntityLeavesAMillionWeakNotifieesBehindThatAreOff) {
+  auto profile = defaultProfileFactory("profile");
+  auto listeners = listenersOn(profile, true);
+  for (const auto& listener : listeners) {
+    listener->hasNotificationActiveIs(false);
+  }
+  EXPECT_EQ(profile->zelNotifieeList().count(), 0U);
+  EXPECT_EQ(profile->zelNotifieeList().tail(), nullptr);
+  EXPECT_EQ(listeners.front()->notifier(), profile);
+  onSmallStack([&] { profile = nullptr; });
+  for (const auto& listener : listeners) {
+    ASSERT_EQ(listener->notifier(), nullptr);
+    ASSERT_EQ(listener->notifierLink(), nullptr);
+  }
+  listeners.clear();
+  EXPECT_EQ(Listener::living, 0U);
+}
+
 TEST(LimitsOfModel, AMillionProfilesAreMadeFoundAndDeletedUnderAWalk) {
   const Tracking tracking;
   auto directory = configDirFactory("profiles");
