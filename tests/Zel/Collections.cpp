@@ -372,4 +372,29 @@ TEST(BitSetDeathTest, APositionOutsideFailsTheAssertion) {
   EXPECT_DEATH(bits.reset(29), "Zel/BitSet:.*assertion \"pos>=0 && pos<bits\" failed");
 }
 
+/// An iterator that knows its collection's base alone.
+class Strep : public Zel::BaseCollection::StrepIterator {
+public:
+  Strep(const Zel::BaseCollection& collection, Zel::PtrInterface* current)
+      : StrepIterator(&collection, current) {}
+  Zel::PtrInterface* current() const { return current_; }
+};
+
+struct AnyCollection : Zel::BaseCollection {};
+
+TEST(BaseCollection, AnIteratorHoldsACountOnItsMemberUntilItIsDropped) {
+  const AnyCollection collection;
+  const auto member = statusFactory("member");
+  Strep at(collection, member.ptr());
+  collection.iteratorSpaceCopy(at);
+  EXPECT_EQ(member->references(), 2U);
+  collection.iteratorDelete(at);
+  EXPECT_EQ(member->references(), 1U);
+  EXPECT_EQ(at.current(), nullptr);
+  EXPECT_EQ(at.collection(), &collection);
+  collection.iteratorSpaceCopy(at); // at the end
+  collection.iteratorDelete(at);
+  EXPECT_EQ(at.current(), nullptr);
+}
+
 } // namespace

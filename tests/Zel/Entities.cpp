@@ -112,4 +112,17 @@ TEST(Entities, HaveTheirVirtualOperationsInOrder) {
   EXPECT_EQ(slotOf(&Entity::zelNboAttrLogSaDel), 24);
 }
 
+TEST(Entities, OfATypeWithoutAnAttributeLogTakeNoAdapter) {
+  const auto entity = Zel::makeObject<Plain>("plain");
+  const Ptr<Zel::NboAttrLog::Out> none;
+  EXPECT_FALSE(entity->zelHasAttrLogInterface());
+  EXPECT_FALSE(entity->zelNboAttrLogSaIs({}, 1, none, nullptr));
+  EXPECT_FALSE(entity->zelNboAttrLogSa(none));
+  EXPECT_FALSE(Ptr<const Plain>(entity)->zelNboAttrLogSa(none));
+  EXPECT_FALSE(entity->zelNboAttrLogSaDel(none));
+  entity->zelNotifieeAdapterIs(entity);
+  EXPECT_EQ(entity->references(), 1U);
+  EXPECT_EQ(entity->versionCounter(), 0U);
+}
+
 } // namespace

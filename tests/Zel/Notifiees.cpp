@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <sstream>
+#include <utility>
 
 namespace {
 
@@ -314,6 +315,25 @@ TEST(NotifieeSlots, StandInTheirOrder) {
   EXPECT_EQ(slotOf(&Zel::Entity::NotifieeConst::onParent), 28);
   EXPECT_EQ(slotOf(&Zel::Entity::NotifieeConst::onVersion), 29);
   EXPECT_EQ(slotOf(&DefaultProfile::NotifieeConst::onProfileName), 30);
+}
+
+TEST(BareNotifiees, WhatNobodyOverridesDoesNothing) {
+  struct Bare : Zel::PtrInterface::NotifieeConst {};
+  const auto bare = Zel::makeObject<Bare>();
+  const auto flags = bare->zel_bitSet().word();
+  bare->handleDefault(nullptr, 1, true);
+  bare->onAttribute(1);
+  bare->onNotification();
+  bare->onCollectionNotification("key");
+  bare->onNotificationException();
+  bare->handleNotificationException(1);
+  bare->handleNotificationException();
+  EXPECT_FALSE(bare->activityPtr());
+  EXPECT_EQ(bare->zelFwkActivity(), nullptr);
+  EXPECT_EQ(std::as_const(*bare).zelFwkActivity(), nullptr);
+  EXPECT_EQ(bare->zel_bitSet().word(), flags);
+  bare->zel_bitSetIs(Zel::PtrInterface::NotifieeConst::Zel_BitSet(flags | 1U << 10));
+  EXPECT_EQ(bare->zel_bitSet().word(), flags | 1U << 10);
 }
 
 } // namespace

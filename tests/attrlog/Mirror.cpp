@@ -1,5 +1,6 @@
 #include "Pair.h"
 
+#include <Zel/MsgChannel>
 #include <attrlog/Profile.h>
 #include <attrlog/Unit.h>
 
@@ -59,6 +60,40 @@ TEST(Mirror, OfAHundredThousandProfiles) {
   pair.settle();
   EXPECT_STREQ(pair.there->failure().charPtr(), "");
   EXPECT_EQ(pair.mirror<Profile::ConfigDir>("profiles")->configMap().count(), 100000U);
+}
+
+/// Notes what the thread's constrainer knows while a member is told of.
+struct Asking : StatusDir::Notifiee {
+  void onStatus(Zel::Name /*unit*/) override {
+    const auto* const constrainer = Zel::MsgChannel::constrainer();
+    id = constrainer->deserializingEid();
+    parent = constrainer->deserializingInParent();
+  }
+  Zel::EntityId id;
+  Zel::Entity* parent = nullptr;
+};
+
+TEST(Mirror, AConstrainerKnowsTheIdAndTheParentOfAMemberThatIsMade) {
+  Pair pair;
+  const auto dir = statusDirFactory("units");
+  pair.here->demuxer()->exportIs(dir);
+  pair.settle();
+  const auto mirrors = pair.mirror<StatusDir>("units");
+  const auto asking = Zel::makeObject<Asking>();
+  asking->isRegisteredNotifieeIs(true);
+  asking->notifierIs(mirrors);
+  const auto constrainer = Zel::makeObject<Zel::MsgChannel::Constrainer>();
+  Zel::MsgChannel::constrainerIs(constrainer);
+  dir->statusIs("System");
+  pair.settle();
+  Zel::MsgChannel::constrainerIs(nullptr);
+  const auto adapter = dir->status("System")->zelNboAttrLogSa(
+      Zel::Ptr<const Zel::NboAttrLog::Out>(pair.here->out()));
+  ASSERT_TRUE(adapter);
+  EXPECT_EQ(asking->id, adapter->entityId());
+  EXPECT_EQ(asking->parent, mirrors.ptr());
+  EXPECT_EQ(constrainer->deserializingEid(), Zel::EntityId());
+  EXPECT_EQ(constrainer->deserializingInParent(), nullptr);
 }
 
 } // namespace

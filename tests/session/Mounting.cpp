@@ -1,4 +1,5 @@
 #include "Two.h"
+#include "support/Failure.h"
 
 #include <Zel/Exception>
 #include <Zel/StateDigest>
@@ -128,6 +129,30 @@ TEST_F(Mounting, NamesOfPeersAreFitForATerminal) {
   settle();
   name.replace(0, 8, "a?[31m?b");
   EXPECT_EQ(server->peer().name, String8(name.substr(0, 200)));
+}
+
+TEST(Mounts, TakeANameAndAnAccessAndOneOfAName) {
+  const auto mounts = Zel::makeObject<Zel::Mounts>();
+  EXPECT_FALSE(mounts->areLive());
+  EXPECT_EQ(Support::rangeFailure([&] { mounts->mountIs(""); }), "no name of a root");
+  EXPECT_EQ(Support::rangeFailure([&] { mounts->mountIs("units", Zel::accessNone); }),
+            "no access: units");
+  const Ptr<Mount> mount = mounts->mountIs("units", Zel::accessReadOnly);
+  EXPECT_EQ(mounts->mountIs("units", Zel::accessReadWrite), mount);
+  EXPECT_EQ(mounts->mounts().size(), 1U);
+  EXPECT_FALSE(mounts->areLive());
+}
+
+TEST_F(Mounting, WhoHearsOfAMountMayLeaveItsCallbacksAlone) {
+  exports->entityIs(units);
+  const Ptr<Mount> mount = mounts->mountIs("units");
+  const auto deaf = Zel::makeObject<Mount::Notifiee>();
+  deaf->isRegisteredNotifieeIs(true);
+  deaf->notifierIs(mount);
+  settle();
+  EXPECT_EQ(mount->state(), Mount::live);
+  EXPECT_TRUE(mounts->areLive());
+  EXPECT_TRUE(deaf->hasNotificationActive());
 }
 
 } // namespace

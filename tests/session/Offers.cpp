@@ -1,4 +1,5 @@
 #include "Alone.h"
+#include "support/Failure.h"
 
 #include <Zel/Exception>
 #include <model/Profile.h>
@@ -118,6 +119,11 @@ TEST(Grants, AreTheProgramsToGiveButNeverMoreThanIsWanted) {
   EXPECT_EQ(strict->asked, (Words{"peer units 1", "peer units 1"}));
 }
 
+/// An entity without an attribute log.
+struct Plain : Zel::Entity {
+  Plain() : Entity("plain") {}
+};
+
 TEST(Exports, TakeRootsOnly) {
   const auto exports = Zel::makeObject<Zel::Exports>();
   const auto units = Maintenance::Unit::statusDirFactory("units");
@@ -128,6 +134,8 @@ TEST(Exports, TakeRootsOnly) {
   EXPECT_THROW(
       exports->entityIs(Maintenance::Unit::statusDirFactory(String8(std::string(16001, 'n')))),
       Zel::RangeException);
+  EXPECT_EQ(Support::rangeFailure([&] { exports->entityIs(Zel::makeObject<Plain>()); }),
+            "no attribute log: plain");
   exports->entityIs(units);
   EXPECT_THROW(exports->entityIs(Maintenance::Unit::statusDirFactory("units")),
                Zel::NameInUseException);
