@@ -136,8 +136,9 @@ void HashMapGeneric::grow() {
     std::fill_n(buckets_, size, nullptr);
     return;
   }
-  if (logBuckets_ >= 30) {
-    return; // bucket numbers are signed 32-bit; chains get longer from here on
+  // Bucket numbers are signed 32-bit; chains get longer from here on.
+  if (logBuckets_ >= 30) { // not reached: it takes 2^30 members
+    return;
   }
   const std::size_t size = std::size_t{1} << logBuckets_;
   auto** const wider =

@@ -185,6 +185,9 @@ TEST_F(SingularAttribute, OfNoObjectIsAnInternalFailure) {
   EXPECT_EQ(with(260, Op::opCount), "generic object of no object");
   EXPECT_EQ(with(0, Op::opRead), "generic object of no object");
   EXPECT_EQ(with(130, Op::opRead), "generic object of no object");
+  EXPECT_EQ(messageOf<Zel::InternalException>(
+                [&] { none->attributeIteratorKeyConst(260, Zel::generic(Group::GroupKey())); }),
+            "generic object of no object");
   EXPECT_EQ(messageOf<Zel::UnknownAttrException>([&] { attributeOp(none, 275, Op::opRead); }),
             "unknown attribute of Status: 275");
 }

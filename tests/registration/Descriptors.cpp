@@ -1,5 +1,7 @@
 #include "HandMade.h"
+#include "support/Failure.h"
 
+#include <Zel/GenericIf>
 #include <foreign/model/Product.h>
 #include <model/Unit.h>
 
@@ -144,6 +146,26 @@ TEST_F(Descriptor, ALookByNameLeavesTheReadCounterToWhoeverLooked) {
   EXPECT_EQ(state.readCounter(), looks);
   state.zelReadInc();
   EXPECT_EQ(state.readCounter(), looks + 1);
+}
+
+TEST(BareDescriptor, OfWhatIsNoEntityMakesNone) {
+  const Zel::Ptr<Zel::NboAttrLog::In> none;
+  const auto made = [&](const Zel::ZelType* type) { return type->newEntity(none, {}, 1, nullptr); };
+  EXPECT_FALSE(made(Maintenance::Unit::TrafficRates::_fwkType()));
+  EXPECT_FALSE(made(Maintenance::Unit::_fwkType_State()));
+  EXPECT_FALSE(made(Zel::makeObject<HandMade>("Plane").ptr()));
+  Maintenance::Unit::_fwkType_State()->childAttrLogIs(nullptr, nullptr, nullptr);
+}
+
+TEST(BareDescriptor, MadeByHandHasNoGenericObjects) {
+  const auto type = Zel::makeObject<HandMade>("Plane");
+  const auto refusal = [](const auto& make) {
+    return Support::messageOf<Zel::OpNotSupportedException>([&] { static_cast<void>(make()); });
+  };
+  EXPECT_EQ(refusal([&] { return type->genericIf(Zel::String8("text"), true); }),
+            "operation 0 not supported on Plane of a const instance");
+  EXPECT_EQ(refusal([&] { return type->genericIf(static_cast<const void*>(nullptr), false); }),
+            "operation 0 not supported on Plane");
 }
 
 TEST(TypeTree, KeepsTheFirstTypeOfAName) {
