@@ -262,7 +262,7 @@ TEST(ManyArguments, TheyAllReachAMirror) {
 
 TEST(ManyArguments, SoDoThoseOfARoot) {
   Pair pair;
-  const auto parcel = Zel::makeObject<Parcel>("a", 3, 2.5, "fragile goods", true, 4, "somebody");
+  const auto parcel = Zel::makeObject<Parcel>("a", 3U, 2.5, "fragile goods", true, 4U, "somebody");
   pair.here->demuxer()->exportIs(parcel);
   pair.settle();
   const auto mirror = pair.mirror<Parcel>("a");
