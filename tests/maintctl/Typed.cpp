@@ -170,6 +170,20 @@ TEST_F(TypedToAServer, WatchUntilCtrlC) {
   EXPECT_EQ(terminal.shown().find("stopped"), std::string::npos) << terminal.shown();
 }
 
+TEST_F(TypedToAServer, WaitUntilCtrlCWhichEndsNoLaterCommand) {
+  enter("add /status/System");
+  enter("watch /status"); // which has a connection of its own, as wait does
+  ASSERT_TRUE(terminal.shows("/status is live\r\n")) << terminal.shown();
+  terminal.type("\x03");
+  enter("wait /status/System/genId 1");
+  ASSERT_TRUE(server->isMounted(4, "status"));
+  terminal.type("\x03");
+  enter("get /status/System/genId");
+  EXPECT_TRUE(terminal.shows("\r\n0\r\n")) << terminal.shown();
+  enter("quit");
+  EXPECT_EQ(terminal.status(), 0);
+}
+
 TEST(History, IsKeptBetweenRunsForItsUserAlone) {
   const Folder folder;
   const std::vector<std::string> environment = {"XDG_STATE_HOME=" + (folder / "state").string()};

@@ -109,7 +109,19 @@ std::optional<Failure> RemoteDevice::trouble() const {
                  "the connection to " + server + " has ended: " + text(client_->failure()));
 }
 
+/// What came before was for somebody else, and may be more than one signal.
+void RemoteDevice::forgetStops() {
+  do {
+    isStopped_ = false;
+    io_.restart();
+    io_.poll();
+  } while (isStopped_);
+}
+
 bool RemoteDevice::until(const std::function<bool()>& isDone, double seconds) {
+  if (settings_.isStopped) {
+    forgetStops();
+  }
   const auto hasEnded = [this] {
     const bool isRefused =
         client_->formerPeer().ending == Session::endingRefused || isOfAnotherVersion();
@@ -128,7 +140,6 @@ bool RemoteDevice::until(const std::function<bool()>& isDone, double seconds) {
         }
       });
     }
-    isStopped_ = false; // what came before was for somebody else
     struct After {
       Net::Turns& turns;
       ~After() { turns.afterEachIs(nullptr); }

@@ -46,6 +46,7 @@ public:
 
 private:
   void awaitStop();
+  void forgetStops();
   void connect();
   bool isOfAnotherVersion() const;
   std::optional<Failure> trouble() const;
