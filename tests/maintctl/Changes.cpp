@@ -235,8 +235,16 @@ TEST(Wait, OnATreeOfItsOwnOnlyLooks) {
             "bad value activ for /status/status/System/state, did you mean active?\n");
 }
 
+TEST(Units, OfAnEmptyNameAreRefused) {
+  for (const char* const command : {"show ''", "history ''"}) {
+    EXPECT_EQ(refusal(2, command), "maintctl: an empty name of a unit, 'ls /status' lists them\n");
+  }
+}
+
 TEST(Wait, ThatMakesNoSenseIsRefused) {
   EXPECT_EQ(refusal(2, "wait"), "maintctl: wait needs a path and a value, or --gone, or --live\n");
+  EXPECT_EQ(refusal(2, "wait --gone"),
+            "maintctl: wait needs a path and a value, or --gone, or --live\n");
   EXPECT_EQ(refusal(2, "wait /status/a/state --unless init"),
             "maintctl: wait needs a path and a value, or --gone, or --live\n");
   EXPECT_EQ(refusal(2, "wait --live /status init"),

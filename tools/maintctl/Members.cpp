@@ -17,6 +17,9 @@ std::vector<Member> membersAt(Device& device, const std::vector<std::string>& wo
   Tree tree(device);
   for (const std::string& word : words) {
     const std::string name = unquoted(word);
+    if (name.empty()) { // a variable of a script that is not set, perhaps
+      throw Failure(exitUsage, "an empty name of a unit, 'ls /status' lists them");
+    }
     const std::string path = name.starts_with('/') ? name : units + ("/" + name);
     const Target target = tree.at(path, Purpose::read);
     if (target.kind != Target::entity) {

@@ -146,7 +146,7 @@ private:
       throw Failure(exitUsage, std::string("--live waits for no value, leave out ") +
                                    (gone_ ? "--gone" : "--unless"));
     }
-    if (!live_ && !gone_ && wanted_.empty()) {
+    if (!live_ && (path_ == "/" || (!gone_ && wanted_.empty()))) {
       throw Failure(exitUsage, "wait needs a path and a value, or --gone, or --live");
     }
   }
