@@ -309,7 +309,10 @@ void Session::recordRead(In& in) {
     echoRead(in);
     break;
   case kindWriteIf:
-    writeIfRead(in);
+    writeIfRead(kindWriteIf, in);
+    break;
+  case kindWriteNew:
+    writeIfRead(kindWriteNew, in);
     break;
   case kindWritten:
     writtenRead(in);

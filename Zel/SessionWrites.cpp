@@ -34,13 +34,19 @@ bool isOf(const Value& value, const ValueRecord* record) {
          (value.record != nullptr && record != nullptr && value.record->name == record->name);
 }
 
+/// Whether a write is of an entry that is not there yet.
+bool isOfNew(const AttrRow& row, const Session::WriteIf& what) {
+  return row.isCollection() && what.old.record == nullptr;
+}
+
 /// The row of what a write is about. Throws `RangeException`.
 const AttrRow& rowOf(const Session::WriteIf& what) {
   const AttrRow* const row = what.entity ? decidedRow(*what.entity, what.attribute) : nullptr;
   if (row == nullptr) {
     throwRangeException("no value to write: attribute " + String8(std::to_string(what.attribute)));
   }
-  if (!isOf(what.key, row->key) || !isOf(what.old, row->value) || !isOf(what.value, row->value)) {
+  if (!isOf(what.key, row->key) || !isOf(what.value, row->value) ||
+      !(isOf(what.old, row->value) || isOfNew(*row, what))) {
     throwRangeException("values of another type: " + String8(row->name));
   }
   return *row;
@@ -70,14 +76,27 @@ bool isMirror(const Entity& entity) {
   });
 }
 
+/// Takes an entry out again that has been refused, if it is there for all that.
+void unmake(const AttrRow& row, Entity* entity, const void* key) {
+  try {
+    if (row.collection->exists(entity, key)) {
+      row.collection->erase(entity, key);
+    }
+  } catch (const ReadOnlyException&) { // as the write was
+  }
+}
+
 } // namespace
 
 Session::WriteResult Session::decide(const WriteIf& what) {
   const AttrRow& row = rowOf(what);
   Entity* const entity = what.entity.ptr();
-  if (row.isCollection() &&
-      (!row.collection->exists(entity, what.key.at) || !isUnder(row, what.key.at, what.value.at))) {
+  if (row.isCollection() && !isUnder(row, what.key.at, what.value.at)) {
     return writeUnknown;
+  }
+  const bool isNew = isOfNew(row, what);
+  if (row.isCollection() && row.collection->exists(entity, what.key.at) == isNew) {
+    return isNew ? writeDiffers : writeUnknown;
   }
   const auto stands = [&](const void* value) {
     ValueSlot now(*row.value, [&](void* to) {
@@ -94,12 +113,14 @@ Session::WriteResult Session::decide(const WriteIf& what) {
       return writeRefused;
     }
   };
-  if (!stands(what.old.at)) {
+  if (!isNew && !stands(what.old.at)) {
     return writeDiffers;
   }
   const WriteResult result = write(what.value.at);
   // The guard of a mirror whose original is out of reach refuses what has been written.
-  if (result == writeRefused && stands(what.value.at)) {
+  if (result == writeRefused && isNew) {
+    unmake(row, entity, what.key.at);
+  } else if (result == writeRefused && stands(what.value.at)) {
     write(what.old.at);
   }
   return result;
@@ -114,13 +135,16 @@ void Session::writeIf(const WriteIf& what, WriteAnswer answerTo) {
   if (row.key != nullptr) {
     encodeValue(*row.key, what.key.at, to);
   }
-  encodeValue(*row.value, what.old.at, to);
+  if (!isOfNew(row, what)) {
+    encodeValue(*row.value, what.old.at, to);
+  }
   encodeValue(*row.value, what.value.at, to);
   if (!isUp()) {
     tell(answerTo, writeLost);
     return;
   }
-  writesWanted_.push_back({what.entity,
+  writesWanted_.push_back({isOfNew(row, what) ? kindWriteNew : kindWriteIf,
+                           what.entity,
                            what.attribute,
                            {reinterpret_cast<const char*>(bytes), sizeof bytes - to.room()},
                            std::move(answerTo)});
@@ -145,7 +169,7 @@ void Session::writesAsk() {
     }
     const std::uint32_t serial = ++lastSerial_;
     writesAsked_.emplace(serial, asked.to);
-    write(kindWriteIf, [&](WireWriter& out) {
+    write(asked.kind, [&](WireWriter& out) {
       out.put32(serial);
       out.putEntityId(adapter->entityId());
       out.put32(static_cast<std::uint32_t>(asked.attribute));
@@ -155,7 +179,7 @@ void Session::writesAsk() {
 }
 
 /// Decides at once: what came before has been applied, and what comes behind has not.
-void Session::writeIfRead(In& in) {
+void Session::writeIfRead(Kind kind, In& in) {
   const std::uint32_t serial = in.nextU32();
   const auto answer = [&](WriteResult result) {
     write(kindWritten, [&](WireWriter& out) {
@@ -164,20 +188,21 @@ void Session::writeIfRead(In& in) {
     });
   };
   try {
-    answer(writeIfApply(in));
+    answer(writeIfApply(kind, in));
   } catch (const RangeException&) { // values that cannot be, which is counted
     answer(writeUnknown);
     throw;
   }
 }
 
-Session::WriteResult Session::writeIfApply(In& in) {
+Session::WriteResult Session::writeIfApply(Kind kind, In& in) {
   const EntityId id = in.nextEntityId();
   const AttributeId attribute = in.nextint();
   const Ptr<StreamAdapter> adapter(connection_->demuxer()->adapter(id));
   const Ptr<Entity> entity(adapter && adapter->isInTree() ? adapter->zelNotifierEntity() : nullptr);
   const AttrRow* const row = entity ? decidedRow(*entity, attribute) : nullptr;
-  if (row == nullptr) {
+  const bool isNew = kind == kindWriteNew;
+  if (row == nullptr || (isNew && !row->isCollection())) {
     return writeUnknown;
   }
   std::optional<ValueSlot> key;
@@ -189,12 +214,16 @@ Session::WriteResult Session::writeIfApply(In& in) {
   }
   ValueSlot old(*row->value);
   ValueSlot value(*row->value);
-  decodeValue(*row->value, old.at(), in);
+  if (!isNew) {
+    decodeValue(*row->value, old.at(), in);
+    what.old = {*row->value, old.at()};
+  }
   decodeValue(*row->value, value.at(), in);
-  what.old = {*row->value, old.at()};
   what.value = {*row->value, value.at()};
   try {
-    if (mayDecide(*adapter, attribute)) {
+    const bool isFull =
+        isNew && row->collection->count(entity.ptr()) >= connection_->limits().maxKeys;
+    if (!isFull && mayDecide(*adapter, attribute)) {
       return decide(what);
     }
     connection_->demuxer()->refusedInc();

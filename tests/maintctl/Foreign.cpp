@@ -151,7 +151,7 @@ TEST(ForeignTree, HoldsValuesToTheKeyThatTheyBring) {
             "lines:1: bad value gate,routine for /depot/alarm/door: its key is gate; nothing was "
             "loaded");
   Tree tree(device);
-  add(tree.at("/depot/alarm", Purpose::add), {"door,express"});
+  add(device, tree.at("/depot/alarm", Purpose::add), {"door,express"}, false);
   setValue(tree.at("/depot/alarm/gate", Purpose::change), "gate,express");
   remove(tree.at("/depot/alarm/door", Purpose::change));
   EXPECT_NE(device.text().find("/depot/alarm/gate Value('Foreign::Alarm', ** {'sensor': 'gate', "

@@ -325,6 +325,21 @@ TEST_F(Commands, ABrokenPipeEndsAWatchQuietly) {
   EXPECT_EQ(result.err, "");
 }
 
+TEST_F(Commands, OfTwoThatAddTheSameEntriesEachIsOfOne) {
+  const Result result =
+      run("serve; ctl add /status/System\n"
+          "seq 300 | sed 's/.*/add \\/status\\/System\\/group\\/groupTypeBgp,& true/' >lines\n"
+          "behind run --keep-going lines 2>first & first=$!\n"
+          "behind run --keep-going lines 2>second & second=$!\n"
+          "wait $first; wait $second; cat first second | grep -c ' is there already$'\n"
+          "cat first second | wc -l; ctl get /status/System/group | wc -l\n"
+          "ctl add /status/System/group/groupTypeBgp,1 true; echo $?\n"
+          "ctl add --may-exist /status/System/group/groupTypeBgp,1 false; echo $?\n"
+          "ctl get /status/System/group/groupTypeBgp,1; stop");
+  EXPECT_EQ(result.out, "300\n300\n300\n1\n0\ntrue\n");
+  EXPECT_EQ(result.err, "maintctl: /status/status/System/group/groupTypeBgp,1 is there already\n");
+}
+
 TEST_F(Commands, AServerKilledInTheMidstOfACommandIsSaidSo) {
   // One that does not answer, since it is stopped, and then is no more. The kernel lists those that
   // it has not let in yet under its path, which is this test's alone if it is whole.

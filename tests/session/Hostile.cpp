@@ -119,7 +119,7 @@ TEST_F(Deceived, AnswersThatNobodyWaitsForArePassedOver) {
 }
 
 TEST_F(Deceived, RecordsOfANewerPeerArePassedOverAndCounted) {
-  hear(numbered(15, 1) + numbered(255, 1));
+  hear(numbered(16, 1) + numbered(255, 1));
   EXPECT_EQ(counts().unknownAttributes, 2U);
   expectPassedOver(0);
 }

@@ -70,6 +70,8 @@ inline std::string says(const Wiretap::Seen& seen) {
   }
   case 13:
     return "write? " + number();
+  case 15:
+    return "new? " + number();
   case 14: {
     const std::string serial = number();
     return "written " + serial + " result " + std::to_string(static_cast<unsigned>(rest.front()));

@@ -111,6 +111,28 @@ TEST_F(Deciding, WhatWasChangedBeforeIsThere) {
   EXPECT_TRUE(isEqual());
 }
 
+TEST_F(Deciding, ANewEntryIsOfTheFirstOfTwo) {
+  share(Zel::accessReadWrite);
+  settle();
+  Two second;
+  second.server = Zel::makeObject<Session>(Zel::Connection::End::second, Zel::SessionOptions(),
+                                           exports, nullptr);
+  second.mounts->mountIs("units", Zel::accessReadWrite);
+  second.settle();
+  const auto theirs = Zel::ptrCast<StatusDir>(second.mounts->mount("units")->entity());
+  client->writeIf({mirror("a"), Status::Attr::history, 1.5, {}, String8("first")}, answer());
+  second.client->writeIf({theirs->status("a"), Status::Attr::history, 1.5, {}, String8("second")},
+                         answer());
+  settle();
+  second.settle();
+  settle();
+  EXPECT_EQ(taken(), (Results{Session::writeDone, Session::writeDiffers}));
+  EXPECT_EQ(unit->history(1.5), "first");
+  EXPECT_EQ(mirror("a")->history(1.5), "first");
+  EXPECT_EQ(theirs->status("a")->history(1.5), "first");
+  second.cut();
+}
+
 TEST_F(Deciding, AnEntryIsWrittenIfItIsThere) {
   const Group::GroupKey peers(Group::groupTypeBgp, "peers");
   unit->historyIs(1.5, "begun");
@@ -293,6 +315,10 @@ TEST_F(Deciding, WhatIsNoWriteIsRefusedAtOnce) {
   isRefused({mirror(), StatusDir::Attr::status, Zel::Name("a"), {}, {}});
   isRefused({a, Status::Attr::state, {}, 1U, 2U});
   isRefused({a, Status::Attr::state, {}, active, {}});
+  isRefused({a, Status::Attr::state, {}, {}, init});
+  isRefused({a, Status::Attr::history, {}, {}, String8("b")});
+  isRefused({a, Status::Attr::history, 1.5, {}, 2U});
+  isRefused({a, Status::Attr::history, 1.5, String8("a"), {}});
   isRefused({a, Status::Attr::state, 1.5, active, init});
   isRefused({a, Status::Attr::history, {}, String8("a"), String8("b")});
   const String8 most(std::string(Zel::maxWholeString, 'x'));
@@ -328,8 +354,9 @@ protected:
   }
 
   /// A write to an attribute of an entity, whose values are these bytes.
-  static std::string write(Zel::EntityId id, int attribute, const std::string& values) {
-    return record(13, [&](Out& out) {
+  static std::string write(Zel::EntityId id, int attribute, const std::string& values,
+                           unsigned kind = 13) {
+    return record(kind, [&](Out& out) {
       out.put32(7);
       out.putEntityId(id);
       out.put32(static_cast<std::uint32_t>(attribute));
@@ -373,6 +400,50 @@ TEST_F(HostileWriter, IsAnsweredAndCountedWhateverItSends) {
             "written 7 result 0");
   EXPECT_EQ(units->status("a")->state(), init);
   EXPECT_TRUE(session->isUp());
+}
+
+TEST_F(HostileWriter, MakesNoEntryOfWhatHasNone) {
+  const std::string interface = numbers(1, 2); // its two words
+  const auto heard = [&](int attribute, const std::string& values) {
+    hear(write(unitId, attribute, values, 15));
+    return said();
+  };
+  const Words unknown{"written 7 result 3"};
+  EXPECT_EQ(heard(Status::Attr::state, numbers(active, init)), unknown);
+  EXPECT_EQ(heard(Status::Attr::intfsViolatingTrafficThreshold, interface), unknown);
+  EXPECT_EQ(units->status("a")->state(), active);
+  EXPECT_EQ(counts().badValues, 1U) << "the one that is cut short";
+  EXPECT_EQ(heard(Status::Attr::intfsViolatingTrafficThreshold, interface + '\1').back(),
+            "written 7 result 0");
+  EXPECT_EQ(heard(Status::Attr::intfsViolatingTrafficThreshold, interface + '\0'),
+            Words{"written 7 result 1"});
+  EXPECT_EQ(units->status("a")->intfsViolatingTrafficThresholdMap().count(), 1U);
+}
+
+TEST(NewEntries, AreRefusedAboveTheLimitOfKeys) {
+  const auto units = Maintenance::Unit::statusDirFactory("units");
+  const Ptr<Status> unit = units->statusIs("a");
+  Two both;
+  Zel::SessionOptions options;
+  options.limits.maxKeys = 2;
+  both.connect({}, options);
+  both.exports->entityIs(units, Zel::accessReadWrite);
+  const auto mount = both.mounts->mountIs("units", Zel::accessReadWrite);
+  both.settle();
+  Results results;
+  for (const double key : {1.5, 2.5, 3.5}) {
+    both.client->writeIf({Zel::ptrCast<StatusDir>(mount->entity())->status("a"),
+                          Status::Attr::history,
+                          key,
+                          {},
+                          String8("x")},
+                         [&](Result result) { results.push_back(result); });
+  }
+  both.settle();
+  EXPECT_EQ(results, (Results{Session::writeDone, Session::writeDone, Session::writeRefused}));
+  EXPECT_EQ(unit->historyMap().count(), 2U);
+  EXPECT_TRUE(both.client->isUp());
+  both.cut();
 }
 
 TEST_F(HostileWriter, ThatReadsNothingIsLeft) {

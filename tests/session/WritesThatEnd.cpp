@@ -95,9 +95,14 @@ TEST_F(WritesThatEnd, OfWhatTheOriginalIsOutOfReachAreRefused) {
   const auto theirs = Zel::ptrCast<StatusDir>(last.mounts->mount("units")->entity());
   stateIf(*last.client, theirs->status("a"), [this](Result result) { results.push_back(result); });
   last.settle();
-  EXPECT_EQ(results, Results{Session::writeRefused});
+  last.client->writeIf({theirs->status("a"), Status::Attr::history, 1.5, {}, Zel::String8("new")},
+                       [this](Result result) { results.push_back(result); });
+  last.settle();
+  EXPECT_EQ(results, (Results{Session::writeRefused, Session::writeRefused}));
   EXPECT_EQ(mirror("a")->state(), active);
   EXPECT_EQ(theirs->status("a")->state(), active);
+  EXPECT_EQ(mirror("a")->historyMap().count(), 0U);
+  EXPECT_EQ(theirs->status("a")->historyMap().count(), 0U);
   last.cut();
 }
 

@@ -16,8 +16,9 @@ public:
   }
 
   int run(Context& context) override {
-    add(Tree(context.device()).at(path_, Purpose::add), arguments_, mayExist_);
-    context.device().flush();
+    Device& device = context.device();
+    add(device, Tree(device).at(path_, Purpose::add), arguments_, mayExist_);
+    device.flush();
     return exitDone;
   }
 

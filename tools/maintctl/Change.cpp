@@ -70,6 +70,11 @@ void readContent(const Target& target, const std::string& text, ValueSlot& value
   }
 }
 
+bool isLongText(ValueSlot& value) {
+  return &value.record() == &Zel::valueRecord<Zel::String8> &&
+         static_cast<const Zel::String8*>(value.at())->length() > Zel::maxWholeString;
+}
+
 /// The attribute of a value that is its key in a collection.
 const AttrRow& ownKeyRow(const AttrRow& collection) {
   const AttrRow* const row = collection.value->table().row(Zel::keyAttributeName(collection));
@@ -79,19 +84,26 @@ const AttrRow& ownKeyRow(const AttrRow& collection) {
   return *row;
 }
 
+/// Of an entry whose value brings its key.
+void requireOwnKey(const Target& target, ValueSlot& value, const std::string& text) {
+  const AttrRow& row = *target.row;
+  Key key(target);
+  ValueSlot own(*row.key, [&](void* to) { ownKeyRow(row).read(value.at(), to); });
+  if (!row.key->equal(key.at(), own.at())) {
+    throw Failure(exitBadValue, "bad value " + printable(text) + " for " + target.path() +
+                                    ": its key is " + segmentOf(*row.key, own.at()));
+  }
+}
+
 void writeOwnKey(const Target& target, const std::string& text) {
   const AttrRow& row = *target.row;
   ValueSlot value(*row.value);
   readContent(target, text, value);
-  ValueSlot own(*row.key, [&](void* to) { ownKeyRow(row).read(value.at(), to); });
   if (target.kind == Target::collection) {
+    ValueSlot own(*row.key, [&](void* to) { ownKeyRow(row).read(value.at(), to); });
     refuseUnfitKey(*row.key, own.at(), target.path());
   } else {
-    Key key(target);
-    if (!row.key->equal(key.at(), own.at())) {
-      throw Failure(exitBadValue, "bad value " + printable(text) + " for " + target.path() +
-                                      ": its key is " + segmentOf(*row.key, own.at()));
-    }
+    requireOwnKey(target, value, text);
   }
   row.collection->write(target.owner.ptr(), nullptr, value.at());
 }
@@ -132,6 +144,14 @@ void create(const Target& target, const std::vector<std::string>& arguments) {
     values.add(arguments[at], *wanted[at]);
   }
   row.collection->create(target.owner.ptr(), key.at(), values.addresses());
+}
+
+/// What a write that the server decides came to, if it is neither done nor too late.
+[[noreturn]] void notWritten(const Target& target, Zel::Session::WriteResult result) {
+  if (result == Zel::Session::writeRefused) {
+    throw Failure(exitRefused, "the server refuses to write " + target.path());
+  }
+  throw Failure(exitNotFound, target.path() + " has gone meanwhile, nothing was written");
 }
 
 /// The one value that an entry is made of.
@@ -189,6 +209,28 @@ void requireValue(const Target& target) {
   }
 }
 
+/// Makes an entry if there is none, as whoever has the original decides; whether it did.
+bool isMade(Device& device, const Target& target, const std::string& text) {
+  using Zel::Session;
+  const AttrRow& row = *target.row;
+  Key key(target);
+  ValueSlot value(*row.value);
+  readContent(target, text, value);
+  if (row.kind == AttrKind::ownKey) {
+    requireOwnKey(target, value, text);
+  }
+  if (isLongText(value)) { // which travels in parts, as a change alone does
+    row.collection->write(target.owner.ptr(), key.at(), value.at());
+    return true;
+  }
+  const Session::WriteResult result =
+      device.writeIf({target.owner, row.id, {*row.key, key.at()}, {}, {*row.value, value.at()}});
+  if (result != Session::writeDone && result != Session::writeDiffers) {
+    notWritten(target, result);
+  }
+  return result == Session::writeDone;
+}
+
 /// A member as what it is in the collection that holds it; a root as it is.
 Target asEntry(const Target& target) {
   const Zel::Ptr<Zel::Entity> holder = target.owner->parent();
@@ -237,27 +279,28 @@ void setValueIf(Device& device, const Target& target, const std::string& old,
   case Session::writeDiffers:
     throw Failure(exitDiffers, target.path() + " is another than " +
                                    textForm(*row.value, expected.at()) + ", nothing was written");
-  case Session::writeRefused:
-    throw Failure(exitRefused, "the server refuses to write " + target.path());
   default:
-    throw Failure(exitNotFound, target.path() + " has gone meanwhile, nothing was written");
+    notWritten(target, result);
   }
 }
 
-void add(const Target& target, const std::vector<std::string>& arguments, bool mayExist) {
+void add(Device& device, const Target& target, const std::vector<std::string>& arguments,
+         bool mayExist) {
   const bool bringsKey = target.kind == Target::collection && target.row->kind == AttrKind::ownKey;
   const Target entry = bringsKey ? underOwnKey(target, valueOf(target, arguments)) : target;
   refuseUnfitKeyOf(entry);
-  if (entry.kind == Target::entity || (entry.kind == Target::entry && entry.isThere())) {
-    if (mayExist) {
-      return;
-    }
-    throw Failure(exitFailed, entry.path() + " is there already");
-  }
-  if (entry.kind != Target::entry) {
+  bool isThere = entry.kind == Target::entity || (entry.kind == Target::entry && entry.isThere());
+  if (!isThere && entry.kind != Target::entry) {
     notOne(entry, "add");
   }
-  put(entry, arguments);
+  if (!isThere && entry.row->kind == AttrKind::instantiating) {
+    create(entry, arguments);
+  } else if (!isThere) {
+    isThere = !isMade(device, entry, valueOf(entry, arguments));
+  }
+  if (isThere && !mayExist) {
+    throw Failure(exitFailed, entry.path() + " is there already");
+  }
 }
 
 void remove(const Target& target) {

@@ -19,8 +19,10 @@ void setValueIf(Device& device, const Target& target, const std::string& old,
 
 /// Makes what is not there yet: a member, of its arguments behind the key, or an entry, of its
 /// value, which is true if the collection is a set. In a collection of values that bring their key,
-/// the target may be the collection. What is there already is left as it is if it may exist.
-void add(const Target& target, const std::vector<std::string>& arguments, bool mayExist = false);
+/// the target may be the collection. What is there already is left as it is if it may exist;
+/// whether an entry is there, the device decides.
+void add(Device& device, const Target& target, const std::vector<std::string>& arguments,
+         bool mayExist);
 
 /// Takes an entry or a member out.
 void remove(const Target& target);
