@@ -630,6 +630,7 @@ void Demuxer::orphanApply(const Record& record) {
     for (const AttrRow& row : type->table()->rows) {
       if ((row.options & constructorArgument) != 0 && row.write != nullptr) {
         ValueSlot value(*row.value, [&](void* to) { row.read(fresh.ptr(), to); });
+        const WritePermission permission(*mount.entity, row.id);
         row.write(mount.entity.ptr(), value.at());
       }
     }

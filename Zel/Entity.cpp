@@ -1,11 +1,15 @@
 #include <Zel/Entity>
 
+#include <Zel/Exception>
 #include <Zel/StreamAdapter>
 #include <Zel/ZelType>
+
+#include <utility>
 
 namespace Zel {
 
 constinit thread_local const Entity* FreshMember::current_ = nullptr;
+constinit thread_local WritePermission* WritePermission::current_ = nullptr;
 
 Entity::~Entity() = default;
 
@@ -17,6 +21,19 @@ Ptr<Entity> Entity::parent() { return Ptr<Entity>(parent_); }
 void Entity::parentIs(const Ptr<Entity>& parent) {
   parent_ = parent.ptr();
   handleParent(parent);
+}
+
+void Entity::zelWriteCheck(AttributeId id) const {
+  // Used up even where it is not needed: whom this write is told to may freeze the tree.
+  const bool isPermitted = WritePermission::take(*this, id);
+  for (const Entity* at = this; (at->referenceWord() & guardBit) == 0; at = at->parent_) {
+    if (at->parent_ == nullptr) {
+      if (at->zelIsFrozen() && !isPermitted) {
+        throwReadOnlyException(attributeString(id), fullName());
+      }
+      return;
+    }
+  }
 }
 
 const ZelAttr* Entity::parentAttr() const {
@@ -75,6 +92,21 @@ Entity::zelNboAttrLogSaIs(PtrInterface::NotifieeConst::Zel_BitSet /*flags*/, uns
 
 Ptr<Entity::ZelNboAttrLogSa> Entity::zelNboAttrLogSaDel(const Ptr<const NboAttrLog::Out>& /*out*/) {
   return nullptr;
+}
+
+void WritePermission::give(const Entity& entity, AttributeId id) noexcept {
+  isGiven_ = true;
+  id_ = id;
+  entity_ = &entity;
+  outer_ = std::exchange(current_, this);
+}
+
+bool WritePermission::take(const Entity& entity, AttributeId id) noexcept {
+  if (current_ == nullptr || current_->entity_ != &entity || current_->id_ != id) {
+    return false;
+  }
+  current_->entity_ = nullptr;
+  return true;
 }
 
 Entity::NotifieeConst::~NotifieeConst() = default;

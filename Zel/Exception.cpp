@@ -74,4 +74,8 @@ void throwRangeException(const String8& message) { throw RangeException(message)
 void throwInternalException(const char* message) { throw InternalException(message); }
 void throwInternalException(const String8& message) { throw InternalException(message); }
 
+void throwReadOnlyException(const String8& attribute, const String8& entity) {
+  throw ReadOnlyException("read-only attribute: " + attribute + " of " + entity);
+}
+
 } // namespace Zel

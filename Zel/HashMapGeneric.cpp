@@ -74,6 +74,14 @@ Ptr<PtrInterface> HashMapGeneric::unlink(unsigned bucket, Place place) noexcept 
   return member;
 }
 
+bool HashMapGeneric::isMember(const PtrInterface* entry) const noexcept {
+  const PtrInterface* at = chain(vtable_->hash(entry));
+  while (at != nullptr && at != entry) {
+    at = next(at);
+  }
+  return at != nullptr;
+}
+
 void HashMapGeneric::deleteMember(const Ptr<PtrInterface>& entry) noexcept {
   const unsigned hash = vtable_->hash(entry.ptr());
   Place place{nullptr, chain(hash)};

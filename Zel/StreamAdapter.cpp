@@ -179,9 +179,8 @@ void StreamAdapter::doEntityIdIs(const EntityId& id, const Ptr<Demuxer>& demuxer
 
 void StreamAdapter::doThrowReadOnly(const Ptr<const ZelAttr>& attr) const {
   const Entity* const entity = rawEntity();
-  throw ReadOnlyException(
-      "read-only attribute: " + (attr ? String8(attr->name()) : String8("unknown")) + " of " +
-      (entity != nullptr ? entity->fullName() : String8("nothing")));
+  throwReadOnlyException(attr ? String8(attr->name()) : String8("unknown"),
+                         entity != nullptr ? entity->fullName() : String8("nothing"));
 }
 
 bool StreamAdapter::readOnlyRemoteOk(AttributeId attr) const noexcept {

@@ -137,6 +137,7 @@ private:
   void childAttach(Entity& child);
   void childAnnounce(const FlowStep& step, const void* key, Entity& child);
   void childGuard(Entity& child);
+  static Ptr<PtrInterface> memberTake(Entity& directory, const FlowStep& step, const void* key);
   void childGone(const Ptr<PtrInterface>& child) const;
 
   void recordRead(AttributeId attr, DeserializationOptions options, unsigned size,

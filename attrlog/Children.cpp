@@ -2,6 +2,7 @@
 
 #include <Zel/Demuxer>
 #include <Zel/Expect>
+#include <attrlog/Arguments.h>
 
 namespace Zel {
 
@@ -17,22 +18,6 @@ using Flags = PtrInterface::NotifieeConst::Zel_BitSet;
 Flags memberFlags(const StreamAdapter& parent) {
   return Flags(parent.zel_bitSet().word() & Flags::notificationBitMask() &
                ~StreamAdapter::flagsOfOne);
-}
-
-/// The last rows of constructor arguments, as many as a member is made with behind its key.
-template <class Visit>
-void forArguments(const CollectionOps& ops, Visit&& visit) {
-  if (ops.arguments.empty()) {
-    return;
-  }
-  const TypeTable& members = ops.memberTable();
-  std::size_t place = members.named ? 1 : 0;
-  for (const AttrRow& row : members.rows) {
-    if (isConstructorArgument(row) &&
-        place++ >= members.constructor.arguments.size() - ops.arguments.size()) {
-      visit(row);
-    }
-  }
 }
 
 } // namespace
@@ -206,6 +191,13 @@ void AttrLogAdapter::childGuard(Entity& child) {
     rootPass(*guard);
     root()->guardIs(Ptr<StreamAdapter>(guard));
   }
+}
+
+/// Takes a member out of its directory on the peer's word.
+Ptr<PtrInterface> AttrLogAdapter::memberTake(Entity& directory, const FlowStep& step,
+                                             const void* key) {
+  const WritePermission permission(directory, step.row->id);
+  return step.row->collection->takeMember(&directory, key);
 }
 
 /// A member has been taken out of its directory on the peer's word: whoever holds it still, it is

@@ -5,6 +5,7 @@
 #include <Zel/MsgChannel>
 #include <Zel/NboAttrLogFlow>
 
+#include <attrlog/Arguments.h>
 #include <attrlog/Finally.h>
 
 #include <array>
@@ -103,6 +104,7 @@ bool AttrLogAdapter::numberRead(AttributeId attr) {
   const Ptr<Entity> kept(rawEntity());
   IsActiveAnchor active;
   active.telIs(this);
+  const WritePermission permission(*kept, at->row->id);
   if (at->numberSize == sizeof(std::uint32_t)) {
     const std::uint32_t value = source->nextU32();
     at->row->write(kept.ptr(), &value);
@@ -138,6 +140,7 @@ void AttrLogAdapter::singularRead(const FlowStep& step, In& in, bool apply) {
     decodeValue(*row.value, value.at(), in);
   }
   if (apply) {
+    const WritePermission permission(*rawEntity(), row.id);
     row.write(rawEntity(), value.at());
   } else {
     row.tell(*notifiee());
@@ -164,6 +167,7 @@ void AttrLogAdapter::entryApply(const FlowStep& step, const void* key, const voi
       entry->zelMarkedForDeletionIs(false);
     }
   });
+  const WritePermission permission(*kept, step.row->id);
   ops.write(kept.ptr(), key, value);
 }
 
@@ -193,8 +197,9 @@ void AttrLogAdapter::deletionRead(const FlowStep& step, In& in, bool apply) {
   if (!apply) {
     row.collection->tellKey(*notifiee(), key.at());
   } else if (step.kind == FlowKind::child) {
-    childGone(row.collection->takeMember(rawEntity(), key.at()));
+    childGone(memberTake(*rawEntity(), step, key.at()));
   } else {
+    const WritePermission permission(*rawEntity(), row.id);
     row.collection->erase(rawEntity(), key.at());
   }
 }
@@ -239,6 +244,7 @@ void AttrLogAdapter::textRead(const FlowStep& step, In& in, unsigned size, bool 
   if (flow) {
     textEnd(*flow);
   }
+  const WritePermission permission(*rawEntity(), row.id);
   row.write(rawEntity(), &whole);
 }
 
@@ -316,6 +322,21 @@ Ptr<Entity> memberMade(Ptr<PtrInterface> made) {
   return Ptr<Entity>::adopt(static_cast<Entity*>(made.release()));
 }
 
+/// Writes what a mirrored member is announced with to one that is there. Each is a write of its
+/// own, so the directory must not find a difference: it has permission for none of them.
+void argumentsApply(const CollectionOps& ops, Entity& member, StreamAdapter* adapter,
+                    const void* const* values) {
+  forArguments(ops, [&](const AttrRow& row) {
+    if (row.write != nullptr) {
+      IsActiveAnchor active;
+      active.telIs(adapter);
+      const WritePermission permission(member, row.id);
+      row.write(&member, *values);
+    }
+    ++values;
+  });
+}
+
 } // namespace
 
 AttributeId AttrLogAdapter::compoundRead(AttributeId attr, In& in, std::size_t& entityIdAt) {
@@ -374,8 +395,12 @@ void AttrLogAdapter::childRead(const FlowStep& step, In& in, std::size_t payload
   keyLimit(step, key.at());
   Entity* const entity = rawEntity();
   const Ptr<Entity> keptEntity(entity);
+  const auto make = [&] {
+    const WritePermission permission(*entity, row.id);
+    return memberMade(ops.create(entity, key.at(), arguments.data()));
+  };
   const auto remove = [&] {
-    childGone(ops.takeMember(entity, key.at()));
+    childGone(memberTake(*entity, step, key.at()));
     reactorActiveIs(true); // the deletion was the echo
   };
   Ptr<Entity> child(static_cast<Entity*>(ops.entry(entity, key.at())));
@@ -386,15 +411,18 @@ void AttrLogAdapter::childRead(const FlowStep& step, In& in, std::size_t payload
   }
   // Arguments may change a member that is there, which is this record's doing too.
   const Ptr<ZelNboAttrLogSa> memberAdapter = zelChildAdapter(child.ptr());
+  if (child && child->zelIsMirrored()) {
+    argumentsApply(ops, *child, memberAdapter.ptr(), arguments.data());
+  }
   IsActiveAnchor memberActive;
   {
     const DeserializingEidAnchor anchor(id, entity);
     memberActive.telIs(memberAdapter.ptr());
     try {
-      child = memberMade(ops.create(entity, key.at(), arguments.data()));
+      child = make();
     } catch (const NameInUseException&) {
       remove();
-      child = memberMade(ops.create(entity, key.at(), arguments.data()));
+      child = make();
     }
   }
   memberActive.telIs(nullptr);

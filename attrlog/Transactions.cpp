@@ -134,8 +134,9 @@ void AttrLogAdapter::entryDelete(const FlowStep& step, const CollectionPosition&
   ValueSlot key(*step.row->key, [&](void* to) { at.key(to); });
   reactorActiveIs(true);
   const Finally done([this] { reactorActiveIs(false); });
+  const WritePermission permission(*rawEntity(), step.row->id);
   if (ops.eraseEntry != nullptr && !step.row->key->equal(key.at(), key.at())) {
-    ops.eraseEntry(rawEntity(), at.entry()); // no search finds such a key
+    ops.eraseEntry(rawEntity(), step.row->id, at.entry()); // no search finds such a key
   } else {
     ops.erase(rawEntity(), key.at());
   }
@@ -171,7 +172,7 @@ void AttrLogAdapter::childrenSweep(const FlowStep& step, AttrTransactionType typ
     if (ops.entry(kept.ptr(), key.at()) == child.ptr()) {
       reactorActiveIs(true);
       const Finally done([this] { reactorActiveIs(false); });
-      deletions.attempt([&] { ops.takeMember(kept.ptr(), key.at()); });
+      deletions.attempt([&] { memberTake(*kept, step, key.at()); });
       childGone(child);
     }
   }

@@ -82,19 +82,19 @@ void Fan::speedIs(unsigned rpm) {
   Zel::singularIs<&NotifieeConst::onSpeed>(*this, Attr::speed, speed_, rpm);
 }
 void Fan::alarmIs(Zel::String8 name, bool raised) {
-  Zel::keyedIs<&Fan::newAlarm, &Fan::alarmNotify>(*this, alarm_, name, raised);
+  Zel::keyedIs<Attr::alarm, &Fan::newAlarm, &Fan::alarmNotify>(*this, alarm_, name, raised);
 }
 bool Fan::alarmDel(Zel::String8 name) {
-  return Zel::keyedDel<&Fan::alarmNotify>(*this, alarm_, name);
+  return Zel::keyedDel<Attr::alarm, &Fan::alarmNotify>(*this, alarm_, name);
 }
 bool Fan::alarmDel(AlarmMap::Iterator& at) {
-  return Zel::keyedDel<&Fan::alarmNotify>(*this, alarm_, at);
+  return Zel::keyedDel<Attr::alarm, &Fan::alarmNotify>(*this, alarm_, at);
 }
 void Fan::alarmDelAll() {
   Zel::collectionDelAll(*this, alarm_, [this](AlarmMap::Iterator& at) { alarmDel(at); });
 }
 Zel::Ptr<Fan::ZelAlarm> Fan::newAlarm(Zel::String8 name, bool raised) {
-  return Zel::keyedNew(alarm_, name, raised);
+  return Zel::keyedNew<Attr::alarm>(*this, alarm_, name, raised);
 }
 void Fan::alarmNotify(Zel::String8 name) {
   Zel::notifyOwner(*this, Attr::alarm, [&](NotifieeConst& notifiee) { notifiee.onAlarm(name); });

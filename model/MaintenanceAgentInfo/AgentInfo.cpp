@@ -63,16 +63,19 @@ OnBootUnitAndReason AgentInfo::onBootMaintEnter(Zel::String8 unitName) const {
 }
 
 void AgentInfo::onBootMaintEnterIs(const OnBootUnitAndReason& value) {
-  Zel::ownKeyIs<&AgentInfo::newOnBootMaintEnter, &AgentInfo::onBootMaintEnterNotify>(
-      *this, onBootMaintEnter_, value.unitName(), value);
+  Zel::ownKeyIs<Attr::onBootMaintEnter, &AgentInfo::newOnBootMaintEnter,
+                &AgentInfo::onBootMaintEnterNotify>(*this, onBootMaintEnter_, value.unitName(),
+                                                    value);
 }
 
 OnBootUnitAndReason AgentInfo::onBootMaintEnterDel(Zel::String8 unitName) {
-  return Zel::keyedDel<&AgentInfo::onBootMaintEnterNotify>(*this, onBootMaintEnter_, unitName);
+  return Zel::keyedDel<Attr::onBootMaintEnter, &AgentInfo::onBootMaintEnterNotify>(
+      *this, onBootMaintEnter_, unitName);
 }
 
 OnBootUnitAndReason AgentInfo::onBootMaintEnterDel(OnBootMaintEnterMap::Iterator& at) {
-  return Zel::keyedDel<&AgentInfo::onBootMaintEnterNotify>(*this, onBootMaintEnter_, at);
+  return Zel::keyedDel<Attr::onBootMaintEnter, &AgentInfo::onBootMaintEnterNotify>(
+      *this, onBootMaintEnter_, at);
 }
 
 void AgentInfo::onBootMaintEnterDelAll() {
@@ -82,7 +85,7 @@ void AgentInfo::onBootMaintEnterDelAll() {
 
 Zel::Ptr<AgentInfo::ZelOnBootMaintEnter>
 AgentInfo::newOnBootMaintEnter(const OnBootUnitAndReason& value) {
-  return Zel::keyedNew(onBootMaintEnter_, value.unitName(), value);
+  return Zel::keyedNew<Attr::onBootMaintEnter>(*this, onBootMaintEnter_, value.unitName(), value);
 }
 
 void AgentInfo::onBootMaintEnterNotify(Zel::String8 unitName) {

@@ -39,15 +39,16 @@ bool Config::profile(const Profile::ProfileKey& key) const {
 }
 
 void Config::profileIs(const Profile::ProfileKey& key, bool value) {
-  Zel::keyedIs<&Config::newProfile, &Config::profileNotify>(*this, profile_, key, value);
+  Zel::keyedIs<Attr::profile, &Config::newProfile, &Config::profileNotify>(*this, profile_, key,
+                                                                           value);
 }
 
 bool Config::profileDel(const Profile::ProfileKey& key) {
-  return Zel::keyedDel<&Config::profileNotify>(*this, profile_, key);
+  return Zel::keyedDel<Attr::profile, &Config::profileNotify>(*this, profile_, key);
 }
 
 bool Config::profileDel(ProfileMap::Iterator& at) {
-  return Zel::keyedDel<&Config::profileNotify>(*this, profile_, at);
+  return Zel::keyedDel<Attr::profile, &Config::profileNotify>(*this, profile_, at);
 }
 
 void Config::profileDelAll() {
@@ -55,7 +56,7 @@ void Config::profileDelAll() {
 }
 
 Zel::Ptr<Config::ZelProfile> Config::newProfile(const Profile::ProfileKey& key, bool value) {
-  return Zel::keyedNew(profile_, key, value);
+  return Zel::keyedNew<Attr::profile>(*this, profile_, key, value);
 }
 
 void Config::profileNotify(const Profile::ProfileKey& key) {

@@ -51,11 +51,13 @@ Zel::ValidPtr<Config> ConfigDir::maintenanceGroupIs(const Group::GroupKey& key) 
 }
 
 Zel::Ptr<Config> ConfigDir::maintenanceGroupDel(const Group::GroupKey& key) {
-  return Zel::memberDel<&ConfigDir::maintenanceGroupNotify>(*this, maintenanceGroup_, key);
+  return Zel::memberDel<Attr::maintenanceGroup, &ConfigDir::maintenanceGroupNotify>(
+      *this, maintenanceGroup_, key);
 }
 
 Zel::Ptr<Config> ConfigDir::maintenanceGroupDel(MaintenanceGroupMap::Iterator& at) {
-  return Zel::memberDel<&ConfigDir::maintenanceGroupNotify>(*this, maintenanceGroup_, at);
+  return Zel::memberDel<Attr::maintenanceGroup, &ConfigDir::maintenanceGroupNotify>(
+      *this, maintenanceGroup_, at);
 }
 
 void ConfigDir::maintenanceGroupDelAll() {

@@ -48,11 +48,11 @@ Zel::ValidPtr<Config> ConfigDir::configIs(Zel::String8 profileName) {
 }
 
 Zel::Ptr<Config> ConfigDir::configDel(Zel::String8 profileName) {
-  return Zel::memberDel<&ConfigDir::configNotify>(*this, config_, profileName);
+  return Zel::memberDel<Attr::config, &ConfigDir::configNotify>(*this, config_, profileName);
 }
 
 Zel::Ptr<Config> ConfigDir::configDel(ConfigMap::Iterator& at) {
-  return Zel::memberDel<&ConfigDir::configNotify>(*this, config_, at);
+  return Zel::memberDel<Attr::config, &ConfigDir::configNotify>(*this, config_, at);
 }
 
 void ConfigDir::configDelAll() {

@@ -42,15 +42,16 @@ bool GroupProfileSelectionIn::groupName(Zel::String8 name) const {
 }
 
 void GroupProfileSelectionIn::groupNameIs(Zel::String8 name, bool value) {
-  Zel::keyedIs<&Self::newGroupName, &Self::groupNameNotify>(*this, groupName_, name, value);
+  Zel::keyedIs<Attr::groupName, &Self::newGroupName, &Self::groupNameNotify>(*this, groupName_,
+                                                                             name, value);
 }
 
 bool GroupProfileSelectionIn::groupNameDel(Zel::String8 name) {
-  return Zel::keyedDel<&Self::groupNameNotify>(*this, groupName_, name);
+  return Zel::keyedDel<Attr::groupName, &Self::groupNameNotify>(*this, groupName_, name);
 }
 
 bool GroupProfileSelectionIn::groupNameDel(GroupNameMap::Iterator& at) {
-  return Zel::keyedDel<&Self::groupNameNotify>(*this, groupName_, at);
+  return Zel::keyedDel<Attr::groupName, &Self::groupNameNotify>(*this, groupName_, at);
 }
 
 void GroupProfileSelectionIn::groupNameDelAll() {
@@ -60,7 +61,7 @@ void GroupProfileSelectionIn::groupNameDelAll() {
 
 Zel::Ptr<GroupProfileSelectionIn::ZelGroupName>
 GroupProfileSelectionIn::newGroupName(Zel::String8 name, bool value) {
-  return Zel::keyedNew(groupName_, name, value);
+  return Zel::keyedNew<Attr::groupName>(*this, groupName_, name, value);
 }
 
 void GroupProfileSelectionIn::groupNameNotify(Zel::String8 name) {

@@ -38,16 +38,16 @@ Zel::String8 GroupToUnit::attributeString(Zel::AttributeId id) const {
 bool GroupToUnit::unitName(Zel::Name name) const { return Zel::keyedRead(*this, unitName_, name); }
 
 void GroupToUnit::unitNameIs(Zel::Name name, bool value) {
-  Zel::keyedIs<&GroupToUnit::newUnitName, &GroupToUnit::unitNameNotify>(*this, unitName_, name,
-                                                                        value);
+  Zel::keyedIs<Attr::unitName, &GroupToUnit::newUnitName, &GroupToUnit::unitNameNotify>(
+      *this, unitName_, name, value);
 }
 
 bool GroupToUnit::unitNameDel(Zel::Name name) {
-  return Zel::keyedDel<&GroupToUnit::unitNameNotify>(*this, unitName_, name);
+  return Zel::keyedDel<Attr::unitName, &GroupToUnit::unitNameNotify>(*this, unitName_, name);
 }
 
 bool GroupToUnit::unitNameDel(UnitNameMap::Iterator& at) {
-  return Zel::keyedDel<&GroupToUnit::unitNameNotify>(*this, unitName_, at);
+  return Zel::keyedDel<Attr::unitName, &GroupToUnit::unitNameNotify>(*this, unitName_, at);
 }
 
 void GroupToUnit::unitNameDelAll() {
@@ -55,7 +55,7 @@ void GroupToUnit::unitNameDelAll() {
 }
 
 Zel::Ptr<GroupToUnit::ZelUnitName> GroupToUnit::newUnitName(Zel::Name name, bool value) {
-  return Zel::keyedNew(unitName_, name, value);
+  return Zel::keyedNew<Attr::unitName>(*this, unitName_, name, value);
 }
 
 void GroupToUnit::unitNameNotify(Zel::Name name) {

@@ -50,11 +50,13 @@ Zel::ValidPtr<GroupToUnit> GroupToUnitDir::groupToUnitIs(const Group::GroupKey& 
 }
 
 Zel::Ptr<GroupToUnit> GroupToUnitDir::groupToUnitDel(const Group::GroupKey& key) {
-  return Zel::memberDel<&GroupToUnitDir::groupToUnitNotify>(*this, groupToUnit_, key);
+  return Zel::memberDel<Attr::groupToUnit, &GroupToUnitDir::groupToUnitNotify>(*this, groupToUnit_,
+                                                                               key);
 }
 
 Zel::Ptr<GroupToUnit> GroupToUnitDir::groupToUnitDel(GroupToUnitMap::Iterator& at) {
-  return Zel::memberDel<&GroupToUnitDir::groupToUnitNotify>(*this, groupToUnit_, at);
+  return Zel::memberDel<Attr::groupToUnit, &GroupToUnitDir::groupToUnitNotify>(*this, groupToUnit_,
+                                                                               at);
 }
 
 void GroupToUnitDir::groupToUnitDelAll() {

@@ -52,15 +52,16 @@ bool MemberToGroup::group(const Group::GroupKey& key) const {
 }
 
 void MemberToGroup::groupIs(const Group::GroupKey& key, bool value) {
-  Zel::keyedIs<&MemberToGroup::newGroup, &MemberToGroup::groupNotify>(*this, group_, key, value);
+  Zel::keyedIs<Attr::group, &MemberToGroup::newGroup, &MemberToGroup::groupNotify>(*this, group_,
+                                                                                   key, value);
 }
 
 bool MemberToGroup::groupDel(const Group::GroupKey& key) {
-  return Zel::keyedDel<&MemberToGroup::groupNotify>(*this, group_, key);
+  return Zel::keyedDel<Attr::group, &MemberToGroup::groupNotify>(*this, group_, key);
 }
 
 bool MemberToGroup::groupDel(GroupMap::Iterator& at) {
-  return Zel::keyedDel<&MemberToGroup::groupNotify>(*this, group_, at);
+  return Zel::keyedDel<Attr::group, &MemberToGroup::groupNotify>(*this, group_, at);
 }
 
 void MemberToGroup::groupDelAll() {
@@ -68,7 +69,7 @@ void MemberToGroup::groupDelAll() {
 }
 
 Zel::Ptr<MemberToGroup::ZelGroup> MemberToGroup::newGroup(const Group::GroupKey& key, bool value) {
-  return Zel::keyedNew(group_, key, value);
+  return Zel::keyedNew<Attr::group>(*this, group_, key, value);
 }
 
 void MemberToGroup::groupNotify(const Group::GroupKey& key) {
@@ -80,16 +81,18 @@ ProfileKey MemberToGroup::selectedProfile(ProfileType type) const {
 }
 
 void MemberToGroup::selectedProfileIs(ProfileType type, const ProfileKey& key) {
-  Zel::keyedIs<&MemberToGroup::newSelectedProfile, &MemberToGroup::selectedProfileNotify>(
-      *this, selectedProfile_, type, key);
+  Zel::keyedIs<Attr::selectedProfile, &MemberToGroup::newSelectedProfile,
+               &MemberToGroup::selectedProfileNotify>(*this, selectedProfile_, type, key);
 }
 
 ProfileKey MemberToGroup::selectedProfileDel(ProfileType type) {
-  return Zel::keyedDel<&MemberToGroup::selectedProfileNotify>(*this, selectedProfile_, type);
+  return Zel::keyedDel<Attr::selectedProfile, &MemberToGroup::selectedProfileNotify>(
+      *this, selectedProfile_, type);
 }
 
 ProfileKey MemberToGroup::selectedProfileDel(SelectedProfileMap::Iterator& at) {
-  return Zel::keyedDel<&MemberToGroup::selectedProfileNotify>(*this, selectedProfile_, at);
+  return Zel::keyedDel<Attr::selectedProfile, &MemberToGroup::selectedProfileNotify>(
+      *this, selectedProfile_, at);
 }
 
 void MemberToGroup::selectedProfileDelAll() {
@@ -99,7 +102,7 @@ void MemberToGroup::selectedProfileDelAll() {
 
 Zel::Ptr<MemberToGroup::ZelSelectedProfile>
 MemberToGroup::newSelectedProfile(ProfileType type, const ProfileKey& key) {
-  return Zel::keyedNew(selectedProfile_, type, key);
+  return Zel::keyedNew<Attr::selectedProfile>(*this, selectedProfile_, type, key);
 }
 
 void MemberToGroup::selectedProfileNotify(ProfileType type) {

@@ -39,15 +39,16 @@ bool ProfileKeySet::profileKey(const Profile::ProfileKey& key) const {
 // An owner that is no entity counts nothing, and the notify operation tells nobody: what is left of
 // the steps is a silent write.
 void ProfileKeySet::profileKeyIs(const Profile::ProfileKey& key, bool value) {
-  Zel::keyedIs<&Self::newProfileKey, &Self::profileKeyNotify>(*this, profileKey_, key, value);
+  Zel::keyedIs<Attr::profileKey, &Self::newProfileKey, &Self::profileKeyNotify>(*this, profileKey_,
+                                                                                key, value);
 }
 
 bool ProfileKeySet::profileKeyDel(const Profile::ProfileKey& key) {
-  return Zel::keyedDel<&Self::profileKeyNotify>(*this, profileKey_, key);
+  return Zel::keyedDel<Attr::profileKey, &Self::profileKeyNotify>(*this, profileKey_, key);
 }
 
 bool ProfileKeySet::profileKeyDel(ProfileKeyMap::Iterator& at) {
-  return Zel::keyedDel<&Self::profileKeyNotify>(*this, profileKey_, at);
+  return Zel::keyedDel<Attr::profileKey, &Self::profileKeyNotify>(*this, profileKey_, at);
 }
 
 void ProfileKeySet::profileKeyDelAll() {
@@ -57,7 +58,7 @@ void ProfileKeySet::profileKeyDelAll() {
 
 Zel::Ptr<ProfileKeySet::ZelProfileKey> ProfileKeySet::newProfileKey(const Profile::ProfileKey& key,
                                                                     bool value) {
-  return Zel::keyedNew(profileKey_, key, value);
+  return Zel::keyedNew<Attr::profileKey>(*this, profileKey_, key, value);
 }
 
 void ProfileKeySet::profileKeyNotify(const Profile::ProfileKey& /*key*/) {}

@@ -53,12 +53,14 @@ ProfileSelection::unitProfileSelectionIs(const UnitProfileSelKey& key) {
 
 Zel::Ptr<UnitProfileSelection>
 ProfileSelection::unitProfileSelectionDel(const UnitProfileSelKey& key) {
-  return Zel::memberDel<&Self::unitProfileSelectionNotify>(*this, unitProfileSelection_, key);
+  return Zel::memberDel<Attr::unitProfileSelection, &Self::unitProfileSelectionNotify>(
+      *this, unitProfileSelection_, key);
 }
 
 Zel::Ptr<UnitProfileSelection>
 ProfileSelection::unitProfileSelectionDel(UnitProfileSelectionMap::Iterator& at) {
-  return Zel::memberDel<&Self::unitProfileSelectionNotify>(*this, unitProfileSelection_, at);
+  return Zel::memberDel<Attr::unitProfileSelection, &Self::unitProfileSelectionNotify>(
+      *this, unitProfileSelection_, at);
 }
 
 void ProfileSelection::unitProfileSelectionDelAll() {

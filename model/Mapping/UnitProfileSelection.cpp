@@ -90,12 +90,14 @@ UnitProfileSelection::groupProfileSelectionInIs(const GroupProfileSelKey& key) {
 
 Zel::Ptr<GroupProfileSelectionIn>
 UnitProfileSelection::groupProfileSelectionInDel(const GroupProfileSelKey& key) {
-  return Zel::memberDel<&Self::groupProfileSelectionInNotify>(*this, groupProfileSelectionIn_, key);
+  return Zel::memberDel<Attr::groupProfileSelectionIn, &Self::groupProfileSelectionInNotify>(
+      *this, groupProfileSelectionIn_, key);
 }
 
 Zel::Ptr<GroupProfileSelectionIn>
 UnitProfileSelection::groupProfileSelectionInDel(GroupProfileSelectionInMap::Iterator& at) {
-  return Zel::memberDel<&Self::groupProfileSelectionInNotify>(*this, groupProfileSelectionIn_, at);
+  return Zel::memberDel<Attr::groupProfileSelectionIn, &Self::groupProfileSelectionInNotify>(
+      *this, groupProfileSelectionIn_, at);
 }
 
 void UnitProfileSelection::groupProfileSelectionInDelAll() {
@@ -128,14 +130,14 @@ UnitProfileSelection::groupProfileSelectionOutIs(const GroupProfileSelKey& key) 
 
 Zel::Ptr<GroupProfileSelectionOut>
 UnitProfileSelection::groupProfileSelectionOutDel(const GroupProfileSelKey& key) {
-  return Zel::memberDel<&Self::groupProfileSelectionOutNotify>(*this, groupProfileSelectionOut_,
-                                                               key);
+  return Zel::memberDel<Attr::groupProfileSelectionOut, &Self::groupProfileSelectionOutNotify>(
+      *this, groupProfileSelectionOut_, key);
 }
 
 Zel::Ptr<GroupProfileSelectionOut>
 UnitProfileSelection::groupProfileSelectionOutDel(GroupProfileSelectionOutMap::Iterator& at) {
-  return Zel::memberDel<&Self::groupProfileSelectionOutNotify>(*this, groupProfileSelectionOut_,
-                                                               at);
+  return Zel::memberDel<Attr::groupProfileSelectionOut, &Self::groupProfileSelectionOutNotify>(
+      *this, groupProfileSelectionOut_, at);
 }
 
 void UnitProfileSelection::groupProfileSelectionOutDelAll() {

@@ -48,11 +48,11 @@ Zel::ValidPtr<Config> ConfigDir::configIs(const ProfileKey& key) {
 }
 
 Zel::Ptr<Config> ConfigDir::configDel(const ProfileKey& key) {
-  return Zel::memberDel<&ConfigDir::configNotify>(*this, config_, key);
+  return Zel::memberDel<Attr::config, &ConfigDir::configNotify>(*this, config_, key);
 }
 
 Zel::Ptr<Config> ConfigDir::configDel(ConfigMap::Iterator& at) {
-  return Zel::memberDel<&ConfigDir::configNotify>(*this, config_, at);
+  return Zel::memberDel<Attr::config, &ConfigDir::configNotify>(*this, config_, at);
 }
 
 void ConfigDir::configDelAll() {

@@ -54,15 +54,15 @@ void Config::unitTypeIs(UnitType type) {
 bool Config::group(const Group::GroupKey& key) const { return Zel::keyedRead(*this, group_, key); }
 
 void Config::groupIs(const Group::GroupKey& key, bool value) {
-  Zel::keyedIs<&Config::newGroup, &Config::groupNotify>(*this, group_, key, value);
+  Zel::keyedIs<Attr::group, &Config::newGroup, &Config::groupNotify>(*this, group_, key, value);
 }
 
 bool Config::groupDel(const Group::GroupKey& key) {
-  return Zel::keyedDel<&Config::groupNotify>(*this, group_, key);
+  return Zel::keyedDel<Attr::group, &Config::groupNotify>(*this, group_, key);
 }
 
 bool Config::groupDel(GroupMap::Iterator& at) {
-  return Zel::keyedDel<&Config::groupNotify>(*this, group_, at);
+  return Zel::keyedDel<Attr::group, &Config::groupNotify>(*this, group_, at);
 }
 
 void Config::groupDelAll() {
@@ -70,7 +70,7 @@ void Config::groupDelAll() {
 }
 
 Zel::Ptr<Config::ZelGroup> Config::newGroup(const Group::GroupKey& key, bool value) {
-  return Zel::keyedNew(group_, key, value);
+  return Zel::keyedNew<Attr::group>(*this, group_, key, value);
 }
 
 void Config::groupNotify(const Group::GroupKey& key) {

@@ -48,11 +48,11 @@ Zel::ValidPtr<Config> ConfigDir::configIs(Zel::Name unit) {
 }
 
 Zel::Ptr<Config> ConfigDir::configDel(Zel::Name unit) {
-  return Zel::memberDel<&ConfigDir::configNotify>(*this, config_, unit);
+  return Zel::memberDel<Attr::config, &ConfigDir::configNotify>(*this, config_, unit);
 }
 
 Zel::Ptr<Config> ConfigDir::configDel(ConfigMap::Iterator& at) {
-  return Zel::memberDel<&ConfigDir::configNotify>(*this, config_, at);
+  return Zel::memberDel<Attr::config, &ConfigDir::configNotify>(*this, config_, at);
 }
 
 void ConfigDir::configDelAll() {

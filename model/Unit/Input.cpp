@@ -40,15 +40,15 @@ void Input::priorityIs(InputSrc priority) {
 bool Input::unit(Zel::String8 unitName) const { return Zel::keyedRead(*this, unit_, unitName); }
 
 void Input::unitIs(Zel::String8 unitName, bool value) {
-  Zel::keyedIs<&Input::newUnit, &Input::unitNotify>(*this, unit_, unitName, value);
+  Zel::keyedIs<Attr::unit, &Input::newUnit, &Input::unitNotify>(*this, unit_, unitName, value);
 }
 
 bool Input::unitDel(Zel::String8 unitName) {
-  return Zel::keyedDel<&Input::unitNotify>(*this, unit_, unitName);
+  return Zel::keyedDel<Attr::unit, &Input::unitNotify>(*this, unit_, unitName);
 }
 
 bool Input::unitDel(UnitMap::Iterator& at) {
-  return Zel::keyedDel<&Input::unitNotify>(*this, unit_, at);
+  return Zel::keyedDel<Attr::unit, &Input::unitNotify>(*this, unit_, at);
 }
 
 void Input::unitDelAll() {
@@ -56,7 +56,7 @@ void Input::unitDelAll() {
 }
 
 Zel::Ptr<Input::ZelUnit> Input::newUnit(Zel::String8 unitName, bool value) {
-  return Zel::keyedNew(unit_, unitName, value);
+  return Zel::keyedNew<Attr::unit>(*this, unit_, unitName, value);
 }
 
 void Input::unitNotify(Zel::String8 unitName) {

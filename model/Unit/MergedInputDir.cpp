@@ -49,11 +49,11 @@ Zel::ValidPtr<MergedInput> MergedInputDir::unitIs(Zel::Name name, InputSrc prior
 }
 
 Zel::Ptr<MergedInput> MergedInputDir::unitDel(Zel::Name name) {
-  return Zel::memberDel<&MergedInputDir::unitNotify>(*this, unit_, name);
+  return Zel::memberDel<Attr::unit, &MergedInputDir::unitNotify>(*this, unit_, name);
 }
 
 Zel::Ptr<MergedInput> MergedInputDir::unitDel(UnitMap::Iterator& at) {
-  return Zel::memberDel<&MergedInputDir::unitNotify>(*this, unit_, at);
+  return Zel::memberDel<Attr::unit, &MergedInputDir::unitNotify>(*this, unit_, at);
 }
 
 void MergedInputDir::unitDelAll() {

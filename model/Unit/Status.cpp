@@ -97,15 +97,15 @@ void Status::unitTypeIs(UnitType type) {
 bool Status::group(const Group::GroupKey& key) const { return Zel::keyedRead(*this, group_, key); }
 
 void Status::groupIs(const Group::GroupKey& key, bool value) {
-  Zel::keyedIs<&Status::newGroup, &Status::groupNotify>(*this, group_, key, value);
+  Zel::keyedIs<Attr::group, &Status::newGroup, &Status::groupNotify>(*this, group_, key, value);
 }
 
 bool Status::groupDel(const Group::GroupKey& key) {
-  return Zel::keyedDel<&Status::groupNotify>(*this, group_, key);
+  return Zel::keyedDel<Attr::group, &Status::groupNotify>(*this, group_, key);
 }
 
 bool Status::groupDel(GroupMap::Iterator& at) {
-  return Zel::keyedDel<&Status::groupNotify>(*this, group_, at);
+  return Zel::keyedDel<Attr::group, &Status::groupNotify>(*this, group_, at);
 }
 
 void Status::groupDelAll() {
@@ -113,7 +113,7 @@ void Status::groupDelAll() {
 }
 
 Zel::Ptr<Status::ZelGroup> Status::newGroup(const Group::GroupKey& key, bool value) {
-  return Zel::keyedNew(group_, key, value);
+  return Zel::keyedNew<Attr::group>(*this, group_, key, value);
 }
 
 void Status::groupNotify(const Group::GroupKey& key) {
@@ -152,15 +152,16 @@ Zel::String8 Status::history(const double& time) const {
 }
 
 void Status::historyIs(const double& time, Zel::String8 text) {
-  Zel::keyedIs<&Status::newHistory, &Status::historyNotify>(*this, history_, time, text);
+  Zel::keyedIs<Attr::history, &Status::newHistory, &Status::historyNotify>(*this, history_, time,
+                                                                           text);
 }
 
 Zel::String8 Status::historyDel(const double& time) {
-  return Zel::keyedDel<&Status::historyNotify>(*this, history_, time);
+  return Zel::keyedDel<Attr::history, &Status::historyNotify>(*this, history_, time);
 }
 
 Zel::String8 Status::historyDel(HistoryMap::Iterator& at) {
-  return Zel::keyedDel<&Status::historyNotify>(*this, history_, at);
+  return Zel::keyedDel<Attr::history, &Status::historyNotify>(*this, history_, at);
 }
 
 void Status::historyDelAll() {
@@ -168,7 +169,7 @@ void Status::historyDelAll() {
 }
 
 Zel::Ptr<Status::ZelHistory> Status::newHistory(const double& time, Zel::String8 text) {
-  return Zel::keyedNew(history_, time, text);
+  return Zel::keyedNew<Attr::history>(*this, history_, time, text);
 }
 
 void Status::historyNotify(const double& time) {
@@ -196,18 +197,20 @@ bool Status::intfsViolatingTrafficThreshold(Vexil::IntfId key) const {
 }
 
 void Status::intfsViolatingTrafficThresholdIs(Vexil::IntfId key, bool value) {
-  Zel::keyedIs<&Status::newIntfsViolatingTrafficThreshold,
+  Zel::keyedIs<Attr::intfsViolatingTrafficThreshold, &Status::newIntfsViolatingTrafficThreshold,
                &Status::intfsViolatingTrafficThresholdNotify>(
       *this, intfsViolatingTrafficThreshold_, key, value);
 }
 
 bool Status::intfsViolatingTrafficThresholdDel(Vexil::IntfId key) {
-  return Zel::keyedDel<&Status::intfsViolatingTrafficThresholdNotify>(
+  return Zel::keyedDel<Attr::intfsViolatingTrafficThreshold,
+                       &Status::intfsViolatingTrafficThresholdNotify>(
       *this, intfsViolatingTrafficThreshold_, key);
 }
 
 bool Status::intfsViolatingTrafficThresholdDel(IntfsViolatingTrafficThresholdMap::Iterator& at) {
-  return Zel::keyedDel<&Status::intfsViolatingTrafficThresholdNotify>(
+  return Zel::keyedDel<Attr::intfsViolatingTrafficThreshold,
+                       &Status::intfsViolatingTrafficThresholdNotify>(
       *this, intfsViolatingTrafficThreshold_, at);
 }
 
@@ -220,7 +223,8 @@ void Status::intfsViolatingTrafficThresholdDelAll() {
 
 Zel::Ptr<Status::ZelIntfsViolatingTrafficThreshold>
 Status::newIntfsViolatingTrafficThreshold(Vexil::IntfId key, bool value) {
-  return Zel::keyedNew(intfsViolatingTrafficThreshold_, key, value);
+  return Zel::keyedNew<Attr::intfsViolatingTrafficThreshold>(*this, intfsViolatingTrafficThreshold_,
+                                                             key, value);
 }
 
 void Status::intfsViolatingTrafficThresholdNotify(Vexil::IntfId key) {

@@ -48,11 +48,11 @@ Zel::ValidPtr<Status> StatusDir::statusIs(Zel::Name unit) {
 }
 
 Zel::Ptr<Status> StatusDir::statusDel(Zel::Name unit) {
-  return Zel::memberDel<&StatusDir::statusNotify>(*this, status_, unit);
+  return Zel::memberDel<Attr::status, &StatusDir::statusNotify>(*this, status_, unit);
 }
 
 Zel::Ptr<Status> StatusDir::statusDel(StatusMap::Iterator& at) {
-  return Zel::memberDel<&StatusDir::statusNotify>(*this, status_, at);
+  return Zel::memberDel<Attr::status, &StatusDir::statusNotify>(*this, status_, at);
 }
 
 void StatusDir::statusDelAll() {

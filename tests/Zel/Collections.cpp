@@ -305,7 +305,8 @@ TEST(HashMaps, AnEnumerationIsSpreadByItsReversedNumber) {
   Zel::HashMap<ByType, ProfileType, bool> map;
   for (unsigned type = 0; type < 4; ++type) {
     EXPECT_EQ(Zel::indexHash(static_cast<ProfileType>(type)), Zel::bitReverse(type));
-    Zel::keyedNew(map, static_cast<ProfileType>(type), true);
+    const auto entry = Zel::makeObject<ByType>(static_cast<ProfileType>(type), true);
+    map.newMemberG(entry, &entry->zelKey());
   }
   EXPECT_EQ(map.buckets(), 16U);
   std::vector<std::pair<int, int>> order;

@@ -95,10 +95,10 @@ public:
     });
   }
   Ptr<Parcel> parcelDel(Name name) {
-    return Zel::memberDel<&Parcels::parcelNotify>(*this, parcel_, name);
+    return Zel::memberDel<Attr::parcel, &Parcels::parcelNotify>(*this, parcel_, name);
   }
   Ptr<Parcel> parcelDel(ParcelMap::Iterator& at) {
-    return Zel::memberDel<&Parcels::parcelNotify>(*this, parcel_, at);
+    return Zel::memberDel<Attr::parcel, &Parcels::parcelNotify>(*this, parcel_, at);
   }
   void parcelDelAll() {
     Zel::collectionDelAll(*this, parcel_, [this](ParcelMap::Iterator& at) { parcelDel(at); });

@@ -42,15 +42,15 @@ Zel::String8 Carrier::attributeString(Zel::AttributeId id) const {
 bool Carrier::load(const SkuKey& key) const { return Zel::keyedRead(*this, load_, key); }
 
 void Carrier::loadIs(const SkuKey& key, bool value) {
-  Zel::keyedIs<&Carrier::newLoad, &Carrier::loadNotify>(*this, load_, key, value);
+  Zel::keyedIs<Attr::load, &Carrier::newLoad, &Carrier::loadNotify>(*this, load_, key, value);
 }
 
 bool Carrier::loadDel(const SkuKey& key) {
-  return Zel::keyedDel<&Carrier::loadNotify>(*this, load_, key);
+  return Zel::keyedDel<Attr::load, &Carrier::loadNotify>(*this, load_, key);
 }
 
 bool Carrier::loadDel(LoadMap::Iterator& at) {
-  return Zel::keyedDel<&Carrier::loadNotify>(*this, load_, at);
+  return Zel::keyedDel<Attr::load, &Carrier::loadNotify>(*this, load_, at);
 }
 
 void Carrier::loadDelAll() {
@@ -58,7 +58,7 @@ void Carrier::loadDelAll() {
 }
 
 Zel::Ptr<Carrier::ZelLoad> Carrier::newLoad(const SkuKey& key, bool value) {
-  return Zel::keyedNew(load_, key, value);
+  return Zel::keyedNew<Attr::load>(*this, load_, key, value);
 }
 
 void Carrier::loadNotify(const SkuKey& key) {
@@ -68,15 +68,16 @@ void Carrier::loadNotify(const SkuKey& key) {
 SlotCode Carrier::target(Zone zone) const { return Zel::keyedRead(*this, target_, zone); }
 
 void Carrier::targetIs(Zone zone, const SlotCode& slot) {
-  Zel::keyedIs<&Carrier::newTarget, &Carrier::targetNotify>(*this, target_, zone, slot);
+  Zel::keyedIs<Attr::target, &Carrier::newTarget, &Carrier::targetNotify>(*this, target_, zone,
+                                                                          slot);
 }
 
 SlotCode Carrier::targetDel(Zone zone) {
-  return Zel::keyedDel<&Carrier::targetNotify>(*this, target_, zone);
+  return Zel::keyedDel<Attr::target, &Carrier::targetNotify>(*this, target_, zone);
 }
 
 SlotCode Carrier::targetDel(TargetMap::Iterator& at) {
-  return Zel::keyedDel<&Carrier::targetNotify>(*this, target_, at);
+  return Zel::keyedDel<Attr::target, &Carrier::targetNotify>(*this, target_, at);
 }
 
 void Carrier::targetDelAll() {
@@ -84,7 +85,7 @@ void Carrier::targetDelAll() {
 }
 
 Zel::Ptr<Carrier::ZelTarget> Carrier::newTarget(Zone zone, const SlotCode& slot) {
-  return Zel::keyedNew(target_, zone, slot);
+  return Zel::keyedNew<Attr::target>(*this, target_, zone, slot);
 }
 
 void Carrier::targetNotify(Zone zone) {

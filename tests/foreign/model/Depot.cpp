@@ -51,15 +51,16 @@ Alarm Depot::alarm(Zel::String8 sensor) const { return Zel::keyedRead(*this, ala
 
 // The steps of `Zel::keyedIs`, with the key taken from the value.
 void Depot::alarmIs(const Alarm& alarm) {
-  Zel::ownKeyIs<&Depot::newAlarm, &Depot::alarmNotify>(*this, alarm_, alarm.sensor(), alarm);
+  Zel::ownKeyIs<Attr::alarm, &Depot::newAlarm, &Depot::alarmNotify>(*this, alarm_, alarm.sensor(),
+                                                                    alarm);
 }
 
 Alarm Depot::alarmDel(Zel::String8 sensor) {
-  return Zel::keyedDel<&Depot::alarmNotify>(*this, alarm_, sensor);
+  return Zel::keyedDel<Attr::alarm, &Depot::alarmNotify>(*this, alarm_, sensor);
 }
 
 Alarm Depot::alarmDel(AlarmMap::Iterator& at) {
-  return Zel::keyedDel<&Depot::alarmNotify>(*this, alarm_, at);
+  return Zel::keyedDel<Attr::alarm, &Depot::alarmNotify>(*this, alarm_, at);
 }
 
 void Depot::alarmDelAll() {
@@ -67,7 +68,7 @@ void Depot::alarmDelAll() {
 }
 
 Zel::Ptr<Depot::ZelAlarm> Depot::newAlarm(const Alarm& alarm) {
-  return Zel::keyedNew(alarm_, alarm.sensor(), alarm);
+  return Zel::keyedNew<Attr::alarm>(*this, alarm_, alarm.sensor(), alarm);
 }
 
 void Depot::alarmNotify(Zel::String8 sensor) {

@@ -64,15 +64,15 @@ void Order::urgencyIs(Urgency urgency) {
 unsigned Order::item(Zel::String8 sku) const { return Zel::keyedRead(*this, item_, sku); }
 
 void Order::itemIs(Zel::String8 sku, unsigned pieces) {
-  Zel::keyedIs<&Order::newItem, &Order::itemNotify>(*this, item_, sku, pieces);
+  Zel::keyedIs<Attr::item, &Order::newItem, &Order::itemNotify>(*this, item_, sku, pieces);
 }
 
 unsigned Order::itemDel(Zel::String8 sku) {
-  return Zel::keyedDel<&Order::itemNotify>(*this, item_, sku);
+  return Zel::keyedDel<Attr::item, &Order::itemNotify>(*this, item_, sku);
 }
 
 unsigned Order::itemDel(ItemMap::Iterator& at) {
-  return Zel::keyedDel<&Order::itemNotify>(*this, item_, at);
+  return Zel::keyedDel<Attr::item, &Order::itemNotify>(*this, item_, at);
 }
 
 void Order::itemDelAll() {
@@ -80,7 +80,7 @@ void Order::itemDelAll() {
 }
 
 Zel::Ptr<Order::ZelItem> Order::newItem(Zel::String8 sku, unsigned pieces) {
-  return Zel::keyedNew(item_, sku, pieces);
+  return Zel::keyedNew<Attr::item>(*this, item_, sku, pieces);
 }
 
 void Order::itemNotify(Zel::String8 sku) {
@@ -123,11 +123,11 @@ Zel::ValidPtr<Order> OrderDir::orderIs(Zel::Name name, Urgency urgency) {
 }
 
 Zel::Ptr<Order> OrderDir::orderDel(Zel::Name name) {
-  return Zel::memberDel<&OrderDir::orderNotify>(*this, order_, name);
+  return Zel::memberDel<Attr::order, &OrderDir::orderNotify>(*this, order_, name);
 }
 
 Zel::Ptr<Order> OrderDir::orderDel(OrderMap::Iterator& at) {
-  return Zel::memberDel<&OrderDir::orderNotify>(*this, order_, at);
+  return Zel::memberDel<Attr::order, &OrderDir::orderNotify>(*this, order_, at);
 }
 
 void OrderDir::orderDelAll() {

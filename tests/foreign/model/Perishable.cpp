@@ -67,15 +67,16 @@ unsigned Perishable::minShelfLife() const noexcept {
 unsigned Perishable::batch(Zel::String8 name) const { return Zel::keyedRead(*this, batch_, name); }
 
 void Perishable::batchIs(Zel::String8 name, unsigned pieces) {
-  Zel::keyedIs<&Perishable::newBatch, &Perishable::batchNotify>(*this, batch_, name, pieces);
+  Zel::keyedIs<Attr::batch, &Perishable::newBatch, &Perishable::batchNotify>(*this, batch_, name,
+                                                                             pieces);
 }
 
 unsigned Perishable::batchDel(Zel::String8 name) {
-  return Zel::keyedDel<&Perishable::batchNotify>(*this, batch_, name);
+  return Zel::keyedDel<Attr::batch, &Perishable::batchNotify>(*this, batch_, name);
 }
 
 unsigned Perishable::batchDel(BatchMap::Iterator& at) {
-  return Zel::keyedDel<&Perishable::batchNotify>(*this, batch_, at);
+  return Zel::keyedDel<Attr::batch, &Perishable::batchNotify>(*this, batch_, at);
 }
 
 void Perishable::batchDelAll() {
@@ -83,7 +84,7 @@ void Perishable::batchDelAll() {
 }
 
 Zel::Ptr<Perishable::ZelBatch> Perishable::newBatch(Zel::String8 name, unsigned pieces) {
-  return Zel::keyedNew(batch_, name, pieces);
+  return Zel::keyedNew<Attr::batch>(*this, batch_, name, pieces);
 }
 
 void Perishable::batchNotify(Zel::String8 name) {
@@ -143,11 +144,12 @@ Zel::ValidPtr<Perishable> PerishableDir::perishableIs(Zel::String8 sku) {
 }
 
 Zel::Ptr<Perishable> PerishableDir::perishableDel(Zel::String8 sku) {
-  return Zel::memberDel<&PerishableDir::perishableNotify>(*this, perishable_, sku);
+  return Zel::memberDel<Attr::perishable, &PerishableDir::perishableNotify>(*this, perishable_,
+                                                                            sku);
 }
 
 Zel::Ptr<Perishable> PerishableDir::perishableDel(PerishableMap::Iterator& at) {
-  return Zel::memberDel<&PerishableDir::perishableNotify>(*this, perishable_, at);
+  return Zel::memberDel<Attr::perishable, &PerishableDir::perishableNotify>(*this, perishable_, at);
 }
 
 void PerishableDir::perishableDelAll() {

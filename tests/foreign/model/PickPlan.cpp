@@ -52,11 +52,11 @@ Zel::ValidPtr<Tour> PickPlan::tourIs(const TourKey& key) {
 }
 
 Zel::Ptr<Tour> PickPlan::tourDel(const TourKey& key) {
-  return Zel::memberDel<&PickPlan::tourNotify>(*this, tour_, key);
+  return Zel::memberDel<Attr::tour, &PickPlan::tourNotify>(*this, tour_, key);
 }
 
 Zel::Ptr<Tour> PickPlan::tourDel(TourMap::Iterator& at) {
-  return Zel::memberDel<&PickPlan::tourNotify>(*this, tour_, at);
+  return Zel::memberDel<Attr::tour, &PickPlan::tourNotify>(*this, tour_, at);
 }
 
 void PickPlan::tourDelAll() {
@@ -83,15 +83,16 @@ bool PickSet::candidate(const SkuKey& key) const { return Zel::keyedRead(*this, 
 // An owner that is no entity counts nothing, and the notify operation tells nobody: what is left of
 // the steps is a silent write.
 void PickSet::candidateIs(const SkuKey& key, bool value) {
-  Zel::keyedIs<&PickSet::newCandidate, &PickSet::candidateNotify>(*this, candidate_, key, value);
+  Zel::keyedIs<Attr::candidate, &PickSet::newCandidate, &PickSet::candidateNotify>(
+      *this, candidate_, key, value);
 }
 
 bool PickSet::candidateDel(const SkuKey& key) {
-  return Zel::keyedDel<&PickSet::candidateNotify>(*this, candidate_, key);
+  return Zel::keyedDel<Attr::candidate, &PickSet::candidateNotify>(*this, candidate_, key);
 }
 
 bool PickSet::candidateDel(CandidateMap::Iterator& at) {
-  return Zel::keyedDel<&PickSet::candidateNotify>(*this, candidate_, at);
+  return Zel::keyedDel<Attr::candidate, &PickSet::candidateNotify>(*this, candidate_, at);
 }
 
 void PickSet::candidateDelAll() {
@@ -100,7 +101,7 @@ void PickSet::candidateDelAll() {
 }
 
 Zel::Ptr<PickSet::ZelCandidate> PickSet::newCandidate(const SkuKey& key, bool value) {
-  return Zel::keyedNew(candidate_, key, value);
+  return Zel::keyedNew<Attr::candidate>(*this, candidate_, key, value);
 }
 
 void PickSet::candidateNotify(const SkuKey& /*key*/) {}

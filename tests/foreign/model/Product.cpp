@@ -54,15 +54,16 @@ void Product::priceIs(double price) {
 bool Product::supplier(Zel::Name name) const { return Zel::keyedRead(*this, supplier_, name); }
 
 void Product::supplierIs(Zel::Name name, bool value) {
-  Zel::keyedIs<&Product::newSupplier, &Product::supplierNotify>(*this, supplier_, name, value);
+  Zel::keyedIs<Attr::supplier, &Product::newSupplier, &Product::supplierNotify>(*this, supplier_,
+                                                                                name, value);
 }
 
 bool Product::supplierDel(Zel::Name name) {
-  return Zel::keyedDel<&Product::supplierNotify>(*this, supplier_, name);
+  return Zel::keyedDel<Attr::supplier, &Product::supplierNotify>(*this, supplier_, name);
 }
 
 bool Product::supplierDel(SupplierMap::Iterator& at) {
-  return Zel::keyedDel<&Product::supplierNotify>(*this, supplier_, at);
+  return Zel::keyedDel<Attr::supplier, &Product::supplierNotify>(*this, supplier_, at);
 }
 
 void Product::supplierDelAll() {
@@ -70,7 +71,7 @@ void Product::supplierDelAll() {
 }
 
 Zel::Ptr<Product::ZelSupplier> Product::newSupplier(Zel::Name name, bool value) {
-  return Zel::keyedNew(supplier_, name, value);
+  return Zel::keyedNew<Attr::supplier>(*this, supplier_, name, value);
 }
 
 void Product::supplierNotify(Zel::Name name) {
@@ -113,11 +114,11 @@ Zel::ValidPtr<Product> ProductDir::productIs(const SkuKey& key) {
 }
 
 Zel::Ptr<Product> ProductDir::productDel(const SkuKey& key) {
-  return Zel::memberDel<&ProductDir::productNotify>(*this, product_, key);
+  return Zel::memberDel<Attr::product, &ProductDir::productNotify>(*this, product_, key);
 }
 
 Zel::Ptr<Product> ProductDir::productDel(ProductMap::Iterator& at) {
-  return Zel::memberDel<&ProductDir::productNotify>(*this, product_, at);
+  return Zel::memberDel<Attr::product, &ProductDir::productNotify>(*this, product_, at);
 }
 
 void ProductDir::productDelAll() {

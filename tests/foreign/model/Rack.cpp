@@ -85,15 +85,16 @@ void Rack::zoneIs(Zone zone) {
 bool Rack::allowedZone(Zone zone) const { return Zel::keyedRead(*this, allowedZone_, zone); }
 
 void Rack::allowedZoneIs(Zone zone, bool value) {
-  Zel::keyedIs<&Rack::newAllowedZone, &Rack::allowedZoneNotify>(*this, allowedZone_, zone, value);
+  Zel::keyedIs<Attr::allowedZone, &Rack::newAllowedZone, &Rack::allowedZoneNotify>(
+      *this, allowedZone_, zone, value);
 }
 
 bool Rack::allowedZoneDel(Zone zone) {
-  return Zel::keyedDel<&Rack::allowedZoneNotify>(*this, allowedZone_, zone);
+  return Zel::keyedDel<Attr::allowedZone, &Rack::allowedZoneNotify>(*this, allowedZone_, zone);
 }
 
 bool Rack::allowedZoneDel(AllowedZoneMap::Iterator& at) {
-  return Zel::keyedDel<&Rack::allowedZoneNotify>(*this, allowedZone_, at);
+  return Zel::keyedDel<Attr::allowedZone, &Rack::allowedZoneNotify>(*this, allowedZone_, at);
 }
 
 void Rack::allowedZoneDelAll() {
@@ -102,7 +103,7 @@ void Rack::allowedZoneDelAll() {
 }
 
 Zel::Ptr<Rack::ZelAllowedZone> Rack::newAllowedZone(Zone zone, bool value) {
-  return Zel::keyedNew(allowedZone_, zone, value);
+  return Zel::keyedNew<Attr::allowedZone>(*this, allowedZone_, zone, value);
 }
 
 void Rack::allowedZoneNotify(Zone zone) {
@@ -115,16 +116,16 @@ bool Rack::reservation(Zel::String8 customer) const {
 }
 
 void Rack::reservationIs(Zel::String8 customer, bool value) {
-  Zel::keyedIs<&Rack::newReservation, &Rack::reservationNotify>(*this, reservation_, customer,
-                                                                value);
+  Zel::keyedIs<Attr::reservation, &Rack::newReservation, &Rack::reservationNotify>(
+      *this, reservation_, customer, value);
 }
 
 bool Rack::reservationDel(Zel::String8 customer) {
-  return Zel::keyedDel<&Rack::reservationNotify>(*this, reservation_, customer);
+  return Zel::keyedDel<Attr::reservation, &Rack::reservationNotify>(*this, reservation_, customer);
 }
 
 bool Rack::reservationDel(ReservationMap::Iterator& at) {
-  return Zel::keyedDel<&Rack::reservationNotify>(*this, reservation_, at);
+  return Zel::keyedDel<Attr::reservation, &Rack::reservationNotify>(*this, reservation_, at);
 }
 
 void Rack::reservationDelAll() {
@@ -133,7 +134,7 @@ void Rack::reservationDelAll() {
 }
 
 Zel::Ptr<Rack::ZelReservation> Rack::newReservation(Zel::String8 customer, bool value) {
-  return Zel::keyedNew(reservation_, customer, value);
+  return Zel::keyedNew<Attr::reservation>(*this, reservation_, customer, value);
 }
 
 void Rack::reservationNotify(Zel::String8 customer) {
@@ -146,15 +147,15 @@ Zel::String8 Rack::label(Zel::Name language) const {
 }
 
 void Rack::labelIs(Zel::Name language, Zel::String8 text) {
-  Zel::keyedIs<&Rack::newLabel, &Rack::labelNotify>(*this, label_, language, text);
+  Zel::keyedIs<Attr::label, &Rack::newLabel, &Rack::labelNotify>(*this, label_, language, text);
 }
 
 Zel::String8 Rack::labelDel(Zel::Name language) {
-  return Zel::keyedDel<&Rack::labelNotify>(*this, label_, language);
+  return Zel::keyedDel<Attr::label, &Rack::labelNotify>(*this, label_, language);
 }
 
 Zel::String8 Rack::labelDel(LabelMap::Iterator& at) {
-  return Zel::keyedDel<&Rack::labelNotify>(*this, label_, at);
+  return Zel::keyedDel<Attr::label, &Rack::labelNotify>(*this, label_, at);
 }
 
 void Rack::labelDelAll() {
@@ -162,7 +163,7 @@ void Rack::labelDelAll() {
 }
 
 Zel::Ptr<Rack::ZelLabel> Rack::newLabel(Zel::Name language, Zel::String8 text) {
-  return Zel::keyedNew(label_, language, text);
+  return Zel::keyedNew<Attr::label>(*this, label_, language, text);
 }
 
 void Rack::labelNotify(Zel::Name language) {
@@ -177,15 +178,15 @@ void Rack::footprintIs(const Dimensions& footprint) {
 Dimensions Rack::space(Zone zone) const { return Zel::keyedRead(*this, space_, zone); }
 
 void Rack::spaceIs(Zone zone, const Dimensions& free) {
-  Zel::keyedIs<&Rack::newSpace, &Rack::spaceNotify>(*this, space_, zone, free);
+  Zel::keyedIs<Attr::space, &Rack::newSpace, &Rack::spaceNotify>(*this, space_, zone, free);
 }
 
 Dimensions Rack::spaceDel(Zone zone) {
-  return Zel::keyedDel<&Rack::spaceNotify>(*this, space_, zone);
+  return Zel::keyedDel<Attr::space, &Rack::spaceNotify>(*this, space_, zone);
 }
 
 Dimensions Rack::spaceDel(SpaceMap::Iterator& at) {
-  return Zel::keyedDel<&Rack::spaceNotify>(*this, space_, at);
+  return Zel::keyedDel<Attr::space, &Rack::spaceNotify>(*this, space_, at);
 }
 
 void Rack::spaceDelAll() {
@@ -193,7 +194,7 @@ void Rack::spaceDelAll() {
 }
 
 Zel::Ptr<Rack::ZelSpace> Rack::newSpace(Zone zone, const Dimensions& free) {
-  return Zel::keyedNew(space_, zone, free);
+  return Zel::keyedNew<Attr::space>(*this, space_, zone, free);
 }
 
 void Rack::spaceNotify(Zone zone) {
@@ -208,15 +209,15 @@ void Rack::temperatureIs(double temperature) {
 Zel::String8 Rack::note(const double& time) const { return Zel::keyedRead(*this, note_, time); }
 
 void Rack::noteIs(const double& time, Zel::String8 text) {
-  Zel::keyedIs<&Rack::newNote, &Rack::noteNotify>(*this, note_, time, text);
+  Zel::keyedIs<Attr::note, &Rack::newNote, &Rack::noteNotify>(*this, note_, time, text);
 }
 
 Zel::String8 Rack::noteDel(const double& time) {
-  return Zel::keyedDel<&Rack::noteNotify>(*this, note_, time);
+  return Zel::keyedDel<Attr::note, &Rack::noteNotify>(*this, note_, time);
 }
 
 Zel::String8 Rack::noteDel(NoteMap::Iterator& at) {
-  return Zel::keyedDel<&Rack::noteNotify>(*this, note_, at);
+  return Zel::keyedDel<Attr::note, &Rack::noteNotify>(*this, note_, at);
 }
 
 void Rack::noteDelAll() {
@@ -224,7 +225,7 @@ void Rack::noteDelAll() {
 }
 
 Zel::Ptr<Rack::ZelNote> Rack::newNote(const double& time, Zel::String8 text) {
-  return Zel::keyedNew(note_, time, text);
+  return Zel::keyedNew<Attr::note>(*this, note_, time, text);
 }
 
 void Rack::noteNotify(const double& time) {
@@ -234,15 +235,16 @@ void Rack::noteNotify(const double& time) {
 double Rack::reading(const double& time) const { return Zel::keyedRead(*this, reading_, time); }
 
 void Rack::readingIs(const double& time, double temperature) {
-  Zel::keyedIs<&Rack::newReading, &Rack::readingNotify>(*this, reading_, time, temperature);
+  Zel::keyedIs<Attr::reading, &Rack::newReading, &Rack::readingNotify>(*this, reading_, time,
+                                                                       temperature);
 }
 
 double Rack::readingDel(const double& time) {
-  return Zel::keyedDel<&Rack::readingNotify>(*this, reading_, time);
+  return Zel::keyedDel<Attr::reading, &Rack::readingNotify>(*this, reading_, time);
 }
 
 double Rack::readingDel(ReadingMap::Iterator& at) {
-  return Zel::keyedDel<&Rack::readingNotify>(*this, reading_, at);
+  return Zel::keyedDel<Attr::reading, &Rack::readingNotify>(*this, reading_, at);
 }
 
 void Rack::readingDelAll() {
@@ -250,7 +252,7 @@ void Rack::readingDelAll() {
 }
 
 Zel::Ptr<Rack::ZelReading> Rack::newReading(const double& time, double temperature) {
-  return Zel::keyedNew(reading_, time, temperature);
+  return Zel::keyedNew<Attr::reading>(*this, reading_, time, temperature);
 }
 
 void Rack::readingNotify(const double& time) {

@@ -100,15 +100,15 @@ void Tour::completeIs(bool complete) {
 bool Tour::helper(Zel::String8 name) const { return Zel::keyedRead(*this, helper_, name); }
 
 void Tour::helperIs(Zel::String8 name, bool value) {
-  Zel::keyedIs<&Tour::newHelper, &Tour::helperNotify>(*this, helper_, name, value);
+  Zel::keyedIs<Attr::helper, &Tour::newHelper, &Tour::helperNotify>(*this, helper_, name, value);
 }
 
 bool Tour::helperDel(Zel::String8 name) {
-  return Zel::keyedDel<&Tour::helperNotify>(*this, helper_, name);
+  return Zel::keyedDel<Attr::helper, &Tour::helperNotify>(*this, helper_, name);
 }
 
 bool Tour::helperDel(HelperMap::Iterator& at) {
-  return Zel::keyedDel<&Tour::helperNotify>(*this, helper_, at);
+  return Zel::keyedDel<Attr::helper, &Tour::helperNotify>(*this, helper_, at);
 }
 
 void Tour::helperDelAll() {
@@ -116,7 +116,7 @@ void Tour::helperDelAll() {
 }
 
 Zel::Ptr<Tour::ZelHelper> Tour::newHelper(Zel::String8 name, bool value) {
-  return Zel::keyedNew(helper_, name, value);
+  return Zel::keyedNew<Attr::helper>(*this, helper_, name, value);
 }
 
 void Tour::helperNotify(Zel::String8 name) {
@@ -134,11 +134,11 @@ Zel::ValidPtr<Stop> Tour::stopIs(const SkuKey& key) {
 }
 
 Zel::Ptr<Stop> Tour::stopDel(const SkuKey& key) {
-  return Zel::memberDel<&Tour::stopNotify>(*this, stop_, key);
+  return Zel::memberDel<Attr::stop, &Tour::stopNotify>(*this, stop_, key);
 }
 
 Zel::Ptr<Stop> Tour::stopDel(StopMap::Iterator& at) {
-  return Zel::memberDel<&Tour::stopNotify>(*this, stop_, at);
+  return Zel::memberDel<Attr::stop, &Tour::stopNotify>(*this, stop_, at);
 }
 
 void Tour::stopDelAll() {
@@ -160,11 +160,11 @@ Zel::ValidPtr<Mark> Tour::markIs(const SkuKey& key) {
 }
 
 Zel::Ptr<Mark> Tour::markDel(const SkuKey& key) {
-  return Zel::memberDel<&Tour::markNotify>(*this, mark_, key);
+  return Zel::memberDel<Attr::mark, &Tour::markNotify>(*this, mark_, key);
 }
 
 Zel::Ptr<Mark> Tour::markDel(MarkMap::Iterator& at) {
-  return Zel::memberDel<&Tour::markNotify>(*this, mark_, at);
+  return Zel::memberDel<Attr::mark, &Tour::markNotify>(*this, mark_, at);
 }
 
 void Tour::markDelAll() {
