@@ -279,6 +279,7 @@ void Demuxer::createFlowOut(const Ptr<StreamAdapter>& adapter, const ConnectDesc
     for (FlowOut::ZelPendingAbort::IteratorConst at(former->pendingAbort_); at; at.advance()) {
       flowOut->pendingAbortIs(at->zelKey(), at->zelValue());
     }
+    flowOut->openWalk_ = former->openWalk_;
     flowOut->isOfWalk_ = former->isOfWalk_;
     former->isOfWalk_ = false;
     if (former->valueIter() != nullptr) {

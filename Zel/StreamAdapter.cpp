@@ -360,7 +360,7 @@ bool Entity::ZelNboAttrLogSa::isHandlingFlowIn(AttributeId attr) const {
       demuxer != nullptr && (!hasFlag(flagReadOnly) || convertedToWritable(false))
           ? demuxer->flowIn(entityId())
           : nullptr;
-  return flow != nullptr && flow->transaction() == attr;
+  return flow != nullptr && flow->transaction() == attr && flow->passed() != attr;
 }
 
 bool Entity::ZelNboAttrLogSa::prepareImmediateTransmission(AttributeId attr, bool noRoom) {

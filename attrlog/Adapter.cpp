@@ -3,6 +3,7 @@
 #include <Zel/Demuxer>
 #include <Zel/Exception>
 #include <Zel/ZelType>
+#include <attrlog/Finally.h>
 
 namespace Zel {
 
@@ -109,6 +110,36 @@ void AttrLogAdapter::keyOwe(EntityFlowOut& flow, AttributeId attr, const void* k
   if (!flow.dirtyKeys(attr).mark(key, dirty) && root()) {
     root()->coalescedInc();
   }
+}
+
+/// What is owed, made if nothing is; null if the connection has none to give.
+EntityFlowOut* AttrLogAdapter::owedOrMade(AttributeId attr) {
+  EntityFlowOut* const there = owed();
+  return there != nullptr ? there : absorb(attr);
+}
+
+/// What is owed, for a change of an attribute that is held back because it came between the peer's
+/// markers; null if the change stays here for another reason.
+EntityFlowOut* AttrLogAdapter::owedBehind(AttributeId attr) {
+  if (hasFlag(flagSyncFanOut) || isMute() || !nboAttrLogOut() || isGone()) {
+    return nullptr;
+  }
+  return owedOrMade(attr);
+}
+
+/// The change of a key goes behind the peer's end marker, which does not sweep it either.
+void AttrLogAdapter::keyOweBehind(const FlowStep& step, const void* key, bool dirty) {
+  if (EntityFlowOut* const flow = owedBehind(step.row->id)) {
+    keyOwe(*flow, step.row->id, key, dirty);
+  }
+}
+
+/// Whether the peer has not got what is under a key of a collection, and is to get it.
+bool AttrLogAdapter::isOwed(const FlowStep& step, const void* key) const {
+  const EntityFlowOut* const flow = owed();
+  return flow != nullptr && (flow->dirtyKeys(step.row->id).has(key) ||
+                             (flow->attrId() == step.row->id && flow->valueIterKey() != nullptr &&
+                              isSameKey(*step.row->key, flow->valueIterKey(), key)));
 }
 
 /// Whether changes stay here. A member that a walk has not announced again yet is mute; but where

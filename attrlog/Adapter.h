@@ -101,6 +101,10 @@ private:
   /// A change is to go out when its turn has come.
   void valueOwe(EntityFlowOut& flow, const FlowStep& step);
   void keyOwe(EntityFlowOut& flow, AttributeId attr, const void* key, bool dirty);
+  EntityFlowOut* owedOrMade(AttributeId attr);
+  EntityFlowOut* owedBehind(AttributeId attr);
+  void keyOweBehind(const FlowStep& step, const void* key, bool dirty);
+  bool isOwed(const FlowStep& step, const void* key) const;
   bool isGone();
   bool isRefusing() const;
   bool isMute() const;
@@ -121,12 +125,15 @@ private:
   bool serializeTextEntry(const FlowStep& step, const void* key, const String8& text, bool deleted);
   bool textEntryAbsorbed(const FlowStep& step, const void* key,
                          const String8::IteratorConst& position);
+  bool textEntryRestart(EntityFlowOut& flow, const FlowStep& step, const void* key,
+                        const String8::IteratorConst& position, bool deleted);
   void valueEnq(const FlowStep& step, const String8::IteratorConst& position, const void* key);
   void writeDeletion(const FlowStep& step, const void* key);
   void writeText(const FlowStep& step, const void* key, String8::IteratorConst& position);
 
   enum class Walked : std::uint8_t { suspended, stoppedAtLast, ranOut };
   Walked walk(const FlowStep& step, EntityFlowOut* flowOut);
+  void walkMark(const FlowStep& step, EntityFlowOut& flowOut, AttrTransactionType type);
   bool walkEnd(const FlowStep& step, EntityFlowOut& flowOut);
   bool keysWork(const FlowStep& step, EntityFlowOut& flowOut);
   void entrySerialize(const FlowStep& step, const void* key, PtrInterface* entry);
@@ -135,6 +142,7 @@ private:
   void allMark(const FlowStep& step, EntityFlowOut& flowOut);
 
   void childAttach(Entity& child);
+  void deletionForget(AttributeId attr, const void* key, const Entity& child);
   void childAnnounce(const FlowStep& step, const void* key, Entity& child);
   void childGuard(Entity& child);
   static Ptr<PtrInterface> memberTake(Entity& directory, const FlowStep& step, const void* key);
@@ -157,10 +165,12 @@ private:
   void entryApply(const FlowStep& step, const void* key, const void* value);
   void channelModeIs(unsigned mode) const;
 
+  bool isWalkAhead(AttributeId attr) const;
   void textEnd(NboAttrLog::FlowIn& flow);
   void textDrop(NboAttrLog::FlowIn& flow);
   void entriesSweep(const FlowStep& step, AttrTransactionType type);
   void childrenSweep(const FlowStep& step, AttrTransactionType type);
+  bool entrySpare(const FlowStep& step, const CollectionPosition& at);
   void entryDelete(const FlowStep& step, const CollectionPosition& at);
 };
 

@@ -30,6 +30,7 @@ void AttrLogAdapter::zelSerializeChild(AttributeId attr, const void* key, Entity
   }
   if (!active) {
     if (handlingFlowInFor(attr)) {
+      keyOweBehind(collection, key, child != nullptr);
       return;
     }
     active = hasFlag(flagReactorActive);
@@ -45,6 +46,7 @@ void AttrLogAdapter::zelSerializeChild(AttributeId attr, const void* key, Entity
   if (active) {
     if (child != nullptr) {
       childAttach(*child);
+      deletionForget(attr, key, *child);
     }
     return;
   }
@@ -177,6 +179,19 @@ void AttrLogAdapter::childAttach(Entity& child) {
   }
   adapter->flagsIs(flagMember, true);
   adapter->flagsIs(flagChildPending, false);
+}
+
+/// The peer has announced a member under a key whose former member it was still to hear the
+/// deletion of. To the peer they are one: what stands here goes out, if there is anything.
+void AttrLogAdapter::deletionForget(AttributeId attr, const void* key, const Entity& child) {
+  EntityFlowOut* const flow = owed();
+  if (flow == nullptr || !flow->dirtyKeys(attr).isFalse(key)) {
+    return;
+  }
+  flow->dirtyKeys(attr).del(key);
+  if (!FreshMember::is(&child)) {
+    keyOwe(*flow, attr, key, true);
+  }
 }
 
 /// A member has been made where that is refused: until the mirror is repaired, it refuses too.

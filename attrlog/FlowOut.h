@@ -25,6 +25,7 @@ public:
   /// member that is made again meanwhile is another one.
   /// Whether the key was not owed before.
   virtual bool mark(const void* key, bool dirty) = 0;
+  virtual bool has(const void* key) const = 0;
   /// Whether a key is marked with a false.
   virtual bool isFalse(const void* key) const = 0;
   virtual bool del(const void* key) = 0;
@@ -144,6 +145,10 @@ public:
 
   bool mark(const void* at, bool dirty) override {
     return is(*static_cast<const Key*>(at), dirty && !isFalse(at));
+  }
+  bool has(const void* at) const override {
+    const Key& key = *static_cast<const Key*>(at);
+    return key == key ? find(key) != nullptr : unordered_.has_value();
   }
   bool isFalse(const void* key) const override {
     const Entry* const entry = find(*static_cast<const Key*>(key));

@@ -54,7 +54,10 @@ bool AttrLogAdapter::zelSerializeSing(AttributeId attr, const void* key, const v
 
 void AttrLogAdapter::serializeKeyed(const FlowStep& step, const void* key, const void* value,
                                     bool deleted) {
-  if (gate(step) != Gate::pass) {
+  if (const Gate open = gate(step); open != Gate::pass) {
+    if (open == Gate::notDone) {
+      keyOweBehind(step, key, true);
+    }
     return;
   }
   const AttributeId attr = step.row->id;
@@ -95,6 +98,10 @@ void AttrLogAdapter::valueEnq(const FlowStep& step, const TextPosition& position
 bool AttrLogAdapter::serializeTextEntry(const FlowStep& step, const void* key, const String8& text,
                                         bool deleted) {
   if (const Gate open = gate(step); open != Gate::pass) {
+    EntityFlowOut* const behind = open == Gate::notDone ? owedBehind(step.row->id) : nullptr;
+    if (behind != nullptr && !textEntryRestart(*behind, step, key, TextPosition(text), deleted)) {
+      keyOwe(*behind, step.row->id, key, true);
+    }
     return open == Gate::done;
   }
   const AttributeId attr = step.row->id;
@@ -110,20 +117,7 @@ bool AttrLogAdapter::serializeTextEntry(const FlowStep& step, const void* key, c
       needed = bare + sizeof(std::uint32_t) + at.rest().size();
     }
   } else if (flow != nullptr) {
-    if (flow->attrId() == attr && flow->valueIterKey() != nullptr &&
-        isSameKey(*step.row->key, flow->valueIterKey(), key)) {
-      // The text that is under way belongs to this entry: the peer drops what it has of it, and
-      // gets the new one from the start, or hears that the entry has gone.
-      prepareImmediateTransmission(attr, true);
-      flow->pendingAbortIs(attr, true);
-      zelFlowOutValueDeq<TextPosition>(flowOut());
-      if (deleted) {
-        zelHeapFree(*step.row->key, flow->valueIterKey());
-        flow->valueIterKeyIs(nullptr);
-        keyOwe(*flow, attr, key, true);
-      } else {
-        zelFlowOutValueEnq(flowOut(), at);
-      }
+    if (textEntryRestart(*flow, step, key, at, deleted)) {
       return false;
     }
     // The abort of a text that was under way goes before anything else of this collection.
@@ -164,6 +158,28 @@ bool AttrLogAdapter::serializeTextEntry(const FlowStep& step, const void* key, c
       return true;
     }
   }
+}
+
+/// If the text that is under way belongs to this entry, the peer drops what it has of it, and gets
+/// the new one from the start, or hears that the entry has gone. Whether it does.
+bool AttrLogAdapter::textEntryRestart(EntityFlowOut& flow, const FlowStep& step, const void* key,
+                                      const TextPosition& position, bool deleted) {
+  const AttributeId attr = step.row->id;
+  if (flow.attrId() != attr || flow.valueIterKey() == nullptr ||
+      !isSameKey(*step.row->key, flow.valueIterKey(), key)) {
+    return false;
+  }
+  prepareImmediateTransmission(attr, true);
+  flow.pendingAbortIs(attr, true);
+  zelFlowOutValueDeq<TextPosition>(flowOut());
+  if (deleted) {
+    zelHeapFree(*step.row->key, flow.valueIterKey());
+    flow.valueIterKeyIs(nullptr);
+    keyOwe(flow, attr, key, true);
+  } else {
+    zelFlowOutValueEnq(flowOut(), position);
+  }
+  return true;
 }
 
 bool AttrLogAdapter::textEntryAbsorbed(const FlowStep& step, const void* key,

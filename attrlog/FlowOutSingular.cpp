@@ -61,6 +61,11 @@ void AttrLogAdapter::zelOnSingular(AttributeId attr) {
 bool AttrLogAdapter::zelSerializeText(AttributeId attr) {
   const FlowStep& text = step(attr);
   if (const Gate open = gate(text); open != Gate::pass) {
+    EntityFlowOut* const behind = open == Gate::notDone ? owedBehind(attr) : nullptr;
+    if (behind != nullptr && !isScheduled()) {
+      prepareImmediateTransmission(attr, true);
+      valueOwe(*behind, text);
+    }
     return open == Gate::done;
   }
   EntityFlowOut* flow = hasFlag(flagNoFlowOut) ? nullptr : owed();

@@ -80,13 +80,19 @@ void AttrLogAdapter::allMark(const FlowStep& step, EntityFlowOut& flow) {
   }
 }
 
+/// Sends a marker of a walk.
+void AttrLogAdapter::walkMark(const FlowStep& step, EntityFlowOut& flow, AttrTransactionType type) {
+  sendTransactionMarker(step.row->id, type, 0);
+  flow.openWalkIs(type == attrTransactionBegin ? step.row->id : 0);
+}
+
 /// Sends the entries from the bookmark on, or all of them, as far as the run goes.
 AttrLogAdapter::Walked AttrLogAdapter::walk(const FlowStep& step, EntityFlowOut* flow) {
   const AttrRow& row = *step.row;
   const CollectionOps& ops = *row.collection;
   const Ptr<Entity> kept(rawEntity());
   if (flow != nullptr && flow->bookmark() == nullptr) {
-    sendTransactionMarker(row.id, attrTransactionBegin, 0);
+    walkMark(step, *flow, attrTransactionBegin);
   }
   if (flow != nullptr && ops.hasUnorderedKey != nullptr && ops.hasUnorderedKey(rawEntity())) {
     // Among such keys no bookmark can be found again. Each key is marked instead, and the end is
@@ -156,7 +162,7 @@ bool AttrLogAdapter::walkEnd(const FlowStep& step, EntityFlowOut& flow) {
     flow.endDeferredIs(step.row->id);
     return false;
   }
-  sendTransactionMarker(step.row->id, attrTransactionEnd, 0);
+  walkMark(step, flow, attrTransactionEnd);
   flow.bitIs(step, true);
   return keys.empty();
 }
@@ -169,7 +175,7 @@ bool AttrLogAdapter::keysWork(const FlowStep& step, EntityFlowOut& flow) {
   }
   if (!flow.hasBit(step) && flow.endDeferred() != row.id) {
     flow.bitIs(step, true); // the walk has ended by itself
-    sendTransactionMarker(row.id, attrTransactionEnd, 0);
+    walkMark(step, flow, attrTransactionEnd);
   }
   DirtyKeysGeneric& keys = flow.dirtyKeys(row.id);
   while (!keys.empty()) {
@@ -197,7 +203,7 @@ bool AttrLogAdapter::keysWork(const FlowStep& step, EntityFlowOut& flow) {
   }
   if (flow.endDeferred() == row.id && !flow.hasBit(step)) {
     flow.endDeferredIs(0);
-    sendTransactionMarker(row.id, attrTransactionEnd, 0);
+    walkMark(step, flow, attrTransactionEnd);
     flow.bitIs(step, true);
   }
   return true;

@@ -35,8 +35,14 @@ void AttrLogAdapter::handleAttrTransaction(AttributeId attr, AttrTransactionType
   if (at->kind == FlowKind::text && (!flow || flow->aid() != attr)) {
     return;
   }
+  if (flow && type == attrTransactionBegin) {
+    flow->passedIs(isWalkAhead(attr) ? attr : 0);
+  }
   // A sweep may be refused by a guard. The transaction is over all the same.
   const Finally over([&] { ZelNboAttrLogSa::handleAttrTransaction(attr, type, n); });
+  if (flow && flow->passed() == attr && type != attrTransactionAbort) {
+    return;
+  }
   switch (at->kind) {
   case FlowKind::text:
     if (type != attrTransactionBegin) {
@@ -57,6 +63,14 @@ void AttrLogAdapter::handleAttrTransaction(AttributeId attr, AttrTransactionType
   default:
     entriesSweep(*at, type);
   }
+}
+
+/// Whether the peer's walk of a collection has crossed one of this end's. Each would wait for the
+/// other, so that of the end which exports the root goes ahead: the other's is taken without its
+/// markers.
+bool AttrLogAdapter::isWalkAhead(AttributeId attr) const {
+  const EntityFlowOut* const flow = owed();
+  return !hasFlag(flagImported) && flow != nullptr && flow->openWalk() == attr;
 }
 
 namespace {
@@ -105,8 +119,9 @@ void AttrLogAdapter::textDrop(FlowIn& flow) {
   streamDemuxer()->partialTextIs(flow, 0);
 }
 
-/// Marks all entries, or deletes those that are marked still. A deletion changes what is walked, so
-/// the walk is repeated until it has changed nothing.
+/// Marks all entries, or deletes those that are marked still, but for what is owed: the peer cannot
+/// have sent what it has not got. A deletion changes what is walked, so the walk is repeated until
+/// it has changed nothing.
 void AttrLogAdapter::entriesSweep(const FlowStep& step, AttrTransactionType type) {
   if (type == attrTransactionAbort) {
     return;
@@ -121,12 +136,25 @@ void AttrLogAdapter::entriesSweep(const FlowStep& step, AttrTransactionType type
     for (; at && rawEntity() == kept.ptr(); at.advance()) {
       if (type == attrTransactionBegin) {
         at.entry()->zelMarkedForDeletionIs(true);
-      } else if (at.entry()->zelMarkedForDeletion()) {
+      } else if (at.entry()->zelMarkedForDeletion() && !entrySpare(step, at)) {
         deletions.attempt([&] { entryDelete(step, at); });
       }
     }
   } while (version != ops.version(kept.ptr()));
   deletions.done();
+}
+
+/// Whether an entry outlives the sweep because it is owed. Takes the mark off then.
+bool AttrLogAdapter::entrySpare(const FlowStep& step, const CollectionPosition& at) {
+  if (owed() == nullptr) {
+    return false;
+  }
+  ValueSlot key(*step.row->key, [&](void* to) { at.key(to); });
+  if (!isOwed(step, key.at())) {
+    return false;
+  }
+  at.entry()->zelMarkedForDeletionIs(false);
+  return true;
 }
 
 void AttrLogAdapter::entryDelete(const FlowStep& step, const CollectionPosition& at) {
@@ -143,7 +171,8 @@ void AttrLogAdapter::entryDelete(const FlowStep& step, const CollectionPosition&
 }
 
 /// The same for members, whose mark is on their adapters. A member that this connection does not
-/// know was not in the walk. Those that a notifiee makes in answer to the deletions stay.
+/// know was not in the walk, unless it is yet to be announced. Those that a notifiee makes in
+/// answer to the deletions stay.
 void AttrLogAdapter::childrenSweep(const FlowStep& step, AttrTransactionType type) {
   if (type == attrTransactionAbort) {
     return;
@@ -156,7 +185,11 @@ void AttrLogAdapter::childrenSweep(const FlowStep& step, AttrTransactionType typ
     auto* const child = static_cast<Entity*>(at.member());
     const Ptr<ZelNboAttrLogSa> adapter = zelChildAdapter(child);
     if (type == attrTransactionEnd) {
-      if (!adapter || adapter->hasFlag(flagChildPending)) {
+      const auto isOwedHere = [&] {
+        ValueSlot key(*step.row->key, [&](void* to) { at.key(to); });
+        return isOwed(step, key.at());
+      };
+      if (adapter ? adapter->hasFlag(flagChildPending) : !isOwedHere()) {
         swept.emplace_back(child);
       }
     } else if (adapter) {

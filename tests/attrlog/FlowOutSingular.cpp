@@ -126,7 +126,7 @@ TEST_F(FlowOutSingular, WhileSyncModesAreHandedRoundNothingIsTouched) {
   EXPECT_THAT(writer.sent(), IsEmpty());
 }
 
-TEST_F(FlowOutSingular, WhatIsBeingReceivedInATransactionIsNotSent) {
+TEST_F(FlowOutSingular, WhatIsBeingReceivedInATransactionIsNotSentBeforeItsEnd) {
   feed(*writer.connection, marker(writer.adapter->entityId(), Attr::group, 0));
   EXPECT_TRUE(writer.adapter->handlingFlowInFor(Attr::group));
   EXPECT_FALSE(writer.adapter->handlingFlowInFor(Attr::history));
@@ -135,8 +135,9 @@ TEST_F(FlowOutSingular, WhatIsBeingReceivedInATransactionIsNotSent) {
   EXPECT_FALSE(writer.adapter->zelHandleGroupSerializeColl());
   unit->stateIs(active);
   EXPECT_EQ(writer.sent(), Briefs{"262"});
-  EXPECT_FALSE(writer.adapter->flowOut());
   feed(*writer.connection, marker(writer.adapter->entityId(), Attr::group, 2));
+  EXPECT_EQ(writer.sent(), Briefs{"260"}); // behind the end marker
+  EXPECT_FALSE(writer.adapter->flowOut());
   unit->groupIs(key, false);
   EXPECT_EQ(writer.sent(), Briefs{"260"});
 }

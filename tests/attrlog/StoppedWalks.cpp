@@ -87,7 +87,8 @@ TEST_F(StoppedWalks, WaitWhileTheEntityIsNotAnnouncedAgain) {
   goesOn();
 }
 
-TEST_F(StoppedWalks, WaitWhileThePeerSendsTheSameCollection) {
+TEST_F(StoppedWalks, OfAMirrorWaitWhileThePeerSendsTheSameCollection) {
+  writer.adapter->flagsIs(Adapter::flagImported, true);
   const EntityId id = writer.adapter->entityId();
   feed(*writer.connection, marker(id, Attr::reservation, Adapter::attrTransactionBegin));
   idle();
