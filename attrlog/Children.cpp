@@ -152,6 +152,10 @@ void AttrLogAdapter::childAttach(Entity& child) {
     return;
   }
   rootPass(*adapter);
+  if (StreamAdapter* const former = demuxer->adapter(id);
+      former != nullptr && !former->isInTree()) {
+    former->doRemountSelf(nullptr); // of a member that somebody holds still
+  }
   const bool isKnown = demuxer->adapter(adapter->entityId()) == adapter.ptr();
   const bool isSame = isKnown && adapter->entityId() == id;
   // A member that this end announced may have gone here, by a walk that it has crossed or by

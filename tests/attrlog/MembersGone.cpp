@@ -149,6 +149,31 @@ TEST_F(MembersGone, OnAMirrorOneThatIsHeldKeepsItsValuesAndNoMore) {
   EXPECT_EQ(mirrors->status("System")->genId(), 7U);
 }
 
+TEST_F(MembersGone, OneThatAMirrorHadMadeAndHoldsComesBackUnderItsId) {
+  Reader<StatusDir> reader;
+  const Ptr<Status> held = reader.entity->statusIs("System");
+  const EntityId id = Pair::adapterOf(held, reader.connection)->entityId();
+  EXPECT_TRUE(reader.connection->demuxer()->isOwnId(id));
+  reader.entity->statusDel("System");
+  reader.feed(letter(
+      reader.id, 258,
+      [&](Out& out) {
+        out.putString("System");
+        out.putEntityId(id);
+      },
+      Zel::NboAttrLog::childRecordTag));
+  EXPECT_EQ(reader.failure(), "");
+  const Ptr<Status> made = reader.entity->status("System");
+  ASSERT_TRUE(made);
+  EXPECT_FALSE(made == held);
+  EXPECT_EQ(Pair::adapterOf(made, reader.connection)->entityId(), id);
+  EXPECT_FALSE(Pair::adapterOf(held, reader.connection));
+  EXPECT_EQ(reader.connection->demuxer()->adapters(), 2U);
+  reader.feed(letter(id, Status::Attr::genId, [](Out& out) { out.put32(5); }));
+  EXPECT_EQ(made->genId(), 5U);
+  EXPECT_EQ(held->genId(), 0U);
+}
+
 /// A product whose first adapters cannot be made.
 class Stubborn : public Foreign::Product {
 public:
