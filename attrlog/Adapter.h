@@ -141,7 +141,10 @@ private:
   bool textResume(const FlowStep& step, EntityFlowOut& flowOut);
   void allMark(const FlowStep& step, EntityFlowOut& flowOut);
 
-  void childAttach(Entity& child);
+  bool announcesWhole(const FlowStep& step) const;
+  void differenceOwe();
+  void keysOwe(const FlowStep& step, const Entity& fresh);
+  void childAttach(const FlowStep& step, Entity& child);
   void deletionForget(AttributeId attr, const void* key, const Entity& child);
   void childAnnounce(const FlowStep& step, const void* key, Entity& child);
   void childGuard(Entity& child);

@@ -45,7 +45,7 @@ void AttrLogAdapter::zelSerializeChild(AttributeId attr, const void* key, Entity
   const Ptr<Entity> kept(child);
   if (active) {
     if (child != nullptr) {
-      childAttach(*child);
+      childAttach(collection, *child);
       deletionForget(attr, key, *child);
     }
     return;
@@ -87,6 +87,14 @@ void AttrLogAdapter::childAnnounce(const FlowStep& step, const void* key, Entity
           childIs(*this, step, memberFlags(*this), child, 1, channelEntry());
       if (!adapter) {
         return; // the type has no attribute log
+      }
+      if (!announcesWhole(step)) {
+        adapter->flagsIs(flagMember, true);
+        adapter->flagsIs(flagChildPending, false);
+        if (!FreshMember::is(&child) || isScheduled()) {
+          static_cast<AttrLogAdapter&>(*adapter).differenceOwe();
+        }
+        return;
       }
       doFixChildFlags(Ptr<StreamAdapter>(adapter));
       if (syncMode() == syncModeResync || isScheduled()) {
@@ -138,7 +146,7 @@ Ptr<Entity::ZelNboAttrLogSa> AttrLogAdapter::childIs(Entity::ZelNboAttrLogSa& pa
   return adapter;
 }
 
-void AttrLogAdapter::childAttach(Entity& child) {
+void AttrLogAdapter::childAttach(const FlowStep& step, Entity& child) {
   NboAttrLog::In* const in = nboAttrLogOut()->rawReverseLog();
   Demuxer* const demuxer = NboAttrLog::demuxFor(in);
   if (demuxer == nullptr) {
@@ -174,7 +182,9 @@ void AttrLogAdapter::childAttach(Entity& child) {
   if (!isOurs || hasFlag(flagImported)) {
     adapter->doEntityIdIs(id, Ptr<Demuxer>(demuxer), true);
     if (isOurs && !isSame && (!hasFlag(flagReadOnly) || convertedToWritable(false))) {
-      adapter->doThis(); // what went out under the other id has reached nobody
+      // What went out under the other id has reached nobody.
+      announcesWhole(step) ? adapter->doThis()
+                           : static_cast<AttrLogAdapter&>(*adapter).differenceOwe();
     }
   }
   if (!hasUnifiedEntityId()) {
