@@ -6,8 +6,8 @@
  * and names; -DNO_... removes one. The claims are told there too. Each
  * step is atomic, as in a program of one thread; between two of them may lie any others.
  *
- * Bounds: LINKS links, 2 keys, WRITES writes, CUTS cuts, GRANTS withdrawals of a grant. Whatever is left of
- * them may be left out from any moment on.
+ * Bounds: LINKS links, 2 keys, WRITES writes, CUTS cuts, GRANTS withdrawals of a grant, ECHOES questions.
+ * Whatever is left of them may be left out from any moment on.
  * Variants: SOFT: withdrawals take what crosses; OWNERS: any node may be a key's writer.
  */
 #ifndef LINKS
@@ -22,6 +22,9 @@
 #ifndef GRANTS
 #define GRANTS 1
 #endif
+#ifndef ECHOES
+#define ECHOES 0
+#endif
 #define NODES (LINKS + 1)
 #define KEYS 2
 #define ROOM 9 /* records on the way in one direction: more than there ever are */
@@ -34,11 +37,12 @@
 
 /* Claims. A name is a variable that stays 0, so that Spin prints it with a claim that does not hold. */
 hidden byte equal_at_rest, live_at_rest, no_write_lost, fix_only_if_frozen, silent_while_frozen,
-    applied_only_if_writable, one_freeze_at_a_time, thawed_only_if_live, room_is_enough;
+    applied_only_if_writable, one_freeze_at_a_time, thawed_only_if_live, room_is_enough, echo_is_true,
+    echo_is_answered;
 #define CLAIM(name, what) assert(name || (what))
 
-/* Down: BEGIN, SET, FIX (a repair), END, FREEZE, THAW. Up: SET, FROZEN. */
-mtype = { BEGIN, SET, FIX, END, FREEZE, THAW, FROZEN };
+/* Down: BEGIN, SET, FIX (a repair), END, FREEZE, THAW, ECHO. Up: SET, FROZEN, ASK. */
+mtype = { BEGIN, SET, FIX, END, FREEZE, THAW, FROZEN, ASK, ECHO };
 /* How a mirror stands at its exporter, and whether it may write: only while it is THAWED. */
 mtype = { GONE, WALKED, HELD, THAWING, THAWED, FREEZING };
 
@@ -55,8 +59,7 @@ byte walkAt[LINKS];
 byte pending[LINKS];     /* marks: what is pending is sent later, as it stands then, once */
 byte fixes[LINKS];    /* those among them that repair */
 byte before[LINKS];   /* what was pending when the thaw was decided, and still is */
-byte dropped[LINKS];  /* to be sent anew */
-byte counted[LINKS];  /* of which the thaw notifies: a number in the product, here which keys */
+byte counted[LINKS];  /* dropped, and not told yet: a number in the product, here which keys */
 byte rounds[LINKS];
 bit granted[LINKS];
 
@@ -75,6 +78,27 @@ byte owner[KEYS];     /* the one writing side */
 /* For the claims alone: the last write of each key, whose it was, and whether its writer has notified. */
 byte last[KEYS], writer[KEYS];
 bit notified[KEYS];
+
+#if ECHOES > 0
+#define NOBODY 9
+#define CUT BIT(KEYS)
+byte echoes = ECHOES;
+/* The exporter's. */
+bit passed[LINKS];      /* a write of this mirror has been applied here since its last question */
+bit inDoubt[LINKS];     /* what was passed has met a cut, and that is not told yet */
+/* The mirror's: its questions, before and after they were sent. Who asks, 0 the program and else a link
+ * downstream; which question; what the program has been told since. */
+chan asking[LINKS] = [ECHOES] of { byte, byte, bit };
+chan asked[LINKS] = [ECHOES] of { byte, byte, bit };
+byte askBehind[LINKS];  /* what was pending when the last question came, and still is */
+bit told[LINKS];        /* something has gone wrong, and no answer has told the program */
+/* For the claims alone: for each question, the writes that it is about. */
+byte about[ECHOES];
+bit untold[KEYS];       /* no answer has told the writer that something went wrong */
+byte unanswered;
+hidden byte w_, q_;
+hidden byte t_;
+#endif
 
 hidden byte k_, v_, i_;
 hidden mtype m_;
@@ -159,6 +183,9 @@ inline flowUp(l, k) {
   TELL("link %d: mirror sends key %d = %d\n", l, k, VALUE(MIRROR(l), k));
   pendingUp[l] = pendingUp[l] & ~BIT(k);
   sayUp(l, SET, k, VALUE(MIRROR(l), k))
+#if ECHOES > 0
+  ; askBehind[l] = askBehind[l] & ~BIT(k)
+#endif
 }
 
 /* -- Freeze, frozen, thaw ---------------------------------------------------------------------- */
@@ -221,13 +248,6 @@ inline freezeDownstream(n, soft) {
 
 inline decide(l) {
   TELL("link %d: thaw decided\n", l);
-#ifdef NO_WAIT
-  if
-  :: stand[l] == FREEZING ->
-     pending[l] = pending[l] | dropped[l]; fixes[l] = fixes[l] | dropped[l]; dropped[l] = 0
-  :: else
-  fi;
-#endif
   stand[l] = THAWING;
 #ifndef NO_THAW_BEHIND
   before[l] = pending[l];
@@ -252,13 +272,13 @@ inline store(n, k, v, fix, link) {
   if :: VALUE(n, k) != v -> VALUE(n, k) = v; spreadDown(n, k, fix, link) :: else fi
 }
 
-inline notifyThaw(l, keys) {
+/* Rule 11, count: a mirror is told that so much has been dropped, by a thaw or by an answer. */
+inline hear(l, keys) {
   if :: HAS(keys, 0) && writer[0] == MIRROR(l) -> notified[0] = 1 :: else fi;
   if :: HAS(keys, 1) && writer[1] == MIRROR(l) -> notified[1] = 1 :: else fi;
 #if LINKS > 1 && !defined(NO_COUNT_DOWN)
-  /* Rule 11, count: those downstream are notified as well. */
   if
-  :: (l) == 0 ->
+  :: (l) == 0 -> /* and those downstream are */
      if :: stand[1] != GONE -> counted[1] = counted[1] | (keys) :: else fi;
 #if LINKS > 2
      if :: stand[2] != GONE -> counted[2] = counted[2] | (keys) :: else fi
@@ -268,7 +288,137 @@ inline notifyThaw(l, keys) {
 #else
   skip
 #endif
+#if ECHOES > 0
+  ; if :: (keys) != 0 -> tell(l) :: else fi
+#endif
 }
+
+#if ECHOES > 0
+/* -- Rule 23, answer from the owner ------------------------------------------------------------- */
+
+/* The program is told by the answers to its questions under way, or to the next. */
+inline tell(l) {
+#ifndef NO_TOLD
+  told[l] = 1;
+  for (i_ : 1 .. len(asking[l])) { asking[l]?w_, q_, t_; asking[l]!w_, q_, (w_ == 0 || t_) }
+  for (i_ : 1 .. len(asked[l])) { asked[l]?w_, q_, t_; asked[l]!w_, q_, (w_ == 0 || t_) }
+  w_ = 0; q_ = 0; t_ = 0; i_ = 0
+#else
+  skip
+#endif
+}
+
+/* The program's question is answered. */
+inline answered(n, q, bad) {
+  TELL("node %d: question %d is answered %d\n", n, q, bad);
+  unanswered--;
+  CLAIM(echo_is_true, (bad) || !HAS(about[q], 0) || VALUE(0, 0) == last[0]);
+  CLAIM(echo_is_true, (bad) || !HAS(about[q], 1) || VALUE(0, 1) == last[1]);
+  about[q] = 0;
+  if :: (bad) -> told[(n) - 1] = 0 :: else fi;
+  if :: (bad) && writer[0] == n -> untold[0] = 0 :: else fi;
+  if :: (bad) && writer[1] == n -> untold[1] = 0 :: else fi
+}
+
+inline answerDown(l, q) {
+  sayDown(l, ECHO, q, counted[l] | (inDoubt[l] * CUT));
+  counted[l] = 0; inDoubt[l] = 0
+}
+
+inline ask(link, who, question) {
+  asking[link]!who, question, ((who) == 0 && told[link]);
+  askBehind[link] = pendingUp[link]
+}
+
+#ifdef NO_ASK_BEHIND
+#define CAN_ASK(l) (len(asking[l]) > 0)
+#else
+#define CAN_ASK(l) (len(asking[l]) > 0 && askBehind[l] == 0)
+#endif
+inline flowAsk(l) {
+  asking[l]?w_, q_, t_;
+  asked[l]!w_, q_, t_;
+  sayUp(l, ASK, q_, 0);
+  w_ = 0; q_ = 0; t_ = 0
+}
+
+/* A question from link l has come to its exporter. */
+inline askRead(l, q) {
+  passed[l] = 0;
+  if
+#ifdef NO_OWNER
+  :: 1 -> answerDown(l, q)
+#else
+  :: EXPORTER(l) == 0 -> answerDown(l, q)
+  :: EXPORTER(l) != 0 && mirrorUp[0] -> ask(0, l, q)
+  :: EXPORTER(l) != 0 && !mirrorUp[0] -> inDoubt[l] = 1; answerDown(l, q)
+#endif
+  fi
+}
+
+/* An answer has come to the mirror. */
+inline echoRead(l, q, bad) {
+  hear(l, (bad) & (CUT - 1));
+  if :: (bad) & CUT -> tell(l) :: else fi;
+  asked[l]?w_, q_, t_;
+  if
+  :: w_ == 0 -> answered(MIRROR(l), q, (t_ || (bad) != 0))
+#if LINKS > 1
+  :: w_ == 1 -> answerDown(1, q)
+#endif
+#if LINKS > 2
+  :: w_ == 2 -> answerDown(2, q)
+#endif
+  :: else
+  fi;
+  w_ = 0; q_ = 0; t_ = 0
+}
+
+/* The connection upstream has gone. */
+inline refuseAnswer(l) {
+  if
+  :: w_ == 0 -> answered(MIRROR(l), q_, 1)
+#if LINKS > 1
+  :: w_ == 1 -> inDoubt[1] = 1; passed[1] = 0; answerDown(1, q_)
+#endif
+#if LINKS > 2
+  :: w_ == 2 -> inDoubt[2] = 1; passed[2] = 0; answerDown(2, q_)
+#endif
+  :: else
+  fi
+}
+inline doubt(l) {
+#ifndef NO_DOUBT
+  if :: passed[l] -> inDoubt[l] = 1; passed[l] = 0 :: else fi
+#else
+  skip
+#endif
+}
+inline doubtAnswers(l) {
+  do :: len(asked[l]) > 0 -> asked[l]?w_, q_, t_; refuseAnswer(l) :: else -> break od;
+  do :: len(asking[l]) > 0 -> asking[l]?w_, q_, t_; refuseAnswer(l) :: else -> break od;
+  w_ = 0; q_ = 0; t_ = 0;
+  askBehind[l] = 0; told[l] = 0;
+  if :: writer[0] == MIRROR(l) -> untold[0] = 0 :: else fi;
+  if :: writer[1] == MIRROR(l) -> untold[1] = 0 :: else fi;
+#if LINKS > 1
+  if :: (l) == 0 -> doubt(1) :: else fi;
+#endif
+#if LINKS > 2
+  if :: (l) == 0 -> doubt(2) :: else fi
+#else
+  skip
+#endif
+}
+
+/* The connection from downstream has gone: nobody waits for these answers. */
+inline forgetQuestions(l) {
+  passed[l] = 0; inDoubt[l] = 0;
+  for (i_ : 1 .. len(asking[0])) { asking[0]?w_, q_, t_; asking[0]!(w_ == l && w_ != 0 -> NOBODY : w_), q_, t_ }
+  for (i_ : 1 .. len(asked[0])) { asked[0]?w_, q_, t_; asked[0]!(w_ == l && w_ != 0 -> NOBODY : w_), q_, t_ }
+  w_ = 0; q_ = 0; t_ = 0; i_ = 0
+}
+#endif
 
 inline fromExporter(l) {
   down[l]?m_, k_, v_;
@@ -298,12 +448,30 @@ inline fromExporter(l) {
   :: m_ == THAW ->
      CLAIM(thawed_only_if_live, live[l] && !answers[l] && v_ == round[l]);
      frozen[l] = 0;
-     notifyThaw(l, k_)
+     hear(l, k_)
+#if ECHOES > 0
+  :: m_ == ECHO -> echoRead(l, k_, v_)
+#endif
   fi;
   m_ = 0; k_ = 0; v_ = 0; fix_ = 0
 }
 
 /* -- Records that come up ---------------------------------------------------------------------- */
+
+#define IS_ON(l, k) (HAS(pendingUp[l], k) || up[l]??[SET, eval(k), _])
+#if LINKS == 1
+#define IS_UNDER_WAY(k) IS_ON(0, k)
+#elif LINKS == 2
+#define IS_UNDER_WAY(k) (IS_ON(0, k) || IS_ON(1, k))
+#else
+#define IS_UNDER_WAY(k) (IS_ON(0, k) || IS_ON(1, k) || IS_ON(2, k))
+#endif
+#if ECHOES > 0
+inline notAbout(k) { for (i_ : 0 .. ECHOES - 1) { about[i_] = about[i_] & ~BIT(k) } i_ = 0 }
+#else
+#define notAbout(k) skip
+#endif
+#define COMES_DOWN(k) (HAS(pending[0], k) || down[0]??[SET, eval(k), _] || down[0]??[FIX, eval(k), _])
 
 inline apply(l) {
   if
@@ -311,7 +479,17 @@ inline apply(l) {
      VALUE(EXPORTER(l), k_) = v_;
      spreadUp(EXPORTER(l), k_);
      spreadDown(EXPORTER(l), k_, 0, l)
-  :: else
+#if ECHOES > 0
+     ; passed[l] = EXPORTER(l) != 0
+#endif
+  :: else ->
+     /* It changes nothing here, and goes no further. What the original has written meanwhile comes here
+      * behind it, and so is the later write. */
+     if
+     :: (l) > 0 && v_ == last[k_] && !IS_UNDER_WAY(k_) && !broken[0] && COMES_DOWN(k_) ->
+        last[k_] = VALUE(0, k_); writer[k_] = 0; notAbout(k_)
+     :: else
+     fi
   fi
 }
 
@@ -333,22 +511,26 @@ inline fromMirror(l) {
   if
   :: m_ == FROZEN ->
      CLAIM(one_freeze_at_a_time, stand[l] == FREEZING && v_ == rounds[l]);
-     stand[l] = HELD;
-#ifndef NO_RESEND
-     pending[l] = pending[l] | dropped[l]; /* Rule 7, resend */
-     fixes[l] = fixes[l] | dropped[l];
-#endif
-     dropped[l] = 0
+     stand[l] = HELD
   :: m_ == SET && TAKEN(l) ->
-#ifndef SOFT
+#ifdef SOFT
+     CLAIM(applied_only_if_writable, EXPORTER(l) == 0 || !frozen[EXPORTER(l) - 1] || stand[l] == FREEZING);
+     CLAIM(applied_only_if_writable, EXPORTER(l) == 0 || live[EXPORTER(l) - 1]);
+#else
      CLAIM(applied_only_if_writable, EXPORTER(l) == 0 || !frozen[EXPORTER(l) - 1]);
 #endif
      apply(l)
   :: m_ == SET && !TAKEN(l) ->
      CLAIM(silent_while_frozen, stand[l] == FREEZING);
-     dropped[l] = dropped[l] | BIT(k_); /* Rule 5, drop */
+     /* Rule 5, drop. */
 #ifndef NO_COUNT
-     counted[l] = counted[l] | BIT(k_)  /* Rule 11, count */
+     counted[l] = counted[l] | BIT(k_); /* Rule 11, count */
+#endif
+#ifndef NO_RESEND
+     markDown(l, k_, 1) /* Rule 7, resend */
+#endif
+#if ECHOES > 0
+  :: m_ == ASK -> askRead(l, k_)
 #endif
   fi;
   m_ = 0; k_ = 0; v_ = 0
@@ -406,39 +588,37 @@ inline exporterLearns(l) { /* that the connection has gone; what it has not read
   TELL("link %d: exporter learns of the cut\n", l);
   do :: len(up[l]) > 0 -> up[l]?_, _, _ :: else -> break od;
   exporterUp[l] = 0; stand[l] = GONE; walkAt[l] = 0;
-  pending[l] = 0; fixes[l] = 0; before[l] = 0; dropped[l] = 0; counted[l] = 0; rounds[l] = 0
+  pending[l] = 0; fixes[l] = 0; before[l] = 0; counted[l] = 0; rounds[l] = 0
 #ifdef SOFT
   ; takes[l] = 0
 #endif
 #if defined(NO_FREEZE_FIRST) || defined(NO_DROP_AT_DECISION)
   ; unsaid[l] = 0
 #endif
+#if ECHOES > 0
+  ; forgetQuestions(l)
+#endif
 }
 
-#define IS_ON(l, k) (HAS(pendingUp[l], k) || up[l]??[SET, k, _])
-#if LINKS == 1
-#define IS_UNDER_WAY(k) IS_ON(0, k)
-#elif LINKS == 2
-#define IS_UNDER_WAY(k) (IS_ON(0, k) || IS_ON(1, k))
-#else
-#define IS_UNDER_WAY(k) (IS_ON(0, k) || IS_ON(1, k) || IS_ON(2, k))
-#endif
 /* Whose mount goes stale before the write has come to the root's owner has notified. */
-inline inDoubt(l, k) {
+inline doubtful(l, k) {
   if :: writer[k] > (l) && (VALUE(0, k) != last[k] || IS_UNDER_WAY(k)) -> notified[k] = 1 :: else fi
 }
 
 inline mirrorLearns(l) {
   TELL("link %d: mirror learns of the cut\n", l);
   do :: len(down[l]) > 0 -> down[l]?_, _, _ :: else -> break od;
-  inDoubt(l, 0);
-  inDoubt(l, 1);
+  doubtful(l, 0);
+  doubtful(l, 1);
   mirrorUp[l] = 0; live[l] = 0; answers[l] = 0; round[l] = 0; marked[l] = 0; pendingUp[l] = 0;
 #ifndef NO_FROZEN_WHEN_STALE
   frozen[l] = 1; /* Rule 2, frozen unless thawed */
 #endif
 #ifndef NO_FREEZE_AT_CUT
   freezeDownstream(MIRROR(l), 0) /* Rule 9, freeze downstream */
+#endif
+#if ECHOES > 0
+  ; doubtAnswers(l)
 #endif
 }
 
@@ -510,9 +690,23 @@ inline write(n, k, v) {
   writes--;
   VALUE(n, k) = v;
   last[k] = v; writer[k] = n; notified[k] = 0;
+#if ECHOES > 0
+  untold[k] = 1;
+  notAbout(k);
+#endif
   spreadUp(n, k);
   spreadDown(n, k, 0, 9)
 }
+
+#if ECHOES > 0
+inline askHere(n) {
+  echoes--;
+  TELL("node %d asks %d\n", n, echoes);
+  unanswered++;
+  about[echoes] = (writer[0] == n && untold[0]) | ((writer[1] == n && untold[1]) << 1);
+  ask((n) - 1, 0, echoes)
+}
+#endif
 
 inline withdraw(l) {
   TELL("link %d: grant withdrawn\n", l);
@@ -539,6 +733,9 @@ proctype Program(byte n) {
   :: d_step { MAY_WRITE(n, 1) -> write(n, 1, next); next++ }
   :: d_step { MAY_WRITE(n, 0) && VALUE(n, 0) != 0 -> write(n, 0, 0) }
   :: d_step { MAY_WRITE(n, 1) && VALUE(n, 1) != 0 -> write(n, 1, 0) }
+#if ECHOES > 0
+  :: d_step { echoes > 0 && n > 0 && mirrorUp[n - 1] -> askHere(n) }
+#endif
   od
 }
 
@@ -571,6 +768,9 @@ proctype Mirror(byte l) {
   :: d_step { CAN_ANSWER(l) -> answer(l) }
   :: d_step { HAS(pendingUp[l], 0) -> flowUp(l, 0) }
   :: d_step { HAS(pendingUp[l], 1) -> flowUp(l, 1) }
+#if ECHOES > 0
+  :: d_step { CAN_ASK(l) -> flowAsk(l) }
+#endif
   :: d_step { cuts > 0 && !broken[l] -> cut(l) }
   :: d_step { mirrorUp[l] && broken[l] -> mirrorLearns(l) }
   :: d_step { CAN_CONNECT(l) -> connect(l) }
@@ -581,7 +781,13 @@ proctype Mirror(byte l) {
 
 /* Whatever is left of the bounds may be left out from any moment on: what is claimed of rest is claimed of
  * each moment at which writes and faults may end. */
-proctype Calm() { d_step { writes = 0; cuts = 0; grants = 0 } }
+proctype Calm() {
+#if ECHOES > 0
+  d_step { writes = 0; cuts = 0; grants = 0; echoes = 0 }
+#else
+  d_step { writes = 0; cuts = 0; grants = 0 }
+#endif
+}
 
 inline atRest() {
   for (i_ : 0 .. LINKS - 1) {
@@ -590,6 +796,9 @@ inline atRest() {
   }
   CLAIM(no_write_lost, VALUE(0, 0) == last[0] || notified[0]);
   CLAIM(no_write_lost, VALUE(0, 1) == last[1] || notified[1]);
+#if ECHOES > 0
+  CLAIM(echo_is_answered, unanswered == 0);
+#endif
 #if defined(SOFT) && CUTS == 0
   CLAIM(no_write_lost, !notified[0] && !notified[1]);
 #endif

@@ -6,7 +6,8 @@
  * in README.md, by the same numbers and names; -DNO_... removes a rule.
  *
  * Bounds: WRITES operations (make, delete, set, put an entry, erase it) at either end, CUTS cuts, GRANTS
- * withdrawals; WINDOW records of the log on the way in one direction, others wait. Who makes and deletes, who sets and who puts are drawn apart: each either end.
+ * withdrawals; WINDOW records of the log on the way in one direction, others wait. Who makes and deletes,
+ * who sets and who puts are drawn apart: each either end. Variant: SOFT: withdrawals take what crosses.
  */
 #ifndef WRITES
 #define WRITES 3
@@ -59,7 +60,6 @@ mtype stand;
 byte walkAt;
 bit granted;
 bit beforeKey, beforeAttr, beforeEntry, beforeWalk; /* when the thaw was decided, and still */
-bit droppedKey, droppedAttr, droppedEntry;
 
 /* The mirror's. */
 bit live, frozen, answers;
@@ -97,7 +97,7 @@ inline forget(s) { /* the adapter goes: nothing of the member is pending */
   marked[s] = 0;
   if
   :: s == EXPORTER ->
-     beforeAttr = 0; beforeEntry = 0; beforeWalk = 0; droppedAttr = 0; droppedEntry = 0
+     beforeAttr = 0; beforeEntry = 0; beforeWalk = 0
   :: else
   fi
 }
@@ -186,9 +186,19 @@ inline flowWalk(s) {
 
 /* -- Freeze, frozen, thaw: rules 4 to 8, as in chain.pml --------------------------------------- */
 
+#ifdef SOFT /* Rule 12, soft */
+#define TAKEN (stand == THAWED || stand == FREEZING)
+#define HAS_TAKEN (stand != THAWED && stand != THAWING && stand != FREEZING)
+#else
+#define TAKEN (stand == THAWED)
+#define HAS_TAKEN (stand != THAWED && stand != THAWING)
+#endif
 inline freeze() {
   if
-  :: stand == THAWED -> stand = FREEZING; isOpen[EXPORTER] = 0; say(EXPORTER, FREEZE, 0, 0)
+  :: stand == THAWED ->
+     stand = FREEZING;
+     if :: !TAKEN -> isOpen[EXPORTER] = 0 :: else fi;
+     say(EXPORTER, FREEZE, 0, 0)
   :: stand == THAWING -> stand = HELD
   :: else
   fi
@@ -208,30 +218,21 @@ inline thawIf(s) {
   :: else
   fi
 }
-inline drop() { /* Rule 5, drop. What is for an unknown id is remembered by its key: the announcement was dropped too. */
+/* Rules 5 and 7, drop and resend: the key as it stands, a member whole. What is for an unknown id belongs to a key
+ * that is sent anew: its announcement was dropped too. */
+inline drop() {
   TELL("dropped\n");
   CLAIM(silent_while_frozen, stand == FREEZING);
   if
   :: m_ == ANNOUNCE || m_ == DELETE ->
      notified = 1; /* Rule 11, count */
 #ifndef NO_KEY_DROPPED
-     droppedKey = 1
+     pendingKey[EXPORTER] = 1
 #endif
-  :: m_ == SET && i_ == id[EXPORTER] -> droppedAttr = 1
-  :: (m_ == PUT || m_ == ERASE || m_ == SWEEP) && i_ == id[EXPORTER] -> droppedEntry = 1
+  :: m_ == SET && i_ == id[EXPORTER] -> pendingAttr[EXPORTER] = 1
+  :: (m_ == PUT || m_ == ERASE || m_ == SWEEP) && i_ == id[EXPORTER] -> pendingEntry[EXPORTER] = 1
   :: else
   fi
-}
-inline resend() { /* Rule 7, resend: the key as it stands, a member whole */
-  stand = HELD;
-  if :: droppedKey -> pendingKey[EXPORTER] = 1 :: else fi;
-  if
-  :: there[EXPORTER] && id[EXPORTER] != 0 ->
-     if :: droppedAttr -> pendingAttr[EXPORTER] = 1 :: else fi;
-     if :: droppedEntry -> pendingEntry[EXPORTER] = 1 :: else fi
-  :: else
-  fi;
-  droppedKey = 0; droppedAttr = 0; droppedEntry = 0
 }
 
 /* -- What comes is applied --------------------------------------------------------------------- */
@@ -311,8 +312,8 @@ inline fromMirror() {
   sent[MIRROR]?m_, i_, v_;
   TELL("exporter reads %e %d %d\n", m_, i_, v_);
   if
-  :: m_ == FROZEN -> resend()
-  :: m_ != FROZEN && stand == THAWED -> applyMember(EXPORTER)
+  :: m_ == FROZEN -> stand = HELD
+  :: m_ != FROZEN && TAKEN -> applyMember(EXPORTER)
   :: else -> drop()
   fi;
   m_ = 0; i_ = 0; v_ = 0
@@ -346,7 +347,7 @@ inline down(s) {
 }
 inline exporterLearns() {
   down(EXPORTER);
-  stand = GONE; walkAt = 0; beforeKey = 0; droppedKey = 0
+  stand = GONE; walkAt = 0; beforeKey = 0
 }
 #define IS_UNDER_WAY (pendingKey[MIRROR] || sent[MIRROR]??[ANNOUNCE, _, _] || sent[MIRROR]??[DELETE, _, _])
 inline mirrorLearns() {
@@ -367,7 +368,7 @@ inline connect() {
 
 #define MAY(s, owner) \
   (writes > 0 && (s == EXPORTER || !frozen) && \
-   (owner == s || (s == EXPORTER && stand != THAWED && stand != THAWING)))
+   (owner == s || (s == EXPORTER && HAS_TAKEN)))
 
 inline writeKey(s, keep) {
   writes--;
@@ -443,6 +444,9 @@ inline atRest() {
   CLAIM(live_at_rest, connected[EXPORTER] && connected[MIRROR] && live && stand == THAWED && !frozen);
   CLAIM(equal_at_rest, there[0] == there[1] && attr[0] == attr[1] && entry[0] == entry[1]);
   CLAIM(equal_at_rest, id[0] == id[1]);
+#if defined(SOFT) && CUTS == 0
+  CLAIM(no_write_lost, !notified);
+#endif
   CLAIM(no_write_lost, there[0] == lastKey || notified)
 }
 

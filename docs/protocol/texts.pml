@@ -3,7 +3,7 @@
  * of is here for the claim alone that no texts are joined.
  *
  * Rules and claims are told in README.md, by the same numbers and names; -DNO_... removes a rule.
- * Bounds: WRITES writes at either end, CUTS cuts, GRANTS withdrawals.
+ * Bounds: WRITES writes at either end, CUTS cuts, GRANTS withdrawals. Variant: SOFT: withdrawals take what crosses.
  */
 #ifndef WRITES
 #define WRITES 3
@@ -47,7 +47,7 @@ bit broken;
 
 mtype stand;
 bit granted;
-byte before, dropped;
+byte before;
 bit live, frozen, answers;
 
 byte writes = WRITES, cuts = CUTS, grants = GRANTS, next = 1;
@@ -104,12 +104,27 @@ inline abort(s, k) { say(s, ABORT, k, 0); aborts[s] = aborts[s] & ~BIT(k) }
 
 /* -- Freeze, frozen, thaw: rules 4 to 8, as in chain.pml --------------------------------------- */
 
+#ifdef SOFT /* Rule 12, soft */
+#define TAKEN (stand == THAWED || stand == FREEZING)
+#define HAS_TAKEN (stand != THAWED && stand != THAWING && stand != FREEZING)
+#else
+#define TAKEN (stand == THAWED)
+#define HAS_TAKEN (stand != THAWED && stand != THAWING)
+#endif
+#ifdef NO_OPEN
+#define CLOSES 1
+#else
+#define CLOSES (!TAKEN)
+#endif
 inline freeze() {
   if
   :: stand == THAWED ->
      stand = FREEZING;
 #ifndef NO_CLOSE
-     coming[EXPORTER] = NOBODY; part[EXPORTER] = 0; /* Rule 5, drop: what is half here is closed */
+     if
+     :: CLOSES -> coming[EXPORTER] = NOBODY; part[EXPORTER] = 0 /* Rule 5, drop: what is half here is closed */
+     :: else
+     fi;
 #endif
      say(EXPORTER, FREEZE, 0, 0)
   :: stand == THAWING -> stand = HELD; before = 0
@@ -160,11 +175,11 @@ inline fromMirror() {
   sent[MIRROR]?m_, k_, t_;
   TELL("exporter reads %e %d %d\n", m_, k_, t_);
   if
-  :: m_ == FROZEN -> stand = HELD; pending[EXPORTER] = pending[EXPORTER] | dropped; dropped = 0
-  :: m_ != FROZEN && stand == THAWED -> apply(EXPORTER)
+  :: m_ == FROZEN -> stand = HELD
+  :: m_ != FROZEN && TAKEN -> apply(EXPORTER)
   :: else -> /* Rule 5, drop: parts are dropped as they come, before anybody takes them for a text */
      CLAIM(silent_while_frozen, stand == FREEZING);
-     dropped = dropped | BIT(k_)
+     pending[EXPORTER] = pending[EXPORTER] | BIT(k_) /* Rule 7, resend */
   fi;
   m_ = 0; k_ = 0; t_ = 0
 }
@@ -179,7 +194,7 @@ inline down(s) {
 #endif
   connected[s] = 0; pending[s] = 0; going[s] = NOBODY; rest[s] = 0; aborts[s] = 0
 }
-inline exporterLearns() { down(EXPORTER); stand = GONE; before = 0; dropped = 0 }
+inline exporterLearns() { down(EXPORTER); stand = GONE; before = 0 }
 inline mirrorLearns() { down(MIRROR); live = 0; frozen = 1; answers = 0 }
 inline connect() {
   TELL("connected\n");
@@ -193,7 +208,7 @@ inline connect() {
 
 #define MAY(s, k) \
   (writes > 0 && (s == EXPORTER || !frozen) && \
-   (owner[k] == s || (s == EXPORTER && stand != THAWED && stand != THAWING)))
+   (owner[k] == s || (s == EXPORTER && HAS_TAKEN)))
 
 inline write(s, k, long) {
   TELL("end %d writes %d = %d\n", s, k, next * 2 + long);
