@@ -392,6 +392,14 @@ void AttrLogAdapter::childRead(const FlowStep& step, In& in, std::size_t payload
   const std::uint8_t* const idPlace = in.position();
   const EntityId id = in.nextEntityId();
   in.positionIs(idPlace); // the id stays to be read where the member is attached
+  Demuxer* const demuxer = streamDemuxer();
+  if (demuxer != nullptr && !hasFlag(flagImported) && demuxer->hasGiven(id)) {
+    const StreamAdapter* const known = demuxer->adapter(id);
+    if (known == nullptr || !known->isInTree()) {
+      demuxer->refusedInc(); // deleted here meanwhile, as the peer is going to read
+      return;
+    }
+  }
   keyLimit(step, key.at());
   Entity* const entity = rawEntity();
   const Ptr<Entity> keptEntity(entity);
@@ -404,7 +412,6 @@ void AttrLogAdapter::childRead(const FlowStep& step, In& in, std::size_t payload
     reactorActiveIs(true); // the deletion was the echo
   };
   Ptr<Entity> child(static_cast<Entity*>(ops.entry(entity, key.at())));
-  Demuxer* const demuxer = streamDemuxer();
   if (child && demuxer != nullptr && demuxer->checkEphemeralEntityDeletion(child.ptr(), id, true)) {
     remove();
     child = nullptr;

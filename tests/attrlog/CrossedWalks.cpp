@@ -110,6 +110,25 @@ TEST_F(CrossedWalks, ComeToTheirEndThoughTheExportersBeginsAnew) {
   expectEqual();
 }
 
+TEST_F(CrossedWalks, WhatTheExporterHasDeletedMeanwhileStaysSo) {
+  Pair::adapterOf(mirrors, pair.there)->doThis();
+  std::string walk;
+  for (bool more = true; more;) {
+    more = pair.there->service();
+    const std::string bytes = taken(*pair.there);
+    more = more || !bytes.empty();
+    walk += bytes;
+  }
+  dir->statusDel("System"); // and `unit` holds it still
+  dir->statusDel("unit 1");
+  feed(*pair.here, walk);
+  pair.settle();
+  EXPECT_STREQ(pair.here->failure().charPtr(), "");
+  EXPECT_EQ(pair.here->demuxer()->counts().refused, 2U);
+  EXPECT_EQ(dir->statusMap().count(), many - 1);
+  EXPECT_EQ(Zel::stateDigest(*dir), Zel::stateDigest(*mirrors));
+}
+
 /// An exporter in the midst of the walk of a collection, with nobody at the other end.
 struct WalksAhead : testing::Test {
   static IntfId key(unsigned i) { return {0x01020000, i}; }
