@@ -14,7 +14,7 @@ namespace Maintctl {
 
 namespace {
 
-constexpr const char* purpose =
+constexpr const char* summary =
     "Looks at and changes the state of a device's maintenance mode, value by value: in a\n"
     "server, which --socket or MAINTCTL_SOCKET may name, or with --local in an empty tree\n"
     "that lasts as long as the command.";
@@ -259,7 +259,7 @@ std::unique_ptr<Command> commandOf(const std::vector<std::string>& words, Option
             hint(name, commandNames(options.inScript), "there are", "") +
             (nearest(name, commandNames(options.inScript)).empty() ? seeHelp(options, "") : ""));
   }
-  CLI::App app(purpose, options.inScript ? "" : "maintctl");
+  CLI::App app(summary, options.inScript ? "" : "maintctl");
   declareCommon(app, options);
   app.require_subcommand(1);
   app.footer(exitStatus);

@@ -17,9 +17,9 @@ using Zel::AttrRow;
 using Zel::Entity;
 
 /// Writes a line for each member, then one for each value that can be written.
-class Lines : public Visitor {
+class DumpLines : public Visitor {
 public:
-  Lines(std::ostream& out, bool isJson) : out_(out), isJson_(isJson) {}
+  DumpLines(std::ostream& out, bool isJson) : out_(out), isJson_(isJson) {}
 
   bool wants(const AttrRow& row) override { return row.isCollection() || row.write != nullptr; }
 
@@ -85,7 +85,7 @@ void dump(Device& device, std::ostream& out, bool isJson) {
     if (!isJson) {
       out << "\n# " << path << ", " << type << '\n';
     }
-    Lines lines(out, isJson);
+    DumpLines lines(out, isJson);
     walk(*tree.at(path, Purpose::read).owner, path + "/", lines);
   }
 }

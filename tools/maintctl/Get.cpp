@@ -16,9 +16,9 @@ using Zel::AttrRow;
 using Zel::Entity;
 using Zel::ValueSlot;
 
-class Lines : public Visitor {
+class GetLines : public Visitor {
 public:
-  explicit Lines(std::ostream& out) : out_(out) {}
+  explicit GetLines(std::ostream& out) : out_(out) {}
 
   bool wants(const AttrRow& /*row*/) override { return true; }
   void value(const std::string& path, const Zel::ValueRecord& record, const void* value) override {
@@ -97,7 +97,7 @@ private:
   }
 
   static void print(const Target& target, Tree& tree, Context& context) {
-    Lines lines(context.out());
+    GetLines lines(context.out());
     const auto printValue = [&](const Zel::ValueRecord& record, const void* value) {
       context.out() << textForm(record, value) << '\n';
     };

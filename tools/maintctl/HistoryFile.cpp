@@ -18,7 +18,7 @@ std::filesystem::path folderIn(const char* variable) {
   return value != nullptr && *value == '/' ? value : "";
 }
 
-void write(int file, const std::string& text) {
+void append(int file, const std::string& text) {
   // In one piece, as others may add to it; if the disk is full, part of it is lost.
   [[maybe_unused]] const ssize_t written = ::write(file, text.data(), text.size());
 }
@@ -71,7 +71,7 @@ void HistoryFile::add(const std::string& line) {
   struct stat opened = {};
   if (fstat(file, &opened) == 0 && S_ISREG(opened.st_mode)) {
     fchmod(file, 0600); // of one that was there
-    write(file, line + "\n");
+    append(file, line + "\n");
   }
   close(file);
   if (++count_ > 2 * most) {
@@ -89,7 +89,7 @@ void HistoryFile::shorten() {
   if (file < 0) {
     return;
   }
-  write(file, text);
+  append(file, text);
   close(file);
   std::error_code failed;
   std::filesystem::rename(fresh, file_, failed);

@@ -13,17 +13,17 @@ namespace Maintctl {
 
 namespace {
 
-constexpr std::array signals = {SIGINT, SIGQUIT, SIGTSTP, SIGHUP, SIGTERM, SIGWINCH};
+constexpr std::array handled = {SIGINT, SIGQUIT, SIGTSTP, SIGHUP, SIGTERM, SIGWINCH};
 constexpr int noByte = -1;
 constexpr int stopped = -2;
 
 volatile std::sig_atomic_t caught = 0;                // the last one that came
-std::array<struct sigaction, signals.size()> actions; // of the program, outside
+std::array<struct sigaction, handled.size()> actions; // of the program, outside
 
 sigset_t allSignals() {
   sigset_t all;
   sigemptyset(&all);
-  for (const int signal : signals) {
+  for (const int signal : handled) {
     sigaddset(&all, signal);
   }
   return all;
@@ -37,14 +37,14 @@ Keys::Keys(int file, Terminal terminal) : file_(file), terminal_(std::move(termi
   struct sigaction action = {};
   action.sa_handler = [](int signal) { caught = signal; };
   action.sa_mask = all;
-  for (std::size_t at = 0; at < signals.size(); ++at) {
-    sigaction(signals[at], &action, &actions[at]);
+  for (std::size_t at = 0; at < handled.size(); ++at) {
+    sigaction(handled[at], &action, &actions[at]);
   }
 }
 
 Keys::~Keys() {
-  for (std::size_t at = 0; at < signals.size(); ++at) {
-    sigaction(signals[at], &actions[at], nullptr);
+  for (std::size_t at = 0; at < handled.size(); ++at) {
+    sigaction(handled[at], &actions[at], nullptr);
   }
   sigprocmask(SIG_SETMASK, &before_, nullptr);
 }
@@ -55,8 +55,8 @@ void Keys::act(int signal) const {
     terminal_(resized);
     return;
   }
-  for (std::size_t at = 0; at < signals.size(); ++at) {
-    if (signals[at] != signal) {
+  for (std::size_t at = 0; at < handled.size(); ++at) {
+    if (handled[at] != signal) {
       continue;
     }
     terminal_(release);

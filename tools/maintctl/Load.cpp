@@ -15,12 +15,12 @@ namespace Maintctl {
 
 namespace {
 
-constexpr std::string_view blanks = " \t\r";
+constexpr std::string_view separators = " \t\r";
 
 std::string_view trimmed(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(blanks);
+  const std::size_t first = text.find_first_not_of(separators);
   return first == text.npos ? std::string_view()
-                            : text.substr(first, text.find_last_not_of(blanks) + 1 - first);
+                            : text.substr(first, text.find_last_not_of(separators) + 1 - first);
 }
 
 /// Whether what stands behind a path is a list of arguments; else it is one value, blanks and all.
@@ -34,7 +34,7 @@ void apply(Tree& tree, std::string_view line) {
     throw Failure(exitBadValue,
                   "a line begins with a path or, as a comment, with #, got " + printable(line));
   }
-  const std::string_view path = line.substr(0, line.find_first_of(blanks));
+  const std::string_view path = line.substr(0, line.find_first_of(separators));
   const std::string_view rest = trimmed(line.substr(path.size()));
   const Target target = tree.at(std::string(path), Purpose::add);
   std::vector<std::string> arguments;

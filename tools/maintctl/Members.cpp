@@ -8,7 +8,7 @@ namespace Maintctl {
 
 namespace {
 
-constexpr const char* units = "/status";
+constexpr const char* unitsPath = "/status";
 
 } // namespace
 
@@ -20,7 +20,7 @@ std::vector<Member> membersAt(Device& device, const std::vector<std::string>& wo
     if (name.empty()) { // a variable of a script that is not set, perhaps
       throw Failure(exitUsage, "an empty name of a unit, 'ls /status' lists them");
     }
-    const std::string path = name.starts_with('/') ? name : units + ("/" + name);
+    const std::string path = name.starts_with('/') ? name : unitsPath + ("/" + name);
     const Target target = tree.at(path, Purpose::read);
     if (target.kind != Target::entity) {
       throw Failure(exitUsage,
@@ -29,7 +29,7 @@ std::vector<Member> membersAt(Device& device, const std::vector<std::string>& wo
     found.push_back({name, target.path(), target.owner});
   }
   if (words.empty()) {
-    const Target target = tree.at(units, Purpose::read);
+    const Target target = tree.at(unitsPath, Purpose::read);
     if (const Zel::AttrRow* const members = onlyCollection(*target.owner)) {
       for (const Item& item : itemsOf(*target.owner, *members)) {
         const auto entity = Zel::ptrCast<Zel::Entity>(item.held);

@@ -19,7 +19,7 @@ std::string environment(const char* name) {
 
 /// A client goes to the user's own server, if there is one; who serves makes it, but root the
 /// device's.
-std::string nearest(const SocketPlaces& places) {
+std::string present(const SocketPlaces& places) {
   std::error_code none;
   const bool hasOwn = !places.own.empty() && std::filesystem::exists(places.own, none);
   return hasOwn ? places.own : places.system;
@@ -66,7 +66,7 @@ void settleSocket(Options& options, DefaultTree tree, const SocketPlaces& places
   if (!options.socket.empty() || tree == DefaultTree::own) {
     return;
   }
-  options.socket = tree == DefaultTree::served ? fresh(places) : nearest(places);
+  options.socket = tree == DefaultTree::served ? fresh(places) : present(places);
 }
 
 } // namespace Maintctl

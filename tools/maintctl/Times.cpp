@@ -10,8 +10,8 @@ namespace Maintctl {
 
 namespace {
 
-constexpr double first = 1e8;
-constexpr double last = 253402300799; // of the year 9999
+constexpr double firstSecond = 1e8;
+constexpr double lastSecond = 253402300799; // of the year 9999
 
 std::string localText(double seconds, bool hasMillis) {
   const double rounded = hasMillis ? std::round(seconds * 1000) / 1000 : std::floor(seconds);
@@ -34,7 +34,7 @@ std::string localText(double seconds, bool hasMillis) {
 } // namespace
 
 std::string timeText(double seconds) {
-  if (!(seconds >= first && seconds < last)) { // not a number either
+  if (!(seconds >= firstSecond && seconds < lastSecond)) { // not a number either
     return Zel::valueToStrep(seconds).charPtr();
   }
   return localText(seconds, std::round(seconds * 1000) != std::floor(seconds) * 1000);

@@ -21,7 +21,7 @@ using Zel::Name;
 using Zel::TypeTable;
 using Zel::ValueSlot;
 
-std::vector<std::string> namesOf(const std::vector<const AttrRow*>& rows) {
+std::vector<std::string> attributeNames(const std::vector<const AttrRow*>& rows) {
   std::vector<std::string> names;
   names.reserve(rows.size());
   for (const AttrRow* const row : rows) {
@@ -53,7 +53,7 @@ std::vector<std::string> segmentsOf(const std::vector<Item>& items) {
 [[noreturn]] void nothingBelow(const Entity& entity, std::string_view segment) {
   const std::string path = pathOf(entity);
   const std::string lists = "'ls " + path + "' lists what is there";
-  std::vector<std::string> names = namesOf(rowsOf(entity));
+  std::vector<std::string> names = attributeNames(rowsOf(entity));
   const AttrRow* const only = onlyCollection(entity);
   if (only == nullptr) {
     throw Failure(exitNotFound, "no attribute " + printable(segment) + " of " + path +
