@@ -42,10 +42,8 @@ Flags with(Flags flags, unsigned bits) {
 MountPolicy::~MountPolicy() = default;
 bool MountPolicy::mayWrite(const StreamAdapter& /*adapter*/) { return false; }
 void MountPolicy::mounted(const Ptr<Entity::ZelNboAttrLogSa>& /*root*/) {}
-void MountPolicy::diverged(const StreamAdapter& /*adapter*/) {}
 void MountPolicy::resyncing(const Ptr<Entity>& /*entity*/) {}
 void MountPolicy::synced(const Ptr<Entity>& /*entity*/) {}
-void MountPolicy::repaired(const Ptr<Root>& /*root*/) {}
 bool MountPolicy::sessionRecord(In& /*in*/) { return false; }
 
 DirMounts::DirMounts(Ptr<Dir> dir, Flags flags, std::size_t most)
@@ -81,28 +79,13 @@ void Demuxer::close() {
   closed_ = true;
   while (StreamAdapter* const adapter = adapters_.any()) {
     const Ptr<StreamAdapter> kept = reactorDel(adapter->entityId());
-    rootLeave(*kept);
+    if (const Ptr<Root> root = kept->root()) {
+      root->demuxerDel();
+    }
+    kept->doRemountSelf(nullptr);
   }
   while (FlowIn* const flow = flowIns_.any()) {
     flowInFree(*flow);
-  }
-}
-
-/// An adapter that is in no table any more is a guard from now on, or lets its entity go.
-void Demuxer::rootLeave(StreamAdapter& adapter) {
-  const Ptr<Root> root = adapter.root();
-  if (root) {
-    root->demuxerDel();
-  }
-  if (root && root->keepsGuards() && adapter.isInTree()) {
-    // A member that was not announced again yet is not to stay silent.
-    adapter.rawFlagsIs(StreamAdapter::flagChildPending | StreamAdapter::flagMuted |
-                           StreamAdapter::flagReactorActive | StreamAdapter::flagSyncFanOut,
-                       false);
-    adapter.rawFlagsIs(StreamAdapter::flagReadOnly | StreamAdapter::flagStreaming, true);
-    root->guardIs(Ptr<StreamAdapter>(&adapter));
-  } else {
-    adapter.doRemountSelf(nullptr);
   }
 }
 
@@ -116,7 +99,7 @@ void Demuxer::rootDel(Root& root) {
   });
   for (const Ptr<StreamAdapter>& adapter : adapters) {
     if (reactorDel(adapter->entityId())) {
-      rootLeave(*adapter);
+      adapter->doRemountSelf(nullptr);
     }
   }
 }
@@ -140,14 +123,15 @@ Ptr<Entity::ZelNboAttrLogSa> Demuxer::exportIs(const Ptr<Entity>& root, Flags fl
 }
 
 void Demuxer::rootIs(StreamAdapter& adapter, EntityId id, bool isImported) {
-  adapter.root_ = makeObject<Root>(*this, isImported);
-  adapter.root_->entityId_ = id;
-}
-
-void Demuxer::walksTell() {
-  for (const Ptr<Root>& root : std::exchange(untold_, {})) {
-    root->isUntold_ = false;
-    root->tell();
+  const Ptr<Root> root = makeObject<Root>(*this, isImported);
+  root->entityId_ = id;
+  const Ptr<FlowOut> flowOut = adapter.flowOut(); // where a peer announces a root once more
+  if (flowOut && adapter.root_) {
+    adapter.root_->flowGone(*flowOut);
+  }
+  adapter.root_ = root;
+  if (flowOut) {
+    root->flowCome(*flowOut);
   }
 }
 
@@ -219,6 +203,20 @@ Ptr<StreamAdapter> Demuxer::reactorDel(const EntityId& id) {
   return Ptr<StreamAdapter>::adopt(found);
 }
 
+/// Closes what the peer has half sent below a root.
+void Demuxer::flowInsDel(const Root& root) {
+  std::vector<EntityId> ids;
+  flowIns_.forEach([&](const FlowIn& flow) {
+    const StreamAdapter* const adapter = adapters_.find(flow.entityId_);
+    if (adapter != nullptr && adapter->root_.ptr() == &root) {
+      ids.push_back(flow.entityId_);
+    }
+  });
+  for (const EntityId id : ids) {
+    flowInDel(id);
+  }
+}
+
 Ptr<FlowIn> Demuxer::flowInIs(const EntityId& id) {
   if (FlowIn* const there = flowIns_.find(id)) {
     return Ptr<FlowIn>(there);
@@ -275,17 +273,24 @@ void Demuxer::createFlowOut(const Ptr<StreamAdapter>& adapter, const ConnectDesc
     return; // nothing of such an entity flows, and a walk may ask for a million of them
   }
   const Ptr<FlowOut> flowOut = adapter->flowOutIs(adapter->out_, connect, flag, start);
+  if (adapter->root_) {
+    // What a marked flow announces belongs to it.
+    const std::uint32_t mark = adapter->root_->mark_;
+    const bool isOfMarked = running_ != nullptr && running_->isMarked(mark) &&
+                            running_->streamAdapter()->root_ == adapter->root_;
+    flowOut->since_ = isOfMarked ? mark - 1 : mark;
+  }
   if (const Ptr<FlowOut> former = adapter->flowOut()) {
     for (FlowOut::ZelPendingAbort::IteratorConst at(former->pendingAbort_); at; at.advance()) {
       flowOut->pendingAbortIs(at->zelKey(), at->zelValue());
     }
     flowOut->openWalk_ = former->openWalk_;
-    flowOut->isOfWalk_ = former->isOfWalk_;
-    former->isOfWalk_ = false;
+    if (adapter->root_ && former->isMarked(adapter->root_->mark_)) {
+      flowOut->since_ = former->since_;
+    }
     if (former->valueIter() != nullptr) {
       flowOut->pendingAbortIs(former->attrId(), true);
     }
-    flowOut->dataBitIs(FlowOut::dataBitResyncOwed, former->hasDataBit(FlowOut::dataBitResyncOwed));
     for (const FlowStep& step : plan.steps) {
       if (step.startsClean && former->hasBit(step)) {
         flowOut->bitIs(step, true);
@@ -294,9 +299,6 @@ void Demuxer::createFlowOut(const Ptr<StreamAdapter>& adapter, const ConnectDesc
     dequeue(*former);
   } else if (start != attrIdFlowEnd && !flowOut->hasDirtyAttributes()) {
     return;
-  }
-  if (start != attrIdFlowEnd) {
-    flowOut->walkJoin();
   }
   adapter->flowOutSet(flowOut);
   schedule(*flowOut);
@@ -308,6 +310,15 @@ void Demuxer::enqueue(Queue& queue, FlowOut& flowOut) noexcept {
   (queue.tail != nullptr ? queue.tail->next_ : queue.head) = &flowOut;
   queue.tail = &flowOut;
   ++queue.count;
+  enoughSet();
+}
+
+/// Leaves some room to those that are scheduled.
+void Demuxer::enoughSet() noexcept {
+  constexpr std::size_t kept = Out::maxRecordSize + 2 * markerRoom;
+  if (connection_ != nullptr) {
+    connection_->out()->enough_ = scheduled_.head != nullptr ? kept : Out::maxRecordSize;
+  }
 }
 
 void Demuxer::dequeue(FlowOut& flowOut) noexcept {
@@ -319,6 +330,7 @@ void Demuxer::dequeue(FlowOut& flowOut) noexcept {
   (flowOut.next_ != nullptr ? flowOut.next_->previous_ : queue.tail) = flowOut.previous_;
   --queue.count;
   flowOut.isScheduled_ = flowOut.isParked_ = false;
+  enoughSet();
 }
 
 void Demuxer::schedule(FlowOut& flowOut) noexcept {
@@ -340,8 +352,8 @@ bool Demuxer::continueRun(const FlowOut* flowOut) noexcept {
 
 namespace {
 
-/// Whether a flow has sent all that its entity held when it began. A run that stops in the last
-/// attribute is over as well, but has not.
+/// Whether a flow that is over has been through all attributes. A run that stops in the last one is
+/// over as well, but has not.
 bool isOnceThrough(const StreamAdapter& adapter, const FlowOut& flowOut) {
   const auto& steps = static_cast<const Entity::ZelNboAttrLogSa&>(adapter).plan().steps;
   return flowOut.valueIter() == nullptr &&
@@ -349,22 +361,6 @@ bool isOnceThrough(const StreamAdapter& adapter, const FlowOut& flowOut) {
            return !isCollection(step.kind) || flowOut.hasBit(step);
          });
 }
-
-/// Says for its scope whose records the thread applies.
-class Applying {
-public:
-  explicit Applying(const Demuxer* demuxer) noexcept : former_(std::exchange(current, demuxer)) {}
-  ~Applying() { current = former_; }
-  Applying(const Applying&) = delete;
-  Applying& operator=(const Applying&) = delete;
-
-  static constinit thread_local const Demuxer* current;
-
-private:
-  const Demuxer* const former_;
-};
-
-constinit thread_local const Demuxer* Applying::current = nullptr;
 
 /// Says for its scope that records are being applied or written.
 class Serving {
@@ -380,8 +376,6 @@ private:
 
 } // namespace
 
-const Demuxer* Demuxer::applying() noexcept { return Applying::current; }
-
 bool Demuxer::outputWrite(std::size_t budget) {
   if (isServing_) {
     return false;
@@ -389,7 +383,6 @@ bool Demuxer::outputWrite(std::size_t budget) {
   const Serving serving(isServing_);
   const Out& out = *connection_->out();
   const std::uint64_t end = out.bytesWritten() + budget;
-  walksTell();
   while (scheduled_.head != nullptr && hasRoomForStep(out) && out.bytesWritten() < end) {
     run(*scheduled_.head);
   }
@@ -411,21 +404,29 @@ void Demuxer::run(FlowOut& flowOut) {
   runEnd_ = before + runBudget;
   runIsOver_ = false;
   flowOut.isRunning_ = true;
-  flowOut.isFresh_ = false;
+  running_ = &flowOut;
+  const Ptr<Root> root = adapter->root_;
+  if (start == 0 && root) {
+    flowOut.passSince_ = root->mark_;
+    flowOut.isPassWhole_ = true;
+  }
   try {
     next = adapter->handleAttrFlowOut(start);
   } catch (const std::exception& failure) {
     connection_->fail(String8("flow of an entity's attributes ended: ") + failure.what());
   }
   flowOut.isRunning_ = false;
+  running_ = nullptr;
   runIsOver_ = false;
   runEnd_ = ~std::uint64_t{0};
   if (adapter->flowOut() != kept) {
     return; // replaced, or gone with the entity
   }
   flowOut.resumeAt_ = next;
-  if (next == 0 && isOnceThrough(*adapter, flowOut)) {
-    flowOut.walkLeave();
+  if (next == 0 && root && flowOut.isMarked(root->mark_) && flowOut.passSince_ == root->mark_ &&
+      flowOut.isPassWhole_ && isOnceThrough(*adapter, flowOut)) {
+    flowOut.since_ = root->mark_;
+    --root->marked_;
   }
   if (next == 0 && !flowOut.hasDirtyAttributes()) {
     adapter->flowOutSet(nullptr);
@@ -454,7 +455,6 @@ bool Demuxer::inputApply(std::size_t budget) {
     return false;
   }
   const Serving serving(isServing_);
-  const Applying applying(this);
   const Ptr<In> kept = connection_->in();
   In& in = *kept;
   Record record;
@@ -533,6 +533,9 @@ void Demuxer::recordApply(const Record& record, StreamAdapter* known) {
                                    : adapters_.find(header.entityId);
   if (found == nullptr) [[unlikely]] {
     ++counts_.unknownEntities;
+    if (droppingRoots_ != 0) { // it may be of a member whose announcement was dropped
+      ++counts_.dropped;
+    }
     return;
   }
   const Ptr<StreamAdapter> adapter(found);
@@ -547,27 +550,35 @@ void Demuxer::recordApply(const Record& record, StreamAdapter* known) {
     ++counts_.refused;
     return;
   }
-  if (header.attrId == attrIdTransaction) {
+  if (adapter->root_ && !adapter->root_->isInputApplied()) [[unlikely]] {
+    unsoughtApply(record, *adapter);
+  } else if (header.attrId == attrIdTransaction) {
     transactionApply(*adapter);
   } else {
     adapter->handleAttrDeserialization(header.attrId, {}, static_cast<unsigned>(record.payload),
                                        nullptr);
   }
-  if (answering_ != 0) [[unlikely]] {
-    answer(*adapter);
-  }
 }
 
-/// Sends the peer what stands here of what it has written to.
-void Demuxer::answer(StreamAdapter& adapter) {
-  if (!adapter.root_ || !adapter.root_->isAnswering() ||
-      adapter.hasFlag(StreamAdapter::flagImported)) {
+/// A record for a root below which nothing of the peer's is applied. Where it is dropped, what
+/// stands here is pending from now on, to that peer alone.
+void Demuxer::unsoughtApply(const Record& record, StreamAdapter& adapter) {
+  const Ptr<Root> root = adapter.root_;
+  if (root->input() == Root::Input::refused) {
+    ++counts_.refused;
     return;
   }
-  static_cast<Entity::ZelNboAttrLogSa&>(adapter).constructionOwe();
-  if (!adapter.flowOut_ || !adapter.flowOut_->isFresh()) {
-    adapter.doThis();
+  const AttributeId attr = std::abs(record.header.attrId);
+  const auto& plan = static_cast<const Entity::ZelNboAttrLogSa&>(adapter).plan();
+  const bool isOfBase = plan.step(attr) == nullptr && attr != attrIdCompound;
+  if (isOfBase || record.chunkFollows) {
+    return; // a marker, or a part of a text: what it belongs to is dropped with its last part
   }
+  ++counts_.dropped;
+  ++root->dropped_;
+  // The adapter hears of it as of a change here.
+  adapter.handleAttrDeserialization(record.header.attrId, {}, static_cast<unsigned>(record.payload),
+                                    connection_->in());
 }
 
 void Demuxer::transactionApply(StreamAdapter& adapter) {
@@ -577,6 +588,11 @@ void Demuxer::transactionApply(StreamAdapter& adapter) {
   const unsigned n = in.nextU32();
   if (type > StreamAdapter::attrTransactionEnd) {
     throwRangeException("AttrTransactionType");
+  }
+  if (adapter.root_ && adapter.root_->input() == Root::Input::changes &&
+      type != StreamAdapter::attrTransactionAbort) {
+    ++counts_.refused; // who may write only what he changes has nothing to sweep
+    return;
   }
   adapter.handleAttrTransaction(attr, static_cast<StreamAdapter::AttrTransactionType>(type), n);
 }

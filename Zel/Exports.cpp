@@ -47,6 +47,19 @@ Ptr<Entity> Exports::entityDel(const Name& name) {
   return root;
 }
 
+void Exports::writableIs(const Name& name, bool writable, bool isSoft) {
+  const auto at = roots_.find(name);
+  if (at == roots_.end()) {
+    return;
+  }
+  at->second.isWithdrawn = !writable;
+  for (Session* const session : sessions_) {
+    session->writableIs(name, writable, isSoft);
+  }
+}
+
+void Exports::echo(const Session& /*session*/, std::function<void()> answer) const { answer(); }
+
 Access Exports::grant(const Session& /*session*/, const Name& name, Access wanted) const {
   const auto at = roots_.find(name);
   return at != roots_.end() ? std::min(wanted, at->second.most) : accessNone;

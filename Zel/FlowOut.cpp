@@ -6,29 +6,12 @@ namespace Zel::NboAttrLog {
 
 FlowOut::FlowOut(const Ptr<Out>& /*out*/, const Ptr<StreamAdapter>& adapter,
                  const ConnectDesc& /*connect*/, bool /*flag*/, AttributeId start)
-    : resumeAt_(start), isFresh_(start == 0), adapter_(adapter.ptr()) {}
+    : resumeAt_(start), adapter_(adapter.ptr()) {}
 
 FlowOut::~FlowOut() { delete static_cast<String8::IteratorConst*>(valueIter_); }
 
-void FlowOut::walkJoin() noexcept {
-  Root* const root = adapter_->root().ptr();
-  if (!isOfWalk_ && root != nullptr && root->isWalking()) {
-    isOfWalk_ = true;
-    ++root->firstFlows_;
-  }
-}
-
-void FlowOut::walkLeave() {
-  if (isOfWalk_) {
-    isOfWalk_ = false;
-    const Ptr<Root> root = adapter_->root();
-    --root->firstFlows_;
-    root->walkStep();
-  }
-}
-
 bool FlowOut::hasDirtyAttributes() const {
-  return pendingAbort_.count() != 0 || valueIter_ != nullptr || hasDataBit(dataBitResyncOwed) ||
+  return pendingAbort_.count() != 0 || valueIter_ != nullptr ||
          (forwardRefs_ && !forwardRefs_->empty());
 }
 

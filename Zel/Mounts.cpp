@@ -4,11 +4,12 @@
 #include <Zel/Session>
 
 #include <algorithm>
+#include <random>
 
 namespace Zel {
 
 Mount::Mount(Name name, Access wanted) : name_(std::move(name)), wanted_(wanted) {}
-Mount::~Mount() { guardsDel(); }
+Mount::~Mount() { entityFree(); }
 
 void Mount::zeroReferencesIs(bool /*zero*/) { notifyZeroReferences(*this); }
 
@@ -29,9 +30,6 @@ const char* Mount::stateName(State state) noexcept {
 }
 
 void Mount::stateIs(State state, double now, String8 reason) {
-  if (root_) {
-    root_->isWritableIs(state == live && access_ == accessReadWrite);
-  }
   if (state == state_) {
     return; // it is so since then, and for that reason
   }
@@ -40,45 +38,67 @@ void Mount::stateIs(State state, double now, String8 reason) {
   singularIs<&NotifieeConst::onState>(*this, Attr::state, state_, state);
 }
 
+/// What belongs to no mount is nobody's mirror.
+void Mount::entityFree() {
+  if (entity_) {
+    entity_->zelFrozenIs(false);
+    Session::rightChanged(*entity_);
+  }
+}
+
+/// A mirror is frozen from its making on.
 void Mount::entityIs(Ptr<Entity> entity) {
+  entityFree();
+  entity->zelFrozenIs(true);
   singularIs<&NotifieeConst::onEntity>(*this, Attr::entity, entity_, std::move(entity));
 }
 
-void Mount::guardsDel() {
-  for (const Ptr<NboAttrLog::Root>& root : std::exchange(guards_, {})) {
-    root->guardsDel();
+/// Those downstream are frozen and thawed with it, before anybody is told.
+void Mount::writableIs(bool writable) {
+  if (writable == isWritable_) {
+    return;
   }
-  if (root_) {
-    root_->guardsDel();
+  entity_->zelFrozenIs(!writable);
+  Session::rightChanged(*entity_);
+  singularIs<&NotifieeConst::onWritable>(*this, Attr::writable, isWritable_, writable);
+}
+
+void Mount::droppedInc(std::uint64_t by) {
+  if (by != 0) {
+    singularIs<&NotifieeConst::onDropped>(*this, Attr::dropped, dropped_, dropped_ + by);
   }
 }
 
 /// The connection has let go of the root.
 void Mount::rootGone() {
-  if (!root_) {
-    return;
+  if (root_) {
+    root_ = nullptr;
+    isFrozenOwed_ = false;
+    freezes_ = 0;
+    Session::cutDownstream(*entity_);
+    writableIs(false);
   }
-  root_->isWritableIs(false);
-  guards_.push_back(std::exchange(root_, nullptr));
-  isWalkOver_ = isRepairOwed_ = false;
-  repairs_ = 0;
-  // One guard is enough for an entity, however often a resync is cut.
-  std::unordered_set<const Entity*> guarded;
-  for (const Ptr<NboAttrLog::Root>& root : guards_) {
-    root->resyncedByIs(nullptr);
-    if (guards_.size() > 1) {
-      root->guardsDel(guarded);
-    }
-  }
-  std::erase_if(guards_, [](const Ptr<NboAttrLog::Root>& root) { return root->guards() == 0; });
 }
 
 Mount::NotifieeConst::~NotifieeConst() = default;
 void Mount::NotifieeConst::onState() {}
 void Mount::NotifieeConst::onEntity() {}
+void Mount::NotifieeConst::onWritable() {}
+void Mount::NotifieeConst::onDropped() {}
 Mount::Notifiee::~Notifiee() = default;
 
-Mounts::Mounts(Ptr<Dir> dir, std::size_t most) : dir_(std::move(dir)), most_(most) {}
+namespace {
+
+Mounts::Instance drawn() {
+  std::random_device entropy;
+  const auto word = [&] { return std::uint64_t{entropy()} << 32 | entropy(); };
+  return {word(), word()};
+}
+
+} // namespace
+
+Mounts::Mounts(Ptr<Dir> dir, std::size_t most, Instance instance)
+    : dir_(std::move(dir)), most_(most), instance_(instance == Instance{} ? drawn() : instance) {}
 Mounts::~Mounts() {
   for (const auto& [name, mount] : mounts_) {
     if (dir_ && mount->entity() && dir_->entity(name) == mount->entity()) {

@@ -38,11 +38,6 @@ public:
       session_->mounted(root);
     }
   }
-  void diverged(const StreamAdapter& adapter) override {
-    if (session_ != nullptr) {
-      session_->diverged(adapter);
-    }
-  }
   void resyncing(const Ptr<Entity>& entity) override {
     if (session_ != nullptr) {
       session_->resyncing(entity);
@@ -51,11 +46,6 @@ public:
   void synced(const Ptr<Entity>& entity) override {
     if (session_ != nullptr) {
       session_->synced(entity);
-    }
-  }
-  void repaired(const Ptr<NboAttrLog::Root>& root) override {
-    if (session_ != nullptr) {
-      session_->answersAre(root);
     }
   }
   bool sessionRecord(In& in) override {
@@ -87,6 +77,11 @@ Session::Session(Connection::End end, SessionOptions options, Ptr<Exports> expor
   if (mounts_) {
     mounts_->session_ = this;
   }
+  next_ = first_;
+  if (first_ != nullptr) {
+    first_->previous_ = this;
+  }
+  first_ = this;
 }
 
 Session::~Session() {
@@ -103,6 +98,7 @@ bool Session::service(double now, std::size_t budget) {
   }
   laterWrite();
   bool more = connection_->service(budget);
+  rightsStep();
   if (!isOpen_ && isUp()) {
     if (connection_->demuxer()->counts().records != 0) {
       connection_->fail("the peer's first record is no hello");
@@ -169,6 +165,10 @@ void Session::ended(bool isHeard) {
     std::erase(exports_->sessions_, this);
   }
   exported_.clear();
+  (previous_ != nullptr ? previous_->next_ : first_) = next_;
+  if (next_ != nullptr) {
+    next_->previous_ = previous_;
+  }
   mountsEnd();
   answersEnd();
   const bool isForFault = peer_.ending == endingUnsaid ? isHeard && ending_ == endingFailed
@@ -217,12 +217,21 @@ void Session::write(Kind kind, const Fields& fields) {
 }
 
 bool Session::hasRoom() const noexcept {
-  return later_.empty() && connection_->out()->hasSufficientBuffer();
+  return later_.empty() && connection_->out()->hasRoomForRecord();
 }
 
 void Session::payloadWrite(std::string_view payload) {
   recordWrite(connection_->out(), payload);
   ++sessionRecords_;
+}
+
+void Session::syncModeWrite(const NboAttrLog::Root& root, StreamAdapter::SyncMode mode) const {
+  const Ptr<NboAttrLog::Out>& out = connection_->out();
+  out->nextHeaderIs(
+      MsgHeader::fixed(root.entityId(), NboAttrLog::attrIdSyncMode, sizeof(std::uint32_t)));
+  out << NboAttrLog::transactBegin;
+  out << unsigned{mode};
+  out << NboAttrLog::transactEnd;
 }
 
 std::string Session::bye(Ending ending, const String8& reason) {
@@ -247,10 +256,7 @@ void Session::later(Later what) {
 
 /// Says what has waited for room, as far as there is some by now.
 void Session::laterWrite() {
-  if (isUp()) {
-    connection_->demuxer()->walksTell(); // an echo stands behind the begin of a walk
-  }
-  while (isUp() && !later_.empty() && connection_->out()->hasSufficientBuffer()) {
+  while (isUp() && !later_.empty() && connection_->out()->hasRoomForRecord()) {
     const Later first = std::move(later_.front());
     later_.pop_front();
     laterSize_ -= sizeof first + first.payload.size() + first.name.length();
@@ -263,6 +269,7 @@ void Session::laterWrite() {
 }
 
 void Session::recordRead(In& in) {
+  ++sessionRecordsRead_;
   const std::uint8_t kind = in.next8();
   if (kind == kindHello) {
     helloRead(in);
@@ -300,11 +307,9 @@ void Session::recordRead(In& in) {
   case kindOffersEnd:
     hasOffers_ = true;
     break;
-  case kindEchoAsk: {
-    const std::uint32_t serial = in.nextU32();
-    write(kindEcho, [&](WireWriter& out) { out.put32(serial); });
+  case kindEchoAsk:
+    echoAskRead(in);
     break;
-  }
   case kindEcho:
     echoRead(in);
     break;
@@ -316,6 +321,15 @@ void Session::recordRead(In& in) {
     break;
   case kindWritten:
     writtenRead(in);
+    break;
+  case kindFreeze:
+    freezeRead(in);
+    break;
+  case kindFrozen:
+    frozenRead(in);
+    break;
+  case kindThaw:
+    thawRead(in);
     break;
   default: // a newer peer's
     connection_->demuxer()->unknownAttributesInc();

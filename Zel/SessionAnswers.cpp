@@ -4,6 +4,7 @@
 #include <Zel/StateDigest>
 
 #include <algorithm>
+#include <memory>
 
 // What the ends of a session ask each other about what they mirror.
 
@@ -19,11 +20,15 @@ bool Session::owesAnything() const noexcept {
       mounts_ && std::any_of(mounts_->mounts().begin(), mounts_->mounts().end(),
                              [&](const auto& member) { return owes(member.second->root_); });
   return isMirrorOwing || std::any_of(exported_.begin(), exported_.end(),
-                                      [&](const auto& member) { return owes(member.second); });
+                                      [&](const auto& member) { return owes(member.second.root); });
 }
 
 std::uint64_t Session::logRecords() const noexcept {
   return connection_->out()->recordsWritten() - sessionRecords_;
+}
+
+std::uint64_t Session::logRecordsRead() const noexcept {
+  return connection_->demuxer()->counts().records - sessionRecordsRead_;
 }
 
 void Session::digestAsk(const Name& name, DigestAnswer answerTo) {
@@ -74,9 +79,16 @@ void Session::digestAskRead(In& in) {
 /// Answers one of those that wait, since each takes as long as the state is large. Whether another
 /// can be answered right now.
 bool Session::digestsWrite() {
-  const auto ready = [this](const DigestOwed& owed) {
-    const Ptr<Root> root = exported(owed.name);
-    return !root || (!root->isWalking() && root->owed() == 0) || now_ >= owed.until;
+  const auto exported = [this](const DigestOwed& owed) -> const Exported* {
+    const auto at = exported_.find(owed.name);
+    return at != exported_.end() ? &at->second : nullptr;
+  };
+  const auto isQuiet = [](const Exported& of) {
+    return of.right != Exported::walked && of.root->owed() == 0;
+  };
+  const auto ready = [&](const DigestOwed& owed) {
+    const Exported* const of = exported(owed);
+    return of == nullptr || isQuiet(*of) || now_ >= owed.until;
   };
   const auto at = std::find_if(digestsOwed_.begin(), digestsOwed_.end(), ready);
   if (at == digestsOwed_.end() || !hasRoom()) {
@@ -84,10 +96,11 @@ bool Session::digestsWrite() {
   }
   const DigestOwed digest = *at;
   digestsOwed_.erase(at);
-  const Ptr<Root> root = exported(digest.name);
-  const bool isQuiet = root && !root->isWalking() && root->owed() == 0;
-  const DigestResult result = !root ? digestUnknown : isQuiet ? digestEqual : digestBusy;
-  const std::uint64_t ours = isQuiet ? stateDigest(*exports_->roots().at(digest.name).entity) : 0;
+  const Exported* const of = exported(digest);
+  const DigestResult result = of == nullptr  ? digestUnknown
+                              : isQuiet(*of) ? digestEqual
+                                             : digestBusy;
+  const std::uint64_t ours = result == digestEqual ? stateDigest(*of->entity) : 0;
   write(kindDigest, [&](WireWriter& out) {
     out.put32(digest.serial);
     out.put8(static_cast<std::uint8_t>(result));
@@ -129,53 +142,90 @@ void Session::answer(std::uint32_t serial, DigestResult result) {
 
 void Session::echoAsk(EchoAnswer answerTo) {
   if (isUp()) {
-    echoesWanted_.push_back({std::move(answerTo), nullptr});
+    echoesWanted_.push_back({std::move(answerTo), true, fate_});
   } else {
-    tell(answerTo, false);
+    tell(answerTo, echoUnknown);
   }
 }
 
-/// Asks for the echoes that are not to wait for anything more that is owed.
+/// Asks for the echoes once nothing is owed.
 void Session::echoesWrite() {
-  if (!isOpen_ || echoesWanted_.empty()) {
-    return;
-  }
-  const bool isOwing = owesAnything();
-  std::vector<EchoAsked> waiting;
-  for (EchoAsked& echo : std::exchange(echoesWanted_, {})) {
-    if (!hasRoom() || (echo.repaired ? owes(echo.repaired) : isOwing)) {
-      waiting.push_back(std::move(echo));
-      continue;
-    }
-    if (const Ptr<Mount> mount = mountOf(echo.repaired)) {
-      mount->isRepairOwed_ = false;
-    }
+  while (isOpen_ && !echoesWanted_.empty() && !owesAnything() && hasRoom()) {
+    EchoAsked echo = std::move(echoesWanted_.front());
+    echoesWanted_.pop_front();
     const std::uint32_t serial = ++lastSerial_;
     echoesAsked_.emplace(serial, std::move(echo));
     write(kindEchoAsk, [&](WireWriter& out) { out.put32(serial); });
   }
-  echoesWanted_ = std::move(waiting);
+}
+
+/// A question of the peer's: of whom this end mirrors what the peer may write is asked first.
+void Session::echoAskRead(In& in) {
+  const std::uint32_t serial = in.nextU32();
+  const Ptr<Session> kept(this);
+  peerLogRecords_ = logRecordsRead();
+  const auto open = std::make_shared<std::size_t>(1);
+  const std::function<void()> came = [kept, serial, open] {
+    if (--*open == 0) {
+      kept->echoWrite(serial);
+    }
+  };
+  for (Session* upstream = first_; upstream != nullptr; upstream = upstream->next_) {
+    const bool isUpstream =
+        upstream != this && upstream->isUp() &&
+        std::any_of(exported_.begin(), exported_.end(), [&](const auto& member) {
+          return member.second.granted == accessReadWrite &&
+                 upstream->mountOf(member.second.entity);
+        });
+    if (isUpstream) {
+      ++*open;
+      upstream->echoesWanted_.push_back(
+          {[came](EchoResult /*result*/) { came(); }, false, echoApplied});
+    }
+  }
+  came();
+}
+
+/// All that the peer had written when it asked has met its fate.
+void Session::echoWrite(std::uint32_t serial) {
+  const Ptr<Session> kept(this);
+  const auto answer = [kept, serial] {
+    const std::uint64_t dropped = kept->connection_->demuxer()->counts().dropped;
+    if (std::exchange(kept->peerDropped_, dropped) != dropped) {
+      kept->peerFate_ = echoDropped;
+    }
+    const EchoResult result = std::exchange(kept->peerFate_, echoApplied);
+    kept->write(kindEcho, [&](WireWriter& out) {
+      out.put32(serial);
+      out.put8(result);
+    });
+  };
+  exports_ ? exports_->echo(*this, answer) : answer();
 }
 
 void Session::echoRead(In& in) {
-  const auto at = echoesAsked_.find(in.nextU32());
-  if (at == echoesAsked_.end()) {
+  const std::uint32_t serial = in.nextU32();
+  const std::uint8_t result = in.next8();
+  const auto at = echoesAsked_.find(serial);
+  if (at == echoesAsked_.end() || result > echoDropped) {
     throwRangeException("an echo that was not asked for");
+  }
+  if (result != echoApplied) {
+    fateIs(static_cast<EchoResult>(result));
   }
   const EchoAsked echo = std::move(at->second);
   echoesAsked_.erase(at);
-  echoed(echo, true);
-}
-
-void Session::echoed(const EchoAsked& echo, bool came) {
-  if (!echo.repaired) {
-    tell(echo.to, came);
-  } else if (const Ptr<Mount> mount = mountOf(echo.repaired)) {
-    --mount->repairs_;
-    liveIf(*mount);
-  } else {
-    echo.repaired->answersDec(); // of a root of this end's, or of a mount that has it no more
+  if (result != echoApplied && mounts_) {
+    for (const auto& [name, mount] : Mounts::Members(mounts_->mounts())) {
+      if (mount->root_) {
+        fateIs(*mount->entity(), static_cast<EchoResult>(result));
+      }
+    }
   }
+  if (echo.isOfProgram && echo.fate != echoApplied) {
+    fate_ = echoApplied; // which this answer tells
+  }
+  tell(echo.to, echo.fate);
 }
 
 void Session::answersEnd() {
@@ -183,10 +233,10 @@ void Session::answersEnd() {
     answer(digestsAsked_.begin()->first, digestUnknown);
   }
   for (const auto& [serial, echo] : std::exchange(echoesAsked_, {})) {
-    echoed(echo, false);
+    tell(echo.to, echoUnknown);
   }
   for (const EchoAsked& echo : std::exchange(echoesWanted_, {})) {
-    echoed(echo, false);
+    tell(echo.to, echoUnknown);
   }
   writesEnd();
 }

@@ -27,6 +27,9 @@ void Session::helloWrite() {
     out.put64(options_.limits.maxEntities);
     out.put64(options_.limits.maxKeys);
     out.put64(options_.limits.maxPartialText);
+    for (const std::uint64_t word : mounts_ ? mounts_->instance() : Mounts::Instance{}) {
+      out.put64(word);
+    }
   });
 }
 
@@ -57,6 +60,10 @@ void Session::helloRead(In& in) {
   peer_.maxEntities = in.nextU64();
   peer_.maxKeys = in.nextU64();
   peer_.maxPartialText = in.nextU64();
+  for (std::uint64_t& word : peerInstance_) {
+    word = in.nextU64();
+  }
+  formerEnd();
   isOpen_ = true;
   log(LogLevel::info, "session with " + peer_.name + " is open");
   if (exports_) {
@@ -65,6 +72,19 @@ void Session::helloRead(In& in) {
     }
   }
   write(kindOffersEnd, [](WireWriter& /*out*/) {});
+}
+
+/// The peer has come anew: its former session is over, and what it has said there is not read any
+/// more. It would cross what is said here.
+void Session::formerEnd() {
+  if (!exports_ || peerInstance_ == Mounts::Instance{}) {
+    return;
+  }
+  for (Session* const former : std::vector<Session*>(exports_->sessions_)) {
+    if (former != this && former->peerInstance_ == peerInstance_) {
+      former->close(now_, "the peer has come anew");
+    }
+  }
 }
 
 void Session::byeRead(In& in) {

@@ -11,7 +11,6 @@ namespace Zel {
 
 using NboAttrLog::In;
 using NboAttrLog::Root;
-using Flags = PtrInterface::NotifieeConst::Zel_BitSet;
 
 namespace {
 
@@ -130,11 +129,15 @@ void Session::askAnswer(const Name& name, Access wanted) {
     out.putString(name);
     out.put32(static_cast<std::uint32_t>(granted));
   }));
-  Flags flags;
-  flags.bitsIs(StreamAdapter::flagRemoteReadOnly, granted != accessReadWrite);
-  const Ptr<Root> shared = connection_->demuxer()->exportIs(root, flags)->root();
-  exported_.emplace(name, shared);
-  shared->isToldOfWalksIs(true);
+  Exported exported;
+  exported.entity = root;
+  exported.root = connection_->demuxer()->exportIs(root)->root();
+  exported.granted = granted;
+  exported.isWithdrawn = exports_->roots().at(name).isWithdrawn;
+  exported.root->inputIs(Root::Input::refused);
+  exported.root->pendingMark();
+  syncModeWrite(*exported.root, StreamAdapter::syncModeResync);
+  exported_.emplace(name, exported);
   log(LogLevel::debug, peer_.name + " mounts " + name + ", " + accessName(granted));
 }
 
@@ -169,7 +172,7 @@ void Session::refuse(Mount& mount, String8 reason) {
 void Session::withdraw(const Name& name) {
   const auto at = exported_.find(name);
   if (at != exported_.end()) {
-    connection_->demuxer()->rootDel(*at->second);
+    connection_->demuxer()->rootDel(*at->second.root);
     exported_.erase(at);
   }
   if (isOpen_) {
@@ -204,26 +207,20 @@ NboAttrLog::MountPolicy::Mount Session::mount(const Ptr<Entity>& fresh) {
   }
   mount->asked_ = Mount::Asked::mounted;
   if (!mount->entity() || mount->entity()->fwkType() != fresh->fwkType()) {
-    mount->guardsDel();
     if (mounts_->dir_) {
       mounts_->dir_->entityDel(fresh->name());
       mounts_->dir_->entityIs(fresh);
     }
     mount->entityIs(fresh);
   }
-  for (const Ptr<Root>& guards : mount->guards_) {
-    guards->resyncedByIs(connection_->demuxer().ptr());
-  }
-  Flags flags; // even where the peer grants writing: not while the mirror is not in step
-  flags.bitsIs(StreamAdapter::flagReadOnly, true);
-  return {mount->entity(), flags};
+  return {mount->entity()};
 }
 
 void Session::mounted(const Ptr<Entity::ZelNboAttrLogSa>& root) {
   const Ptr<Mount> mount = mountOf(Ptr<Entity>(root->zelNotifierEntity()));
   if (mount) {
     mount->root_ = root->root();
-    mount->root_->keepsGuardsIs(true);
+    mount->root_->sendsPlainIs(true);
     mount->stateIs(Mount::resyncing, now_);
   }
 }
@@ -233,10 +230,10 @@ Ptr<Mount> Session::mountOf(const Ptr<Entity>& entity) const {
   return mount && mount->entity() == entity ? mount : nullptr;
 }
 
-Ptr<Mount> Session::mountOf(const Ptr<Root>& root) const {
-  if (mounts_ && root) {
+Ptr<Mount> Session::mountOf(EntityId root) const {
+  if (mounts_) {
     for (const auto& [name, mount] : mounts_->mounts()) {
-      if (mount->root_ == root) {
+      if (mount->root_ && mount->root_->entityId() == root) {
         return mount;
       }
     }
@@ -244,73 +241,26 @@ Ptr<Mount> Session::mountOf(const Ptr<Root>& root) const {
   return nullptr;
 }
 
-/// The mirror holds what the peer does not. It is live again once the peer has heard of that and
-/// sent what it has: an echo tells a walk that was under way from the one that repairs.
-void Session::diverged(const StreamAdapter& adapter) {
-  const Ptr<Mount> mount = mountOf(adapter.root());
-  if (!mount) {
-    return;
-  }
-  if (!mount->isRepairOwed_) {
-    mount->isRepairOwed_ = true;
-    ++mount->repairs_;
-    echoesWanted_.push_back({nullptr, mount->root_});
-  }
-  mount->stateIs(Mount::resyncing, now_);
-}
-
 void Session::resyncing(const Ptr<Entity>& entity) {
   const Ptr<Mount> mount = mountOf(entity);
+  if (mount && mount->isWritable()) {
+    rulesBroken("a walk of what is thawed");
+  }
   if (mount && mount->root_) {
-    mount->isWalkOver_ = false;
     mount->stateIs(Mount::resyncing, now_);
   }
 }
 
 void Session::synced(const Ptr<Entity>& entity) {
   const Ptr<Mount> mount = mountOf(entity);
-  if (mount && mount->root_) {
-    mount->isWalkOver_ = true;
-    liveIf(*mount);
-  }
-}
-
-void Session::liveIf(Mount& mount) {
-  if (!mount.isWalkOver_ || mount.repairs_ != 0 || mount.state() != Mount::resyncing) {
+  if (!mount || !mount->root_ || mount->state() != Mount::resyncing) {
     return;
   }
-  mount.guardsDel();
-  const Ptr<Dir::Entry> entry = mounts_->dir_ ? mounts_->dir_->entry(mount.name()) : nullptr;
+  const Ptr<Dir::Entry> entry = mounts_->dir_ ? mounts_->dir_->entry(mount->name()) : nullptr;
   if (entry) {
     entry->statusIs(Dir::loaded);
   }
-  repairTell(mount);
-  mount.stateIs(Mount::live, now_);
-}
-
-/// Nothing is refused any more. What mirrors behind this one write may cross what the repair has
-/// brought, which is on its way to them.
-void Session::repairTell(const Mount& mount) const {
-  if (mount.access() != accessReadWrite) {
-    return;
-  }
-  for (NboAttrLog::Demuxer* const demuxer : globalNboAttrLogDemuxerManager().nboDemuxerIterator()) {
-    Connection* const other = demuxer->connection();
-    const Ptr<Entity::ZelNboAttrLogSa> adapter =
-        other != nullptr && demuxer->policy() != nullptr && other != connection_.ptr()
-            ? mount.entity()->zelNboAttrLogSa(Ptr<const NboAttrLog::Out>(other->out()))
-            : nullptr;
-    if (adapter && !adapter->hasFlag(StreamAdapter::flagImported) && adapter->root() &&
-        adapter->root()->hasRefused()) {
-      demuxer->policy()->repaired(adapter->root());
-    }
-  }
-}
-
-/// The echo is asked for behind all that is owed.
-void Session::answersAre(const Ptr<Root>& root) {
-  root->answersInc();
-  echoesWanted_.push_back({nullptr, root});
+  mount->stateIs(Mount::live, now_);
 }
 
 void Session::mountsEnd() {
@@ -328,7 +278,7 @@ void Session::mountsEnd() {
 
 Ptr<Root> Session::exported(const Name& name) const {
   const auto at = exported_.find(name);
-  return at != exported_.end() ? at->second : nullptr;
+  return at != exported_.end() ? at->second.root : nullptr;
 }
 
 } // namespace Zel

@@ -76,16 +76,6 @@ bool isMirror(const Entity& entity) {
   });
 }
 
-/// Takes an entry out again that has been refused, if it is there for all that.
-void unmake(const AttrRow& row, Entity* entity, const void* key) {
-  try {
-    if (row.collection->exists(entity, key)) {
-      row.collection->erase(entity, key);
-    }
-  } catch (const ReadOnlyException&) { // as the write was
-  }
-}
-
 } // namespace
 
 Session::WriteResult Session::decide(const WriteIf& what) {
@@ -104,26 +94,16 @@ Session::WriteResult Session::decide(const WriteIf& what) {
     });
     return row.value->equal(now.at(), value);
   };
-  const auto write = [&](const void* value) {
-    try {
-      row.isCollection() ? row.collection->write(entity, what.key.at, value)
-                         : row.write(entity, value);
-      return writeDone;
-    } catch (const ReadOnlyException&) {
-      return writeRefused;
-    }
-  };
   if (!isNew && !stands(what.old.at)) {
     return writeDiffers;
   }
-  const WriteResult result = write(what.value.at);
-  // The guard of a mirror whose original is out of reach refuses what has been written.
-  if (result == writeRefused && isNew) {
-    unmake(row, entity, what.key.at);
-  } else if (result == writeRefused && stands(what.value.at)) {
-    write(what.old.at);
+  try {
+    row.isCollection() ? row.collection->write(entity, what.key.at, what.value.at)
+                       : row.write(entity, what.value.at);
+    return writeDone;
+  } catch (const ReadOnlyException&) {
+    return writeRefused;
   }
-  return result;
 }
 
 void Session::writeIf(const WriteIf& what, WriteAnswer answerTo) {
@@ -235,8 +215,11 @@ Session::WriteResult Session::writeIfApply(Kind kind, In& in) {
 
 bool Session::mayDecide(const StreamAdapter& adapter, AttributeId attribute) const {
   const Entity& entity = *adapter.zelNotifierEntity();
-  return !adapter.hasFlag(StreamAdapter::flagImported | StreamAdapter::flagRemoteReadOnly) &&
-         exports_ && !isMirror(entity) && exports_->mayWriteIf(*this, entity, attribute);
+  const auto at = std::find_if(exported_.begin(), exported_.end(), [&](const auto& member) {
+    return member.second.root == adapter.root();
+  });
+  return at != exported_.end() && mayPeerWrite(at->second) && !isMirror(entity) &&
+         exports_->mayWriteIf(*this, entity, attribute);
 }
 
 void Session::writtenRead(In& in) {

@@ -37,13 +37,7 @@ bool StreamAdapter::isStreamAdapter() const { return true; }
 
 void StreamAdapter::handleSyncMode() {}
 
-AttributeId StreamAdapter::handleAttrFlowOut(AttributeId /*start*/) {
-  if (flowOut_ && flowOut_->hasDataBit(FlowOut::dataBitResyncOwed)) {
-    flowOut_->dataBitIs(FlowOut::dataBitResyncOwed, false);
-    resyncAsk();
-  }
-  return 0;
-}
+AttributeId StreamAdapter::handleAttrFlowOut(AttributeId /*start*/) { return 0; }
 
 void StreamAdapter::freeResyncState(const Ptr<FlowOut>& /*flowOut*/) {}
 void StreamAdapter::zelOnInit() {}
@@ -132,15 +126,14 @@ void StreamAdapter::flowOutSet(const Ptr<FlowOut>& flowOut) {
   if (flowOut_ && flowOut_ != flowOut) {
     freeResyncState(flowOut_);
   }
-  if (root_) {
-    root_->owed_ += static_cast<std::size_t>(static_cast<bool>(flowOut)) -
-                    static_cast<std::size_t>(static_cast<bool>(flowOut_));
+  if (root_ && flowOut_) {
+    root_->flowGone(*flowOut_);
   }
-  const Ptr<FlowOut> former = std::exchange(flowOut_, flowOut);
+  if (root_ && flowOut) {
+    root_->flowCome(*flowOut);
+  }
+  flowOut_ = flowOut;
   rawFlagsIs(flagNoFlowOut, !flowOut);
-  if (former && former != flowOut) {
-    former->walkLeave();
-  }
 }
 
 void StreamAdapter::doThis() {
@@ -183,71 +176,19 @@ void StreamAdapter::doThrowReadOnly(const Ptr<const ZelAttr>& attr) const {
                          entity != nullptr ? entity->fullName() : String8("nothing"));
 }
 
-bool StreamAdapter::readOnlyRemoteOk(AttributeId attr) const noexcept {
-  return attr == NboAttrLog::attrIdResync;
-}
+bool StreamAdapter::readOnlyRemoteOk(AttributeId /*attr*/) const noexcept { return false; }
 
-void StreamAdapter::doBaseZelNboAttrLogSaMsg(AttributeId attr, DeserializationOptions /*options*/,
-                                             unsigned /*size*/, const Ptr<NboAttrLog::In>& /*in*/) {
-  Demuxer* const demuxer = streamDemuxer();
-  if (demuxer == nullptr) {
-    return;
-  }
-  if (attr != NboAttrLog::attrIdResync) {
+void StreamAdapter::doBaseZelNboAttrLogSaMsg(AttributeId /*attr*/,
+                                             DeserializationOptions /*options*/, unsigned /*size*/,
+                                             const Ptr<NboAttrLog::In>& /*in*/) {
+  if (Demuxer* const demuxer = streamDemuxer()) {
     demuxer->unknownAttributesInc();
-  } else if (hasFlag(flagImported | flagReadOnly)) {
-    demuxer->refusedInc(); // a mirror has nothing that the other end has not
-  } else {
-    if (root_) {
-      root_->walkAgain();
-    }
-    static_cast<Entity::ZelNboAttrLogSa*>(this)->constructionOwe();
-    if (!flowOut_ || !flowOut_->isFresh()) {
-      doThis();
-    } else {
-      flowOut_->walkJoin();
-    }
-    if (root_) {
-      root_->walkStep();
-    }
   }
 }
 
 bool StreamAdapter::isInTree() const noexcept {
   const Entity* const entity = rawEntity();
   return entity != nullptr && (!hasFlag(flagMember) || entity->zelHasParent());
-}
-
-void StreamAdapter::divergedIs() {
-  Demuxer* const demuxer = streamDemuxer();
-  if (demuxer == nullptr || !out_->isUp() || demuxer->adapter(entityId_) != this) {
-    return;
-  }
-  resyncAsk();
-  if (demuxer->policy() != nullptr) {
-    demuxer->policy()->diverged(*this);
-  }
-}
-
-void StreamAdapter::resyncAsk() {
-  Demuxer* const demuxer = streamDemuxer();
-  if (demuxer == nullptr || !out_->isUp() || demuxer->adapter(entityId_) != this) {
-    return;
-  }
-  if (!out_->hasSufficientBuffer()) {
-    if (!flowOut_) {
-      demuxer->createFlowOut(Ptr<StreamAdapter>(this), {}, false, attrIdFlowEnd);
-    }
-    if (!flowOut_) {
-      return;
-    }
-    flowOut_->dataBitIs(FlowOut::dataBitResyncOwed, true);
-    demuxer->schedule(*flowOut_);
-    return;
-  }
-  out_->nextHeaderIs(MsgHeader::fixed(entityId_, NboAttrLog::attrIdResync, 0));
-  out_ << NboAttrLog::transactBegin;
-  out_ << NboAttrLog::transactEnd;
 }
 
 Entity::ZelNboAttrLogSa::ZelNboAttrLogSa(const FlowPlan& plan, Zel_BitSet flags,
@@ -275,40 +216,15 @@ void Entity::ZelNboAttrLogSa::onNotificationException(AttributeId attr) {
   if (!failure) {
     return;
   }
-  // Who hears of a refusal may close any connection, and let go of what belongs to it.
-  const Ptr<ZelNboAttrLogSa> kept(this);
   const Ptr<NboAttrLog::Out> out = nboAttrLogOut();
-  const Ptr<Connection> connection(out ? out->connection() : nullptr);
-  const bool wasGuard = isGuard();
   const auto lost = [&](const char* why) {
-    if (connection) {
+    if (Connection* const connection = out ? out->connection() : nullptr) {
       connection->fail(String8("change of attribute " + std::to_string(attr) + " lost: ") + why);
     }
   };
   try {
     std::rethrow_exception(failure);
   } catch (const ReadOnlyException&) {
-    const Ptr<Entity> entity(rawEntity());
-    divergedIs();
-    // The mirrors of other connections do not hear of what was written, and would never hear of its
-    // repair if that should come to the same. Where a guard has refused, another connection is the
-    // one that repairs.
-    for (const Ptr<Demuxer>& demuxer : globalNboAttrLogDemuxerManager().demuxers()) {
-      Connection* const other = demuxer->connection();
-      const Ptr<ZelNboAttrLogSa> adapter =
-          entity && other != nullptr && (other != connection.ptr() || wasGuard)
-              ? entity->zelNboAttrLogSa(Ptr<const NboAttrLog::Out>(other->out()))
-              : nullptr;
-      if (adapter && adapter->hasFlag(flagImported)) {
-        adapter->divergedIs();
-      } else if (adapter) {
-        if (adapter->root()) {
-          adapter->root()->hasRefusedIs(true);
-        }
-        adapter->constructionOwe();
-        adapter->doThis();
-      }
-    }
     throw;
   } catch (const std::exception& other) {
     lost(other.what());
@@ -346,9 +262,6 @@ void Entity::ZelNboAttrLogSa::handleAttrTransaction(AttributeId attr, AttrTransa
 }
 
 bool Entity::ZelNboAttrLogSa::convertedToWritable(bool /*force*/) const {
-  if (root() && root()->isWritable()) {
-    return true;
-  }
   const Demuxer* const demuxer = streamDemuxer();
   return demuxer != nullptr && demuxer->policy() != nullptr && demuxer->policy()->mayWrite(*this);
 }
@@ -384,21 +297,6 @@ bool Entity::ZelNboAttrLogSa::prepareImmediateTransmission(AttributeId attr, boo
   return !noRoom && (step == nullptr || !isCollection(step->kind) || owed->hasBit(*step));
 }
 
-void Entity::ZelNboAttrLogSa::constructionOwe() {
-  for (const FlowStep& step : plan().steps) {
-    if (!step.startsClean) {
-      continue;
-    }
-    if (Demuxer* const demuxer = flowOut() ? nullptr : streamDemuxer()) {
-      // Where nothing else flows, a flow that owes all owes nothing, and is not kept.
-      demuxer->createFlowOut(Ptr<StreamAdapter>(this), {}, false, attrIdFlowEnd);
-    }
-    if (flowOut()) {
-      flowOut()->bitIs(step, true);
-    }
-  }
-}
-
 void Entity::ZelNboAttrLogSa::sendTransactionMarker(AttributeId attr, AttrTransactionType type,
                                                     unsigned n) {
   const Ptr<NboAttrLog::Out>& out = nboAttrLogOut();
@@ -421,9 +319,6 @@ bool AdapterSearch::looksAt(const PtrInterface::NotifieeConst& notifiee) {
   }
   // Every stream adapter is one of an entity.
   auto* const adapter = static_cast<Entity::ZelNboAttrLogSa*>(reactor);
-  if (adapter->isGuard()) {
-    return false; // of a root that has gone, which may come again over the same connection
-  }
   if (out_ == nullptr) {
     if (adapter->hasUnifiedEntityId() && adapter->nboAttrLogOut()->carriesChannel()) {
       found_.ptrAssign(adapter);

@@ -87,16 +87,11 @@ AttrLogAdapter::Gate AttrLogAdapter::gateSlow(const FlowStep& step) {
   }
   const bool isSilent = hasFlag(flagReactorActive) || isMute();
   reactorActiveIs(false);
-  if (isSilent || !nboAttrLogOut() || isGone() || isGuardPassed()) {
+  if (isSilent || !nboAttrLogOut() || isGone()) {
     return Gate::done;
   }
   readOnlyCheck(step);
   return Gate::pass;
-}
-
-/// Whether the adapter is a guard, and the change comes from who brings the mirror into step again.
-bool AttrLogAdapter::isGuardPassed() const {
-  return isGuard() && root()->isResyncedBy(Demuxer::applying());
 }
 
 void AttrLogAdapter::valueOwe(EntityFlowOut& flow, const FlowStep& step) {
@@ -107,7 +102,18 @@ void AttrLogAdapter::valueOwe(EntityFlowOut& flow, const FlowStep& step) {
 }
 
 void AttrLogAdapter::keyOwe(EntityFlowOut& flow, AttributeId attr, const void* key, bool dirty) {
-  if (!flow.dirtyKeys(attr).mark(key, dirty) && root()) {
+  DirtyKeysGeneric& keys = flow.dirtyKeys(attr);
+  if (root() && root()->input() == NboAttrLog::Root::Input::dropped &&
+      keys.count() >= nboAttrLogOut()->connection()->limits().maxKeys) {
+    // More keys than are kept for a peer, which may invent them: the collection is sent whole.
+    if (flow.heldIn() == attr) {
+      freeResyncState(flowOut());
+    }
+    keys.clear();
+    flow.bitIs(step(attr), false);
+    return;
+  }
+  if (!keys.mark(key, dirty) && root()) {
     root()->coalescedInc();
   }
 }
@@ -142,11 +148,9 @@ bool AttrLogAdapter::isOwed(const FlowStep& step, const void* key) const {
                               isSameKey(*step.row->key, flow->valueIterKey(), key)));
 }
 
-/// Whether changes stay here. A member that a walk has not announced again yet is mute; but where
-/// the mirror is guarded while it is not in step, it refuses as all else does.
+/// Whether changes stay here.
 bool AttrLogAdapter::isMute() const {
-  return hasFlag(flagMuted) || !hasFlag(flagStreaming) ||
-         (hasFlag(flagChildPending) && !(root() && root()->keepsGuards() && isRefusing()));
+  return hasFlag(flagMuted | flagChildPending) || !hasFlag(flagStreaming);
 }
 
 bool AttrLogAdapter::isRefusing() const {

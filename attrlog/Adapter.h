@@ -97,7 +97,6 @@ private:
     return rawNotifier() != nullptr && static_cast<const Entity*>(rawNotifier())->zelHasParent();
   }
   Gate gateSlow(const FlowStep& step);
-  bool isGuardPassed() const;
   /// A change is to go out when its turn has come.
   void valueOwe(EntityFlowOut& flow, const FlowStep& step);
   void keyOwe(EntityFlowOut& flow, AttributeId attr, const void* key, bool dirty);
@@ -110,6 +109,10 @@ private:
   bool isMute() const;
   void readOnlyCheck(const FlowStep& step);
   bool isScheduled() const noexcept { return hasFlag(flagScheduledFlowOut); }
+  /// Whether a record may be written now.
+  bool hasRoom(const NboAttrLog::Out& out) const noexcept {
+    return isScheduled() ? out.hasRoomForRecord() : out.hasSufficientBuffer();
+  }
   EntityFlowOut* owed() const noexcept { return static_cast<EntityFlowOut*>(flowOut().ptr()); }
   const FlowStep& step(AttributeId attr) const noexcept { return plan().knownStep(attr); }
 
@@ -147,7 +150,6 @@ private:
   void childAttach(const FlowStep& step, Entity& child);
   void deletionForget(AttributeId attr, const void* key, const Entity& child);
   void childAnnounce(const FlowStep& step, const void* key, Entity& child);
-  void childGuard(Entity& child);
   static Ptr<PtrInterface> memberTake(Entity& directory, const FlowStep& step, const void* key);
   void childGone(const Ptr<PtrInterface>& child) const;
 

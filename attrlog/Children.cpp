@@ -20,6 +20,15 @@ Flags memberFlags(const StreamAdapter& parent) {
                ~StreamAdapter::flagsOfOne);
 }
 
+/// Whether the tree of a member is frozen: what has been done to the member here is dropped then.
+bool isFrozen(const Entity& member) {
+  Ptr<const Entity> at(&member);
+  while (const Ptr<const Entity> holder = at->parent()) {
+    at = holder;
+  }
+  return at->zelIsFrozen();
+}
+
 } // namespace
 
 void AttrLogAdapter::zelSerializeChild(AttributeId attr, const void* key, Entity* child) {
@@ -50,14 +59,11 @@ void AttrLogAdapter::zelSerializeChild(AttributeId attr, const void* key, Entity
     }
     return;
   }
-  if (isGone() || isGuardPassed()) {
+  if (isGone()) {
     return;
   }
-  if (child != nullptr && isRefusing()) {
-    childGuard(*child);
-  }
   readOnlyCheck(collection);
-  const bool sufficient = nboAttrLogOut()->hasSufficientBuffer();
+  const bool sufficient = hasRoom(*nboAttrLogOut());
   if (hasFlag(flagNoFlowOut)) {
     if (!isScheduled() && (!sufficient || hasFlag(flagForceFlowOut))) {
       if (EntityFlowOut* const flow = absorb(attr)) {
@@ -181,7 +187,7 @@ void AttrLogAdapter::childAttach(const FlowStep& step, Entity& child) {
   }
   if (!isOurs || hasFlag(flagImported)) {
     adapter->doEntityIdIs(id, Ptr<Demuxer>(demuxer), true);
-    if (isOurs && !isSame && (!hasFlag(flagReadOnly) || convertedToWritable(false))) {
+    if (isOurs && !isSame && !isFrozen(child) && !isRefusing()) {
       // What went out under the other id has reached nobody.
       announcesWhole(step) ? adapter->doThis()
                            : static_cast<AttrLogAdapter&>(*adapter).differenceOwe();
@@ -205,20 +211,6 @@ void AttrLogAdapter::deletionForget(AttributeId attr, const void* key, const Ent
   flow->dirtyKeys(attr).del(key);
   if (!FreshMember::is(&child)) {
     keyOwe(*flow, attr, key, true);
-  }
-}
-
-/// A member has been made where that is refused: until the mirror is repaired, it refuses too.
-void AttrLogAdapter::childGuard(Entity& child) {
-  if (!root() || zelChildAdapter(&child)) {
-    return; // one that is mirrored refuses by itself
-  }
-  const Ptr<ZelNboAttrLogSa> guard =
-      child.zelNboAttrLogSaIs(memberFlags(*this), 1, nboAttrLogOut(), nullptr);
-  if (guard) {
-    guard->flagsIs(flagMember, true);
-    rootPass(*guard);
-    root()->guardIs(Ptr<StreamAdapter>(guard));
   }
 }
 

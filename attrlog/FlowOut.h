@@ -30,6 +30,8 @@ public:
   virtual bool isFalse(const void* key) const = 0;
   virtual bool del(const void* key) = 0;
   virtual bool empty() const = 0;
+  virtual std::size_t count() const = 0;
+  virtual void clear() = 0;
   /// Takes the first key out: constructs it at `to`, and yields its bool. There must be one.
   virtual bool takeFirst(void* to) = 0;
 
@@ -156,6 +158,13 @@ public:
   }
   bool del(const void* key) override { return del(*static_cast<const Key*>(key)); }
   bool empty() const override { return map_.count() == 0 && !unordered_; }
+  std::size_t count() const override { return map_.count() + (unordered_ ? 1 : 0); }
+  void clear() override {
+    while (map_.count() != 0) {
+      map_.deleteMember(typename Map::Iterator(map_).ptr());
+    }
+    unordered_.reset();
+  }
   bool takeFirst(void* to) override {
     if (unordered_) {
       new (to) Key(*unordered_);

@@ -61,7 +61,7 @@ void AttrLogAdapter::serializeKeyed(const FlowStep& step, const void* key, const
     return;
   }
   const AttributeId attr = step.row->id;
-  const bool sufficient = nboAttrLogOut()->hasSufficientBuffer();
+  const bool sufficient = hasRoom(*nboAttrLogOut());
   if (hasFlag(flagNoFlowOut)) {
     if (!isScheduled() && (!sufficient || hasFlag(flagForceFlowOut))) {
       if (EntityFlowOut* const flow = absorb(attr)) {

@@ -23,7 +23,7 @@ void AttrLogAdapter::zelOnSingular(AttributeId attr) {
     return;
   }
   NboAttrLog::Out& out = *nboAttrLogOut();
-  const bool sufficient = out.hasSufficientBuffer();
+  const bool sufficient = hasRoom(out);
   if (hasFlag(flagNoFlowOut)) {
     if (!isScheduled() && (!sufficient || hasFlag(flagForceFlowOut))) {
       if (EntityFlowOut* const flow = absorb(attr)) {
@@ -186,6 +186,10 @@ AttributeId AttrLogAdapter::handleAttrFlowOut(AttributeId start) {
     }
     if (flow != nullptr && flow->hasDataBit(FlowOut::dataBitSuspended)) {
       return attr;
+    }
+    if (flow != nullptr && !done &&
+        (isLast || (continueFlowOut() && flow->bookmark() == nullptr))) {
+      flow->isPassedBy();
     }
     if (isLast) {
       return 0;

@@ -117,7 +117,7 @@ AttrLogAdapter::Walked AttrLogAdapter::walk(const FlowStep& step, EntityFlowOut*
     flow->bookmarkIs(zelHeapCopy(*row.key, next.at()));
   };
   for (; at; at.advance()) {
-    if (flow != nullptr && !nboAttrLogOut()->hasSufficientBuffer()) {
+    if (flow != nullptr && !hasRoom(*nboAttrLogOut())) {
       bookmark(); // the marker has taken the room
       return Walked::suspended;
     }

@@ -38,10 +38,12 @@ bool isEqual(const AttrRow& row, const Entity& a, const Entity& b) {
 } // namespace
 
 /// Whether a member that the directory announces now is followed by all of it, with its collections
-/// between markers. A walk that has begun so goes on so.
+/// between markers. A walk that has begun so goes on so, and so does what was pending when the
+/// right to write was given: the peer has that right behind it.
 bool AttrLogAdapter::announcesWhole(const FlowStep& step) const {
   const EntityFlowOut* const flow = owed();
-  return !root() || !root()->sendsPlain() || (flow != nullptr && !flow->hasBit(step));
+  return !root() || !root()->sendsPlain() ||
+         (flow != nullptr && (!flow->hasBit(step) || (isScheduled() && root()->isMarked(*flow))));
 }
 
 /// Marks as owed what differs from a new entity. What an announcement has said needs no mark.

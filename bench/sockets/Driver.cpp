@@ -76,7 +76,7 @@ Exporter::Exporter(int socket, const Zel::Ptr<Zel::Exports>& exports, const char
   for (;;) {
     driver.flush();
     root = driver.session().exported(name);
-    if (root && !root->isWalking() && driver.connection().demuxer()->scheduled() == 0) {
+    if (root && root->isMarkedSent() && driver.connection().demuxer()->scheduled() == 0) {
       return;
     }
     if (!root) {

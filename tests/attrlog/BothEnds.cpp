@@ -69,7 +69,7 @@ TEST(BothEnds, APeerDoesNotMountWhatThisEndExports) {
 }
 
 struct Orders : testing::Test {
-  explicit Orders(unsigned flags = 0) : pair(flags) {
+  Orders() {
     dir->orderIs("a", Foreign::express);
     pair.here->demuxer()->exportIs(dir);
     pair.settle();
@@ -80,10 +80,6 @@ struct Orders : testing::Test {
   Zel::Ptr<Foreign::OrderDir> mirrors;
 };
 
-struct ReadOnlyOrders : Orders {
-  ReadOnlyOrders() : Orders(StreamAdapter::flagReadOnly) {}
-};
-
 TEST_F(Orders, AnArgumentThatComesWithAKnownMemberIsNoEcho) {
   dir->order("a")->urgencyIs(Foreign::urgencyUnknown);
   Pair::adapterOf(dir, pair.here)->doThis(); // announces the member with what it has now
@@ -92,14 +88,6 @@ TEST_F(Orders, AnArgumentThatComesWithAKnownMemberIsNoEcho) {
   pair.settle();
   EXPECT_EQ(mirrors->order("a")->urgency(), Foreign::urgencyUnknown);
   EXPECT_EQ(pair.there->out()->recordsWritten(), before);
-}
-
-TEST_F(ReadOnlyOrders, ARefusedWriteOfAnArgumentIsRepaired) {
-  EXPECT_THROW(mirrors->order("a")->urgencyIs(Foreign::urgencyUnknown), Zel::ReadOnlyException);
-  EXPECT_EQ(mirrors->order("a")->urgency(), Foreign::urgencyUnknown);
-  pair.settle();
-  EXPECT_EQ(mirrors->order("a")->urgency(), Foreign::express);
-  EXPECT_EQ(pair.there->demuxer()->counts().refused, 0U);
 }
 
 TEST_F(Orders, AChangedArgumentSurvivesThatAllIsSentAnew) {

@@ -122,22 +122,4 @@ TEST(CallbacksInAChain, ARefusalInItsMidstReachesTheMirrorBehind) {
   EXPECT_EQ(last->genId(), 5U);
 }
 
-TEST(CallbacksInAChain, ARefusalIsTakenBackAtItsEnd) {
-  const auto dir = statusDirFactory("units");
-  dir->statusIs("System")->genIdIs(1);
-  Pair first(Zel::StreamAdapter::flagReadOnly);
-  first.here->demuxer()->exportIs(dir);
-  first.settle();
-  Pair second;
-  second.here->demuxer()->exportIs(first.mirror<StatusDir>("units"));
-  second.settle();
-  EXPECT_THROW(first.mirror<StatusDir>("units")->statusIs("Linecard"), Zel::ReadOnlyException);
-  for (int i = 0; i < 3; ++i) {
-    first.settle();
-    second.settle();
-  }
-  EXPECT_EQ(Zel::stateDigest(*first.mirror<StatusDir>("units")), Zel::stateDigest(*dir));
-  EXPECT_EQ(Zel::stateDigest(*second.mirror<StatusDir>("units")), Zel::stateDigest(*dir));
-}
-
 } // namespace

@@ -53,9 +53,15 @@ private:
 class DirEar : public Maintenance::Unit::StatusDir::Notifiee {
 public:
   using Maintenance::Unit::StatusDir::Notifiee::onStatus;
-  void onStatus(Zel::Name unit) override { heard.emplace_back(unit.view()); }
+  void onStatus(Zel::Name unit) override {
+    heard.emplace_back(unit.view());
+    if (onHeard) {
+      onHeard();
+    }
+  }
 
   std::vector<std::string> heard;
+  std::function<void()> onHeard;
 };
 
 template <class E, class T>

@@ -79,14 +79,12 @@ inline std::string taken(Connection& from) {
 inline std::vector<Seen> records(Connection& from) { return parsed(taken(from)); }
 
 /// What a record is: "262", "-260", "261+" if its text goes on, "begin 260", "abort 268", "end
-/// 260", "resync", "root".
+/// 260", "root".
 inline std::string brief(const Seen& seen) {
   static const char* const markers[] = {"begin ", "abort ", "end "};
   switch (seen.attr) {
   case Zel::NboAttrLog::attrIdTransaction:
     return markers[number(seen.payload, 4)] + std::to_string(number(seen.payload));
-  case Zel::NboAttrLog::attrIdResync:
-    return "resync";
   case Zel::NboAttrLog::attrIdOrphan:
     return "root";
   default:

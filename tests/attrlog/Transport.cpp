@@ -58,7 +58,6 @@ TEST(Transport, TheNumbersOfTheProtocol) {
   EXPECT_EQ(attrIdSyncMode, 135);
   EXPECT_EQ(attrIdOrphan, 136);
   EXPECT_EQ(attrIdTransaction, 137);
-  EXPECT_EQ(attrIdResync, 138);
   EXPECT_EQ(attrIdCompound, 144);
   EXPECT_EQ(childRecordTag, 151U);
   EXPECT_EQ(payloadSectionType, 1);

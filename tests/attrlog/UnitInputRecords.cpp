@@ -230,47 +230,6 @@ TEST_F(MergedInputDirRecords, AMemberInACompoundRecordHasItsPriorityBetweenNameA
   EXPECT_EQ(mirror->unit("u")->priority(), srcOnBootCli);
 }
 
-TEST(MergedInputDirs, ARefusedWriteOfAPriorityIsRepaired) {
-  Pair pair(Zel::StreamAdapter::flagReadOnly);
-  const auto dir = mergedInputDirFactory("merged");
-  dir->unitIs("a", srcOnBoot);
-  pair.here->demuxer()->exportIs(dir);
-  pair.settle();
-  const auto mirror = pair.mirror<MergedInputDir>("merged")->unit("a");
-  EXPECT_THROW(mirror->priorityIs(srcCli), Zel::ReadOnlyException);
-  EXPECT_EQ(mirror->priority(), srcCli);
-  pair.settle();
-  EXPECT_EQ(mirror->priority(), srcOnBoot);
-}
-
-TEST(MergedInputDirs, ARefusedWriteThatComesTrueIsPassedOn) {
-  const auto roots = Zel::makeObject<Zel::Dir>();
-  const auto dir = mergedInputDirFactory("merged");
-  dir->unitIs("a", srcOnBoot);
-  const auto mirrored = [&] {
-    auto pair =
-        std::make_unique<Pair>(Zel::StreamAdapter::flagReadOnly, Zel::ConnectionLimits(), roots);
-    pair->here->demuxer()->exportIs(dir);
-    pair->settle();
-    return pair;
-  };
-  auto first = mirrored();
-  const auto middle = first->mirror<MergedInputDir>("merged");
-  Pair second;
-  second.here->demuxer()->exportIs(middle);
-  second.settle();
-  first = nullptr;
-  first = mirrored(); // its adapters now hear of a change before those of the second
-  const auto last = second.mirror<MergedInputDir>("merged")->unit("a");
-  EXPECT_EQ(last->priority(), srcOnBoot);
-
-  dir->unit("a")->priorityIs(srcCli); // on its way, and no change any more where it arrives
-  EXPECT_THROW(middle->unit("a")->priorityIs(srcCli), Zel::ReadOnlyException);
-  first->settle();
-  second.settle();
-  EXPECT_EQ(last->priority(), srcCli);
-}
-
 TEST(MergedInputDirs, AreMirroredBothWays) {
   Pair pair;
   const auto dir = mergedInputDirFactory("merged");

@@ -52,18 +52,20 @@ TEST_F(Document, HasTheseDumpsAndNoOther) {
                                           "keyed-text-deleted",
                                           "orphan",
                                           "orphan-derived",
-                                          "resync",
                                           "session-ask",
                                           "session-bye",
                                           "session-digest",
                                           "session-digest-ask",
                                           "session-echo",
                                           "session-echo-ask",
+                                          "session-freeze",
+                                          "session-frozen",
                                           "session-grant",
                                           "session-hello",
                                           "session-offer",
                                           "session-offers-end",
                                           "session-refuse",
+                                          "session-thaw",
                                           "session-withdraw",
                                           "session-write-if",
                                           "session-write-if-entry",
@@ -151,14 +153,6 @@ TEST_F(Document, Entries) {
   EXPECT_EQ(sender.written(), dump("keyed-text"));
   unit->historyDel(1.5);
   EXPECT_EQ(sender.written(), dump("keyed-text-deleted"));
-}
-
-TEST_F(Document, ARefusedWriteAsksForAllOfTheEntity) {
-  const Receiver receiver(Zel::StreamAdapter::flagReadOnly);
-  receiver.apply(records(dump("orphan"), dump("child")));
-  const auto unit = receiver.mirror<StatusDir>("units")->status("System");
-  EXPECT_THROW(unit->stateIs(underMaintenance), Zel::ReadOnlyException);
-  EXPECT_EQ(receiver.written(), dump("resync"));
 }
 
 /// What the library does not write of itself is written with its transport.

@@ -130,18 +130,4 @@ TEST_F(DocumentRead, ADerivedTypeIsMade) {
   EXPECT_NE(other.demuxer().adapter({2, 0}), nullptr);
 }
 
-TEST_F(DocumentRead, WhoIsAskedSendsAllOfTheEntity) {
-  const Sender sender;
-  const auto dir = statusDirFactory("units");
-  sender.announce(dir);
-  const auto system = dir->statusIs("System").ptr();
-  EXPECT_EQ(sender.written(), dump("child"));
-  system->genIdIs(7);
-  EXPECT_EQ(sender.written(), dump("fixed"));
-  sender.apply(dump("resync"));
-  const std::string all = sender.written();
-  EXPECT_EQ(all.substr(all.size() - dump("fixed").size()), dump("fixed"));
-  EXPECT_EQ(sender.connection->out()->recordsWritten(), 5U + 12U + 6U);
-}
-
 } // namespace

@@ -357,8 +357,12 @@ void Chain::check() const {
       }
     }
     for (const auto& [name, mount] : hops_[link].mounts->mounts()) {
-      if (mount->state() != Zel::Mount::live ||
-          mount->isWritable() != (plot_.links[link] == Zel::accessReadWrite)) {
+      // Downstream of who may only read nobody writes.
+      const auto upTo = plot_.links.begin() + link + 1;
+      const bool mayWrite = std::all_of(plot_.links.begin(), upTo, [](Zel::Access access) {
+        return access == Zel::accessReadWrite;
+      });
+      if (mount->state() != Zel::Mount::live || mount->isWritable() != mayWrite) {
         throw Broken(nameOf(link, End::second) + ": " + name.charPtr() + " is " +
                      Zel::Mount::stateName(mount->state()));
       }

@@ -257,7 +257,13 @@ void event(Side& to, Input& input) {
     say(to, MsgHeader::variable(id(), Log::attrIdSyncMode),
         [&](Out& out) { out.put32(input.next() % 4); });
   } else if (what == 17) {
-    say(to, MsgHeader::variable(id(), Log::attrIdResync), [](Out&) {});
+    const unsigned kind = 16 + input.next() % 3;
+    say(to, MsgHeader::variable(Zel::orphanEntityId, Log::attrIdSession), [&](Out& out) {
+      out.put8(static_cast<std::uint8_t>(kind));
+      out.putEntityId(id());
+      out.put32(input.next() % 4);
+      kind == 16 ? out.put8(input.next() % 2) : kind == 17 ? void() : out.put64(input.next());
+    });
   } else if (what == 18) {
     to.now += input.next();
     to.serve();
@@ -266,7 +272,7 @@ void event(Side& to, Input& input) {
     to.session->connection()->outputConsumed(bytes.size());
     to.serve();
   } else if (what == 20) {
-    to.session->echoAsk([](bool) {});
+    to.session->echoAsk([](Session::EchoResult) {});
     try {
       to.session->digestAsk(input.name(), [](Session::DigestResult) {});
     } catch (const Zel::RangeException&) {

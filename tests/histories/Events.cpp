@@ -106,9 +106,8 @@ void History::reconnect(unsigned hop) {
 void History::refusedWrite() {
   const auto number = static_cast<unsigned>(hops_.size() - 1);
   Hop& hop = hops_[number];
-  const bool isUp = hop.link->isUp() && hop.link->connection(mirror(hop))->isUp();
-  if (!hop.isReadOnly || (!isUp && !isOverSessions())) {
-    return; // what is written then stays until the link is made anew, unless there are guards
+  if (!hop.isReadOnly || !isOverSessions()) {
+    return; // over a bare connection what is refused stands in the mirror all the same
   }
   tell("model " + std::to_string(number + 1) + " writes what it may only read");
   const Ownership own(random_.next(), static_cast<unsigned>(models_.size()), number + 1);
@@ -141,7 +140,7 @@ void History::strangerSend(unsigned number, End end) {
     std::advance(root, random_.below(roots.size()));
     const auto adapter =
         roots.empty() ? nullptr : root->second->zelNboAttrLogSa(Zel::Ptr<const Log::Out>(out));
-    if (!adapter || (hop.isReadOnly && !isExporter)) {
+    if (!adapter || (!isExporter && (hop.isReadOnly || isOverSessions()))) {
       kind = 0;
     } else {
       header.entityId = adapter->entityId();

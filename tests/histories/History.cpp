@@ -234,8 +234,12 @@ void History::epoch(bool isFirst) {
 
 void History::changes() {
   const auto model = static_cast<unsigned>(random_.below(ownership_.last() + 1));
-  if (isOverSessions() && model > 0 && !hops_[model - 1].mounts->areLive()) {
-    return; // a mirror is written to while it is in step
+  if (isOverSessions() && model > 0) {
+    const Zel::Mounts::Members& mounts = hops_[model - 1].mounts->mounts();
+    if (!std::all_of(mounts.begin(), mounts.end(),
+                     [](const auto& member) { return member.second->isWritable(); })) {
+      return; // a mirror is written to while it may be
+    }
   }
   for (std::uint64_t tries = random_.size(64); tries != 0; --tries) {
     totals_.changes += models_[model].change(random_, ownership_, sizes_, deleted_) ? 1 : 0;

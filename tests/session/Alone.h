@@ -7,11 +7,12 @@ struct HelloWords {
   std::uint32_t magic = Zel::Session::magic;
   std::uint32_t version = Zel::Session::version;
   std::uint32_t mark = 0x01020304;
-  unsigned side = 0; // it has called
+  unsigned side = 0;          // it has called
+  std::uint64_t instance = 0; // it mounts nothing
 };
 
 /// Of a peer that has been called.
-inline constexpr HelloWords accepting{Zel::Session::magic, Zel::Session::version, 0x01020304, 1};
+inline constexpr HelloWords accepting{Zel::Session::magic, Zel::Session::version, 0x01020304, 1, 0};
 
 /// One session whose peer a test plays, by the bytes of its records.
 class Alone {
@@ -76,6 +77,8 @@ public:
       for (const std::uint64_t limit : {1U, 2U, 3U}) {
         out.put64(limit);
       }
+      out.put64(words.instance);
+      out.put64(words.instance);
     });
   }
   static std::string named(unsigned kind, const Zel::String8& name) {
@@ -140,6 +143,26 @@ public:
       out.putString(name);
       out.put8(Zel::NboAttrLog::payloadSectionEntityId);
       out.putEntityId(id);
+    });
+  }
+  static std::string freeze(Zel::EntityId root, std::uint32_t freezes, bool isSoft = false) {
+    return record(16, [&](Out& out) {
+      out.putEntityId(root);
+      out.put32(freezes);
+      out.put8(isSoft ? 1 : 0);
+    });
+  }
+  static std::string frozen(Zel::EntityId root, std::uint32_t freezes) {
+    return record(17, [&](Out& out) {
+      out.putEntityId(root);
+      out.put32(freezes);
+    });
+  }
+  static std::string thaw(Zel::EntityId root, std::uint32_t freezes, std::uint64_t dropped = 0) {
+    return record(18, [&](Out& out) {
+      out.putEntityId(root);
+      out.put32(freezes);
+      out.put64(dropped);
     });
   }
   static std::string syncMode(Zel::EntityId id, unsigned mode) {

@@ -26,15 +26,17 @@ protected:
   /// Whoever still waits is answered while there is somewhere to put it.
   ~Asking() override { cut(); }
 
+  using EchoResult = Session::EchoResult;
+
   void ask(const char* name = "units") {
     client->digestAsk(name, [this](Result result) { results.push_back(result); });
   }
   void echo(const Ptr<Session>& of) {
-    of->echoAsk([this](bool came) { echoes.push_back(came); });
+    of->echoAsk([this](EchoResult came) { echoes.push_back(came); });
   }
 
   Results results;
-  std::vector<bool> echoes;
+  std::vector<EchoResult> echoes;
 };
 
 TEST_F(Asking, ADigestTellsWhetherTheMirrorIsEqual) {
@@ -46,7 +48,9 @@ TEST_F(Asking, ADigestTellsWhetherTheMirrorIsEqual) {
   settle();
   EXPECT_EQ(results, Results{Session::digestEqual});
   // What no adapter sees.
+  mirror()->zelFrozenIs(false);
   mirror()->newStatus("b");
+  mirror()->zelFrozenIs(true);
   ask();
   settle();
   EXPECT_EQ(results, (Results{Session::digestEqual, Session::digestDiffers}));
@@ -80,7 +84,7 @@ TEST_F(Asking, WhoWaitsWhenTheSessionEndsIsToldSo) {
   echo(client);
   cut();
   EXPECT_EQ(results, (Results{Session::digestUnknown, Session::digestUnknown}));
-  EXPECT_EQ(echoes, (std::vector<bool>{false, false}));
+  EXPECT_EQ(echoes, (std::vector<EchoResult>{Session::echoUnknown, Session::echoUnknown}));
   echo(client);
   EXPECT_EQ(echoes.size(), 3U);
 }
@@ -207,10 +211,10 @@ TEST_F(Asking, AnEchoComesBehindWhatWasChangedBefore) {
   settle();
   mirror("a")->genIdIs(7);
   unsigned atEcho = 0;
-  client->echoAsk([&](bool) { atEcho = units->status("a")->genId(); });
+  client->echoAsk([&](EchoResult) { atEcho = units->status("a")->genId(); });
   units->status("a")->totalIntfTrafficViolationsIs(5);
   unsigned atOther = 0;
-  server->echoAsk([&](bool) { atOther = mirror("a")->totalIntfTrafficViolations(); });
+  server->echoAsk([&](EchoResult) { atOther = mirror("a")->totalIntfTrafficViolations(); });
   settle();
   EXPECT_EQ(atEcho, 7U);
   EXPECT_EQ(atOther, 5U);
@@ -220,7 +224,7 @@ TEST_F(Asking, AnEchoThatIsAskedForBeforeTheHelloWaitsForIt) {
   echo(client);
   serve(*client);
   EXPECT_EQ(says(Wiretap::parsed(Wiretap::taken(*client->connection()))), Words{"hello"});
-  EXPECT_EQ(echoes, std::vector<bool>());
+  EXPECT_EQ(echoes, std::vector<EchoResult>());
 }
 
 TEST_F(Asking, ManyEchoesAreAskedForAtOnce) {
@@ -237,17 +241,17 @@ TEST_F(Asking, AnAnswerThatThrowsHurtsNobodyElse) {
   share();
   settle();
   client->digestAsk("units", [](Result) { throw std::runtime_error("no"); });
-  client->echoAsk([](bool) { throw 1; });
+  client->echoAsk([](EchoResult) { throw 1; });
   ask();
   echo(client);
   settle();
   EXPECT_EQ(results, Results{Session::digestEqual});
-  EXPECT_EQ(echoes, std::vector<bool>{true});
+  EXPECT_EQ(echoes, std::vector<EchoResult>{Session::echoApplied});
   EXPECT_EQ(client->connection()->demuxer()->counts().badValues, 0U);
-  client->echoAsk([](bool) { throw std::runtime_error("no"); });
+  client->echoAsk([](EchoResult) { throw std::runtime_error("no"); });
   echo(client);
   cut();
-  EXPECT_EQ(echoes, (std::vector<bool>{true, false}));
+  EXPECT_EQ(echoes, (std::vector<EchoResult>{Session::echoApplied, Session::echoUnknown}));
 }
 
 } // namespace

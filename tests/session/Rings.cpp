@@ -36,8 +36,10 @@ TEST_F(FullRing, AnEchoWaitsForRoomAndForTheChangesBeforeIt) {
   fill();
   bool isEqualAtEcho = false;
   unsigned echoes = 0;
-  client->echoAsk([&](bool came) { echoes += came ? 1 : 0; });
-  server->echoAsk([&](bool came) { isEqualAtEcho = came && isEqual(); });
+  client->echoAsk(
+      [&](Session::EchoResult came) { echoes += came == Session::echoApplied ? 1 : 0; });
+  server->echoAsk(
+      [&](Session::EchoResult came) { isEqualAtEcho = came == Session::echoApplied && isEqual(); });
   settle();
   EXPECT_STREQ(server->failure().charPtr(), "");
   EXPECT_EQ(echoes, 1U);

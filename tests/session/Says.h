@@ -61,8 +61,11 @@ inline std::string says(const Wiretap::Seen& seen) {
     return "offers end";
   case 10:
     return "echo? " + number();
-  case 11:
-    return "echo " + number();
+  case 11: {
+    const std::string serial = number();
+    const auto result = static_cast<unsigned>(rest.front());
+    return "echo " + serial + (result == 0 ? "" : result == 1 ? ": unknown" : ": dropped");
+  }
   case 12: {
     const auto ending = static_cast<unsigned>(rest.front());
     rest.remove_prefix(1);
@@ -75,6 +78,21 @@ inline std::string says(const Wiretap::Seen& seen) {
   case 14: {
     const std::string serial = number();
     return "written " + serial + " result " + std::to_string(static_cast<unsigned>(rest.front()));
+  }
+  case 16: {
+    rest.remove_prefix(sizeof(Zel::EntityId));
+    const std::string freezes = number();
+    return "freeze " + freezes + (rest.front() != 0 ? " softly" : "");
+  }
+  case 17:
+    rest.remove_prefix(sizeof(Zel::EntityId));
+    return "frozen " + number();
+  case 18: {
+    rest.remove_prefix(sizeof(Zel::EntityId));
+    const std::string freezes = number();
+    rest.remove_prefix(sizeof(std::uint32_t)); // the upper half of what was dropped
+    const std::string dropped = number();
+    return "thaw " + freezes + (dropped == "0" ? "" : ", dropped " + dropped);
   }
   default:
     return "kind " + std::to_string(kind);

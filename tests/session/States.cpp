@@ -108,21 +108,6 @@ TEST_F(States, AreThoseOfTheSessionThatServesTheMounts) {
   EXPECT_EQ(mount()->state(), Mount::live);
 }
 
-TEST_F(States, AWalkAnewIsToldAndRefusesWritesMeanwhile) {
-  units->statusIs("a");
-  const Ptr<Mount> mount = share();
-  settle();
-  const auto ear = listen<MountEar>(mount);
-  now = 200;
-  serve(*client);
-  EXPECT_THROW(mirror("a")->genIdIs(1), Zel::ReadOnlyException);
-  EXPECT_EQ(mirror("a")->genId(), 1U);
-  EXPECT_EQ(ear->taken(), Words{"resyncing at 200"});
-  settle();
-  EXPECT_EQ(ear->taken(), Words{"live at 200"});
-  EXPECT_EQ(mirror("a")->genId(), 0U);
-}
-
 TEST_F(States, ObjectsKeepTheirIdentityAndHearWhatHasChanged) {
   for (const char* const unit : {"a", "b", "c"}) {
     units->statusIs(unit)->profileNameIs("slow");

@@ -159,6 +159,20 @@ public:
       onHeard(heard.back());
     }
   }
+  void onWritable() override {
+    const auto* const mount = static_cast<const Zel::Mount*>(rawNotifier());
+    heard.emplace_back(mount->isWritable() ? "writable" : "frozen");
+    if (onHeard) {
+      onHeard(heard.back());
+    }
+  }
+  void onDropped() override {
+    const auto* const mount = static_cast<const Zel::Mount*>(rawNotifier());
+    heard.push_back("dropped " + std::to_string(mount->dropped()));
+    if (onHeard) {
+      onHeard(heard.back());
+    }
+  }
   /// What it has heard, forgotten.
   std::vector<std::string> taken() { return std::exchange(heard, {}); }
 

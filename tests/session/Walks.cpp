@@ -163,12 +163,12 @@ TEST_F(Walks, AStalledReaderIsNotToldOfAnEnd) {
   }
   const Ptr<Zel::NboAttrLog::Root> root = server->exported("units");
   ASSERT_TRUE(root);
-  EXPECT_TRUE(root->isWalking());
+  EXPECT_FALSE(root->isMarkedSent());
   EXPECT_GT(root->owed(), 0U);
   EXPECT_EQ(server->connection()->out()->capacity(), Zel::ConnectionLimits::smallestRing);
   units->statusDelAll(); // which leaves nothing of the walk
   settle();
-  EXPECT_FALSE(root->isWalking());
+  EXPECT_TRUE(root->isMarkedSent());
   EXPECT_EQ(mount->state(), Mount::live);
   EXPECT_TRUE(isEqual());
 }

@@ -70,6 +70,22 @@ TEST_F(SessionDocument, AWriteThatIsDecided) {
   EXPECT_TRUE(said.ends_with(dump("session-written-new"))) << said;
 }
 
+TEST_F(SessionDocument, ARightThatIsTakenAndGivenBack) {
+  share(Zel::accessReadWrite);
+  settle();
+  exports->writableIs("units", false);
+  mirror()->statusIs("a"); // which crosses the freeze
+  says(server, client, dump("session-freeze"));
+  serve(*client);
+  const std::string answer = hexOf(viewOf(client->connection()->pendingOutput()));
+  EXPECT_TRUE(answer.ends_with(dump("session-frozen"))) << answer;
+  move(*client, *server);
+  exports->writableIs("units", true);
+  serve(*server);
+  const std::string given = written(*server);
+  EXPECT_TRUE(given.ends_with(dump("session-thaw"))) << given;
+}
+
 TEST_F(SessionDocument, AGrantOfLess) {
   exports->entityIs(units);
   mounts->mountIs("units", Zel::accessReadWrite);
@@ -119,7 +135,7 @@ TEST(SessionDocumentRead, ByTheEndThatMirrors) {
   auto result = Session::digestUnknown;
   bool echoed = false;
   client.session->digestAsk("units", [&](Session::DigestResult answer) { result = answer; });
-  client.session->echoAsk([&](bool came) { echoed = came; });
+  client.session->echoAsk([&](Session::EchoResult came) { echoed = came == Session::echoApplied; });
   client.serve();
   client.hear(bytes("digest") + bytes("echo"));
   EXPECT_EQ(result, Session::digestEqual);

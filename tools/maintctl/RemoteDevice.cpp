@@ -163,7 +163,7 @@ bool RemoteDevice::until(const std::function<bool()>& isDone, double seconds) {
   return done;
 }
 
-void RemoteDevice::await(const std::function<bool()>& isDone, const char* what) {
+void RemoteDevice::await(const std::function<bool()>& isDone, const std::string& what) {
   if (!until(isDone, settings_.timeout)) {
     const std::optional<Failure> why = trouble();
     throw Failure(exitTimeout, why ? why->what()
@@ -189,9 +189,12 @@ std::map<Zel::Name, Zel::String8> RemoteDevice::roots() {
 
 void RemoteDevice::need(const Zel::Name& root, bool toWrite) {
   const Ptr<Mount> there = mounts_->mount(root);
-  if (there && there->state() == Mount::live && (!toWrite || there->isWritable())) {
+  const auto isReady = [&] {
+    return there && there->state() == Mount::live && (!toWrite || there->isWritable());
+  };
+  if (isReady()) {
     catchUp();
-    if (there->state() == Mount::live && (!toWrite || there->isWritable())) {
+    if (isReady()) {
       return;
     }
   }
@@ -214,9 +217,13 @@ void RemoteDevice::need(const Zel::Name& root, bool toWrite) {
   }
   const Ptr<Mount> needed = mount(root, toWrite ? Zel::accessReadWrite : Zel::accessReadOnly);
   awaitLive(needed);
-  if (toWrite && !needed->isWritable()) {
+  if (!toWrite) {
+    return;
+  }
+  if (needed->access() != Zel::accessReadWrite) {
     throw Failure(exitRefused, "the server lets /" + text(root) + " be read only");
   }
+  await([&] { return needed->isWritable(); }, "it lets nobody write /" + text(root) + " now");
 }
 
 Ptr<Mount> RemoteDevice::mount(const Zel::Name& root, Zel::Access access) {
@@ -234,18 +241,21 @@ void RemoteDevice::awaitLive(const Ptr<Mount>& mount) {
   }
 }
 
-/// Waits until the server has answered, and so until all is applied that it had sent before.
-void RemoteDevice::catchUp() {
+/// Waits until the server has answered, and so until all is applied that it had sent before. Yields
+/// what has become of what was written here.
+Session::EchoResult RemoteDevice::catchUp() {
   if (const std::optional<Failure> why = trouble()) {
     throw *why;
   }
-  const auto echo = std::make_shared<std::optional<bool>>();
-  client_->session()->echoAsk([echo](bool came) { *echo = came; });
+  const auto echo = std::make_shared<std::optional<Session::EchoResult>>();
+  const Ptr<Session> asked = client_->session();
+  asked->echoAsk([echo](Session::EchoResult fate) { *echo = fate; });
   await([&] { return echo->has_value(); }, "it does not answer");
-  if (!echo->value()) {
+  if (!asked->isUp()) {
     throw trouble().value_or(
         Failure(exitNoServer, "the server at " + settings_.path + " has been replaced meanwhile"));
   }
+  return echo->value();
 }
 
 bool RemoteDevice::isThere() {
@@ -254,7 +264,19 @@ bool RemoteDevice::isThere() {
   return static_cast<bool>(client_->session());
 }
 
-void RemoteDevice::flush() { catchUp(); }
+void RemoteDevice::flush() {
+  switch (catchUp()) {
+  case Session::echoApplied:
+    return;
+  case Session::echoDropped:
+    throw Failure(exitRefused,
+                  "not all of it was taken: the right to write was withdrawn meanwhile");
+  case Session::echoUnknown:
+    throw Failure(
+        exitFailed,
+        "nobody knows what of it was taken: a connection of the server has ended meanwhile");
+  }
+}
 
 Session::WriteResult RemoteDevice::writeIf(const Session::WriteIf& what) {
   if (const std::optional<Failure> why = trouble()) {

@@ -50,9 +50,9 @@ private:
   void connect();
   bool isOfAnotherVersion() const;
   std::optional<Failure> trouble() const;
-  void await(const std::function<bool()>& isDone, const char* what);
+  void await(const std::function<bool()>& isDone, const std::string& what);
   bool until(const std::function<bool()>& isDone, double seconds);
-  void catchUp();
+  Zel::Session::EchoResult catchUp();
   Zel::Ptr<Zel::Mount> mount(const Zel::Name& root, Zel::Access access);
   void awaitLive(const Zel::Ptr<Zel::Mount>& mount);
 

@@ -229,7 +229,11 @@ private:
     } else if (word == "input" && in >> name >> count) {
       set(*inputs(), name, count);
     } else if (word == "flush") {
-      client_.session()->echoAsk([](bool came) { answer(came ? "flushed" : "ended"); });
+      client_.session()->echoAsk([](Zel::Session::EchoResult fate) {
+        answer(fate == Zel::Session::echoApplied   ? "flushed"
+               : fate == Zel::Session::echoDropped ? "dropped"
+                                                   : "ended");
+      });
     } else if (word == "remember") {
       remembered_.clear();
       for (StatusDir::StatusMap::IteratorConst at(units()->statusMap()); at; at.advance()) {
