@@ -106,6 +106,15 @@ TEST_F(AdapterLife, WithItsEntityItLeavesTheConnection) {
   EXPECT_EQ(sender.written(), "");
 }
 
+TEST_F(AdapterLife, OfAMemberWithoutItsEntityThereIsNothingToSend) {
+  const Ptr<Adapter> adapter = announced();
+  adapter->flagsIs(StreamAdapter::flagMember, true);
+  adapter->notifierIs(nullptr);
+  adapter->onGenId();
+  EXPECT_EQ(sender.written(), "");
+  EXPECT_FALSE(adapter->notifier());
+}
+
 TEST_F(AdapterLife, WithoutItTheNotifieeReactsNoMore) {
   Ptr<Adapter> adapter = make();
   const Ptr<Notifiee> notifiee(static_cast<Notifiee*>(head()));

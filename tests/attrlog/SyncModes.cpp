@@ -44,6 +44,16 @@ TEST(SyncModes, OfAnEntityWithAnIdOfThisConnectionAloneTellNoOther) {
   EXPECT_FALSE(reader.entity->groupMap()[peers]->zelMarkedForDeletion());
 }
 
+TEST(SyncModes, WhereNobodyMountsRootsNobodyIsTold) {
+  Writer<StatusDir> writer(Zel::makeObject<StatusDir>("units"));
+  const EntityId id = writer.adapter->entityId();
+  Wiretap::feed(*writer.connection, syncMode(id, Adapter::syncModeResync));
+  Wiretap::feed(*writer.connection, syncMode(id, Adapter::syncModeSynced));
+  EXPECT_EQ(writer.connection->demuxer()->counts().records, 2U);
+  EXPECT_EQ(writer.connection->failure(), "");
+  EXPECT_FALSE(writer.has(Adapter::flagReactorActive));
+}
+
 /// Gives a record to the adapter without letting it be applied; yields what is left to read of it.
 template <class T>
 std::size_t leftOf(Reader<T>& reader, const std::string& bytes) {
@@ -111,6 +121,19 @@ TEST(FromOutsideOfInputs, APriorityIsReadAndNotApplied) {
   EXPECT_EQ(leftOf(input, letter(input.id, 258, [](Out& out) { out.put32(srcCli); })), 0U);
   EXPECT_EQ(input.sent(), Briefs{"258"});
   EXPECT_EQ(input.entity->priority(), srcUnknown);
+}
+
+TEST(FromOutsideOfTexts, AnEntryIsReadToItsKeyAndWhatIsHereIsPassedOn) {
+  Reader<Status> reader;
+  reader.entity->historyIs(7.0, "fast");
+  EXPECT_EQ(reader.sent(), Briefs{"268"});
+  const std::string entry = texts(reader.id, Status::Attr::history, "loose", 100, 7.0)[0];
+  EXPECT_EQ(leftOf(reader, entry), sizeof(std::uint32_t) + 5); // the text stays where it is
+  EXPECT_EQ(reader.sent(), Briefs{"268"});
+  EXPECT_EQ(reader.entity->history(7.0), "fast");
+  EXPECT_EQ(leftOf(reader, texts(reader.id, Status::Attr::history, "loose", 100, 8.0)[0]), 9U);
+  EXPECT_EQ(reader.sent(), Briefs{"-268"}); // there is none here
+  EXPECT_EQ(reader.entity->historyMap().count(), 1U);
 }
 
 TEST(FromOutsideOfMembers, KeysAndValuesAreReadAndWhatIsHereIsPassedOn) {
