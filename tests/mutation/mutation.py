@@ -2,6 +2,7 @@
 
 import collections
 import concurrent.futures
+import fcntl
 import fnmatch
 import hashlib
 import json
@@ -139,6 +140,11 @@ class Build:
         self.folder = root / "build" / "mutants"
         self.source, self.binary = self.folder / "source", self.folder / "build"
         self.folder.mkdir(parents=True, exist_ok=True)
+        self.lock = open(self.folder / "lock", "w")
+        try:
+            fcntl.flock(self.lock, fcntl.LOCK_EX | fcntl.LOCK_NB)
+        except BlockingIOError:
+            sys.exit("mutate: another run is under way")
         self.number()
 
     def number(self):

@@ -1,6 +1,7 @@
 """Runs test programs without a mutant, to see what each test reaches and takes, and with one."""
 
 import concurrent.futures
+import ctypes
 import json
 import os
 import pathlib
@@ -13,6 +14,8 @@ import sys
 import tempfile
 import time
 
+LIBC = ctypes.CDLL(None)
+PR_SET_PDEATHSIG = 1
 MEMORY = 8 << 30
 FILE = 256 << 20
 
@@ -25,6 +28,7 @@ class Outcome:
 def launch(command, cwd, scratch, environment, cpu=60, wall=600.0):
     """Runs a command in a session of its own, of which nothing is left afterwards."""
     def limited():
+        LIBC.prctl(PR_SET_PDEATHSIG, signal.SIGKILL)
         resource.setrlimit(resource.RLIMIT_CPU, (cpu, cpu + 1))
         resource.setrlimit(resource.RLIMIT_AS, (MEMORY, MEMORY))
         resource.setrlimit(resource.RLIMIT_FSIZE, (FILE, FILE))
@@ -148,9 +152,12 @@ class Suite:
                                "--gtest_fail_fast"]
                 cpu = sum(t.cpu for t in of_program)
                 wall = sum(t.wall for t in of_program)
+                if kind == "each":  # in one process, of which each test alone had one
+                    cpu -= (len(of_program) - 1) * min(t.cpu for t in self.tests
+                                                       if t.program == name)
                 outcome = launch(command, self.cwd, folder,
                                  self.environment(folder, MUTANT=str(number)),
-                                 cpu=int(3 + 5 * cpu), wall=30 + 10 * wall)
+                                 cpu=int(3 + 4 * cpu), wall=120 + 4 * wall)
                 if outcome.late:
                     return True, f"time, in {name}", time.monotonic() - began
                 if outcome.status != 0:
