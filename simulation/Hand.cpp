@@ -19,11 +19,10 @@ std::size_t Hand::next(End to) const {
 
 void Hand::send(End from) const {
   const Zel::Connection& connection = *link_->side(from).connection;
-  Pipe& to = link_->side(Link::other(from)).incoming;
   for (auto bytes = connection.pendingOutput(); !bytes.empty();
        bytes = connection.pendingOutput()) {
     if (link_->isUp_) {
-      to.put(bytes);
+      link_->put(from, bytes);
     }
     link_->side(from).connection->outputConsumed(bytes.size());
   }

@@ -62,7 +62,27 @@ void Link::reconnect() {
   madeIs();
 }
 
-bool Link::tries(Random& random) const { return random.chance(traits_.haste, 8); }
+void Link::healthyIs(bool healthy) {
+  isHealthy_ = healthy;
+  if (!healthy) {
+    return;
+  }
+  cutHears_.reset();
+  for (const End end : ends) {
+    Side& own = side(end);
+    own.stalledUntil = 0;
+    own.cutAfter.reset();
+    if (!isUp_ && own.connection->isUp()) {
+      close(end, "link cut");
+    }
+  }
+}
+
+bool Link::tries(Random& random) const { return isHealthy_ || random.chance(traits_.haste, 8); }
+
+std::size_t Link::piece(Random& random) const {
+  return isHealthy_ ? traits_.pieces : static_cast<std::size_t>(random.size(traits_.pieces));
+}
 
 bool Link::step(Random& random, Time now) {
   now_ = now;
@@ -99,7 +119,7 @@ void Link::service(Random& random, End end) {
   if (own.connection->isUp() && (own.mayDoMore || own.connection->demuxer()->scheduled() != 0)) {
     const std::uint64_t written = own.connection->out()->bytesWritten();
     acted_ = acted_ || own.mayDoMore;
-    own.mayDoMore = serve(end, random.size(traits_.pieces));
+    own.mayDoMore = serve(end, piece(random));
     acted_ = acted_ || own.connection->out()->bytesWritten() != written;
   }
 }
@@ -111,18 +131,24 @@ bool Link::serve(End end, std::size_t budget) {
 
 void Link::send(Random& random, End from) {
   Side& own = side(from);
-  Side& to = side(other(from));
   const auto pending = own.connection->pendingOutput();
-  std::size_t count = std::min<std::size_t>(pending.size(), random.size(traits_.pieces));
+  std::size_t count = std::min(pending.size(), piece(random));
   if (!isUp_) {
     own.connection->outputConsumed(count); // nobody will receive them
     return;
   }
-  count = std::min(count, to.incoming.room());
-  to.incoming.put(pending.first(count));
+  count = std::min(count, side(other(from)).incoming.room());
+  put(from, pending.first(count));
   own.connection->outputConsumed(count);
   own.mayDoMore = own.mayDoMore || (own.serve && count != 0); // it may wait for room
   acted_ = acted_ || count != 0;
+}
+
+void Link::put(End from, std::span<const std::uint8_t> bytes) {
+  side(other(from)).incoming.put(bytes);
+  if (watcher_ != nullptr && !bytes.empty()) {
+    watcher_->sent(from, bytes);
+  }
 }
 
 void Link::receive(Random& random, End to) {
@@ -130,7 +156,7 @@ void Link::receive(Random& random, End to) {
   if (now_ < own.stalledUntil || !own.connection->isUp()) {
     return;
   }
-  std::size_t most = random.size(traits_.pieces);
+  std::size_t most = piece(random);
   if (own.cutAfter) {
     most = static_cast<std::size_t>(std::min<std::uint64_t>(most, *own.cutAfter));
   }
@@ -155,6 +181,9 @@ std::size_t Link::arrive(End to, std::size_t most) {
     std::memcpy(space.data(), own.incoming.front().data(), count);
     own.incoming.taken(count);
     own.connection->inputReceived(count);
+    if (watcher_ != nullptr) {
+      watcher_->arrived(to, space.first(count));
+    }
     bytesCarried_ += count;
   }
   return count;

@@ -7,6 +7,7 @@
 #include <array>
 #include <functional>
 #include <optional>
+#include <span>
 
 namespace Simulation {
 
@@ -70,11 +71,24 @@ public:
     unsigned haste = 6;
   };
 
+  /// Sees the bytes that a link carries.
+  class Watcher {
+  public:
+    /// They are on their way: nothing that is lost at once is told of.
+    virtual void sent(End from, std::span<const std::uint8_t> bytes) = 0;
+    /// They have arrived, and are to be looked at by the end.
+    virtual void arrived(End to, std::span<const std::uint8_t> bytes) = 0;
+
+  protected:
+    ~Watcher() = default;
+  };
+
   Link(Traits traits, MakeEnd make);
   Link(const Link&) = delete;
   Link& operator=(const Link&) = delete;
   ~Link();
 
+  const Traits& traits() const noexcept { return traits_; }
   /// The connection of an end: up, or down since the link was cut and until it is made anew.
   const Zel::Ptr<Zel::Connection>& connection(End end) const { return side(end).connection; }
   /// Whether the link carries bytes.
@@ -89,6 +103,8 @@ public:
 
   /// What is on its way to `to` waits for a duration, and so does what is sent to it then.
   void stall(End to, Time duration);
+  /// Whether what is on its way to `to` waits for a stall to be over.
+  bool isStalled(End to) const noexcept { return now_ < side(to).stalledUntil; }
   /// Cuts the link in the next step: of the bytes in flight, some first ones may still arrive, the
   /// rest is lost. Each end hears of it within `hears` steps, and what it sends until then is lost.
   void cut(Time hears = 0);
@@ -96,6 +112,14 @@ public:
   void cutAfter(End to, std::uint64_t bytes, Time hears = 0);
   /// Makes both ends anew and connects them. Both have to be down.
   void reconnect();
+
+  /// From here on all is well with the link: stalls are over, a cut that was to come does not, an
+  /// end that is still to hear of one hears it, and each step tries everything and moves as much as
+  /// a piece may have. With false, what happens is up to chance again.
+  void healthyIs(bool healthy);
+
+  /// Tells who is to see what goes over the link; null: nobody. It has to outlive that.
+  void watcherIs(Watcher* watcher) noexcept { watcher_ = watcher; }
 
   /// Bytes that have arrived, and how often the link was cut.
   std::uint64_t bytesCarried() const noexcept { return bytesCarried_; }
@@ -132,6 +156,8 @@ private:
   std::optional<Time> wakes() const;
 
   bool tries(Random& random) const;
+  std::size_t piece(Random& random) const;
+  void put(End from, std::span<const std::uint8_t> bytes);
   bool serve(End end, std::size_t budget);
   std::size_t arrive(End to, std::size_t most);
   bool failureNote(End end);
@@ -145,6 +171,8 @@ private:
   const Traits traits_;
   const MakeEnd make_;
   std::array<Side, 2> sides_;
+  Watcher* watcher_ = nullptr;
+  bool isHealthy_ = false;
   bool isUp_ = true;
   bool acted_ = false;
   Time now_ = 0;
