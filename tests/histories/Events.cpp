@@ -1,66 +1,88 @@
 #include "History.h"
+#include "Promises.h"
 
 #include <Zel/Exception>
 #include <Zel/FlowPlan>
+#include <Zel/StateDigest>
 #include <Zel/StreamAdapter>
+
+#include <algorithm>
 
 namespace Histories {
 
 using Zel::StreamAdapter;
 namespace Log = Zel::NboAttrLog;
 
+/// What may happen, each as often as it is to come.
+std::vector<Doing> History::eventsIn() const {
+  std::vector<Doing> events;
+  for (const Doing doing :
+       {Doing::stall, Doing::stall, Doing::cut, Doing::cutAfter, Doing::reconnect, Doing::half,
+        Doing::silence, Doing::newRoot, Doing::withdraw, Doing::writeFrozen, Doing::stranger}) {
+    if (swarm_.may(doing)) {
+      events.push_back(doing);
+    }
+  }
+  return events;
+}
+
 /// Something that happens to the links.
 void History::event() {
+  const std::vector<Doing> events = eventsIn();
+  if (events.empty()) {
+    return;
+  }
   const auto number = static_cast<unsigned>(random_.below(hops_.size()));
-  Hop& hop = hops_[number];
-  Simulation::Link& link = *hop.link;
+  const Hop& hop = hops_[number];
+  Link& link = *hop.link;
   const End end = random_.chance(1, 2) ? End::first : End::second;
-  const std::string where =
-      "link " + std::to_string(number) + ", end " + std::to_string(place(end)) + ": ";
-  switch (random_.below(9)) {
-  case 0:
-  case 1: {
+  switch (events[random_.below(events.size())]) {
+  case Doing::stall: {
     const std::uint64_t duration = random_.size(500);
-    tell(where + "stalls for " + std::to_string(duration));
+    tell(where(number, end) + "stalls for " + std::to_string(duration));
     link.stall(end, duration);
     break;
   }
-  case 2:
+  case Doing::cut:
     if (link.isUp()) {
-      tell(where + "cut");
+      tell(where(number, end) + "cut");
       link.cut(random_.below(20));
-      world_.run(1);
+      pass(1);
     }
     break;
-  case 3:
+  case Doing::cutAfter:
     if (link.isUp()) {
       const std::uint64_t bytes = random_.size(1 << 16);
-      tell(where + "is to be cut after " + std::to_string(bytes) + " bytes");
+      tell(where(number, end) + "is to be cut after " + std::to_string(bytes) + " bytes");
       link.cutAfter(end, bytes, random_.below(20));
     }
     break;
-  case 4:
+  case Doing::reconnect:
     if (link.isDown()) {
       reconnect(number);
     }
     break;
-  case 5:
+  case Doing::half:
+    newerSession(number);
+    break;
+  case Doing::silence:
     if (link.isUp()) {
       // A session exports whenever it is asked to.
       const bool announcing = random_.chance(1, 2) || (isOverSessions() && end == hop.exporter);
-      tell(where + (announcing ? "announces" : "announces nothing"));
+      tell(where(number, end) + (announcing ? "announces" : "announces nothing"));
       link.connection(end)->demuxer()->announcingIs(announcing);
     }
     break;
-  case 6:
-    if (!rootsToCome_.empty() && onlyWriter_.value_or(0) == 0) {
-      tell("a new root");
-      models_[0].roots()->entityIs(rootsToCome_.back());
-      rootsToCome_.pop_back();
+  case Doing::newRoot:
+    newRoot();
+    break;
+  case Doing::withdraw:
+    if (!offerAgain(number)) {
+      withdraw(number);
     }
     break;
-  case 7:
-    refusedWrite();
+  case Doing::writeFrozen:
+    frozenWrite();
     break;
   default:
     strangerSend(number, end);
@@ -71,52 +93,119 @@ void History::event() {
 void History::cutsNote() {
   for (unsigned hop = 0; hop < hops_.size(); ++hop) {
     if (!hops_[hop].link->isUp()) {
-      ownership_.cutBehind(hop);
+      ownership_.cutBehind(hop, Promises::handsOver);
     }
   }
 }
 
-void History::announceAll() {
-  for (const Hop& hop : hops_) {
-    for (const End end : {End::first, End::second}) {
-      if (hop.link->connection(end)->isUp()) {
-        hop.link->connection(end)->demuxer()->announcingIs(true);
-      }
-    }
+void History::newRoot() {
+  if (!rootsToCome_.empty() && onlyWriter_.value_or(0) == 0) {
+    tell("a new root");
+    models_[0].roots()->entityIs(rootsToCome_.back());
+    rootsToCome_.pop_back();
   }
 }
 
-void History::reconnect(unsigned hop) {
+/// The mirror has heard of a cut and connects anew before the exporter hears.
+void History::newerSession(unsigned number) {
+  Hop& hop = hops_[number];
+  if (!isOverSessions() || !hop.link->isUp()) {
+    return;
+  }
+  constexpr Simulation::Time hears = 200;
+  tell("link " + std::to_string(number) + ": cut, as one end is going to hear");
+  hop.link->cut(hears);
+  const auto isUp = [&](End end) { return hop.link->connection(end)->isUp(); };
+  while (hop.link->isUp() || (isUp(hop.exporter) && isUp(mirror(hop)))) {
+    pass(1);
+  }
   cutsNote();
-  // What models behind this one have sent has arrived before this one hears anew what they sent
-  // it to change.
-  announceAll();
-  for (unsigned next = hop + 1; next < hops_.size(); ++next) {
-    if (!world_.settle(*hops_[next].link)) {
-      broken("does not come to rest");
-    }
+  if (isUp(mirror(hop)) || !isUp(hop.exporter)) {
+    return; // it is the exporter that has heard
   }
-  cutsNote();
-  tell("link " + std::to_string(hop) + ": reconnects");
-  hops_[hop].link->reconnect();
+  settleBehind(number);
+  if (!isUp(hop.exporter)) {
+    return; // by now it has
+  }
+  ownership_.joinBehind(number);
+  tell("link " + std::to_string(number) + ": a newer session");
+  hop.watch->newerSession();
+  hop.watch->ended();
+  linkIs(number);
 }
 
-/// A read-only mirror is written to. It refuses, and has what it then lacks sent anew. It is the
-/// last of the chain: of what is refused, listeners further back in the list hear nothing.
-void History::refusedWrite() {
+/// A root is offered no more.
+void History::withdraw(unsigned number) {
+  Hop& hop = hops_[number];
+  if (!isOverSessions() || hop.exports->roots().empty()) {
+    return;
+  }
+  const auto at =
+      std::next(hop.exports->roots().begin(),
+                static_cast<std::ptrdiff_t>(random_.below(hop.exports->roots().size())));
+  const Zel::Name name = at->first;
+  tell("link " + std::to_string(number) + ": withdraws " + name.charPtr());
+  hop.watch->withdrawing();
+  hop.withdrawn.insert(name);
+  hop.hasWithdrawn = true;
+  hop.exports->entityDel(name);
+  ownership_.cutBehind(number, Promises::handsOver, rootPath(name));
+}
+
+/// What has been withdrawn is offered again; whether there was anything.
+bool History::offerAgain(unsigned number) {
+  Hop& hop = hops_[number];
+  if (hop.withdrawn.empty()) {
+    return false;
+  }
+  settleBehind(number);
+  if (!Promises::offersAtOnce) {
+    rest(hop.link);
+  }
+  ownership_.joinBehind(number);
+  tell("link " + std::to_string(number) + ": offers all");
+  hop.withdrawn.clear();
+  hop.watch->offeredAnew();
+  rootsExport(number, *hop.link->connection(hop.exporter));
+  return true;
+}
+
+namespace {
+
+std::uint64_t digestOf(const Zel::Dir& roots) {
+  std::uint64_t digest = 0;
+  for (const auto& [name, root] : roots.entities()) {
+    digest = Random::mixed(digest) + Zel::stateDigest(*root);
+  }
+  return digest;
+}
+
+} // namespace
+
+/// A mirror is written to that may not be. It throws, unless the write changes nothing, and has
+/// what it then lacks sent anew. It is the last of the chain: of what is refused, listeners further
+/// back in the list hear nothing.
+void History::frozenWrite() {
   const auto number = static_cast<unsigned>(hops_.size() - 1);
   Hop& hop = hops_[number];
-  if (!hop.isReadOnly || !isOverSessions()) {
+  if (!isOverSessions()) {
     return; // over a bare connection what is refused stands in the mirror all the same
   }
   tell("model " + std::to_string(number + 1) + " writes what it may only read");
-  const Ownership own(random_.next(), static_cast<unsigned>(models_.size()), number + 1);
+  Model& model = models_[number + 1];
+  Ownership own(random_.fork().next(), static_cast<unsigned>(models_.size()), number + 1);
+  closedIs(own, number + 1, true);
   for (std::uint64_t tries = random_.size(8); tries != 0; --tries) {
+    const std::uint64_t before = digestOf(*model.roots());
     try {
-      models_[number + 1].change(random_, own, sizes_, deleted_);
+      model.change(random_, own, sizes_, deleted_, swarm_);
     } catch (const Zel::ReadOnlyException&) {
       hop.hasRefused = true;
+      hop.watch->refused();
       ++totals_.refusals;
+    }
+    if (Promises::refusesBefore && isOverSessions() && digestOf(*model.roots()) != before) {
+      broken("model " + std::to_string(number + 1) + " has been changed and may only be read");
     }
   }
 }
@@ -166,8 +255,7 @@ void History::strangerSend(unsigned number, End end) {
     header = Log::MsgHeader::variable(Zel::orphanEntityId, Log::attrIdOrphan);
     ++expected.unknownTypes;
   }
-  tell("link " + std::to_string(number) + ", end " + std::to_string(place(end)) +
-       ": sends a record of nobody, kind " + std::to_string(kind));
+  tell(where(number, end) + "sends a record of nobody, kind " + std::to_string(kind));
   out->nextHeaderIs(header);
   out << Log::transactBegin;
   if (kind == 3) {

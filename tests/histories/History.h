@@ -1,10 +1,12 @@
 #pragma once
 
-#include "Model.h"
+#include "Promises.h"
+#include "Watch.h"
 
-#include <Zel/Session>
 #include <simulation/World.h>
 
+#include <memory>
+#include <set>
 #include <stdexcept>
 
 namespace Histories {
@@ -20,7 +22,10 @@ struct Totals {
   std::uint64_t rounds = 0;      ///< of changes
   std::uint64_t roundsOwing = 0; ///< of these, those in which changes had to wait for room
   std::uint64_t wholeTrees = 0;  ///< histories with all roots, from the start
-  AllMutations mutations;        ///< what was changed in these
+  std::uint64_t healed = 0;      ///< how often all became well, see `Rest.h`
+  double restUsed = 0;           ///< of the steps allowed for rest then, the most that was needed
+  AllMutations mutations;        ///< what was changed in whole trees
+  Sometimes sometimes;
 
   Totals& operator+=(const Totals& other);
 };
@@ -32,7 +37,7 @@ struct Broken : std::runtime_error {
 
 /// One history: models in a chain, each but the first a mirror of the one before, that change at
 /// random and are linked badly. It goes in epochs; at the end of each, everything comes to rest,
-/// and is looked at. All of it follows from the seed.
+/// and is looked at. What may happen in it, and all that does, follows from the seed.
 class History {
 public:
   /// What the models are linked by.
@@ -45,20 +50,27 @@ public:
 
   /// `told` hears of each step.
   explicit History(std::uint64_t seed, Over over = Over::connections,
-                   std::function<void(const std::string&)> told = {});
+                   std::function<void(const std::string&)> told = {})
+      : History(Random(seed), over, std::move(told)) {}
+  /// Where bytes decide, it comes to rest when these are spent.
+  explicit History(Random random, Over over, std::function<void(const std::string&)> told = {});
 
   /// Throws `Broken`, and what the models throw.
   Totals run();
 
+  /// What it has come to so far.
+  const Reached& reached() const noexcept { return reached_; }
+  const Zel::Ptr<Zel::Dir>& roots(unsigned model) const { return models_.at(model).roots(); }
+
 private:
   using End = Zel::Connection::End;
+  using Link = Simulation::Link;
 
   /// The link between a model and the next one, its mirror.
-  struct Hop {
-    End exporter;
-    Simulation::Link* link = nullptr;
+  struct Hop : Watched {
     bool isReadOnly = false;
     bool hasRefused = false; ///< whether the mirror asked for anything to be sent anew
+    Link::Traits traits;
 
     /// Records that each end had sent at the start of the epoch or of the connection, and those
     /// that it was made to send since.
@@ -69,12 +81,10 @@ private:
 
     // Over sessions.
     Zel::Ptr<Zel::Exports> exports;
-    Zel::Ptr<Zel::Mounts> mounts;
-    Zel::Ptr<Zel::Session> sessions[2];
-    /// Records that the mirror had said in the session at the start of the epoch.
-    std::uint64_t saidBefore = 0;
+    std::set<Zel::Name> withdrawn; ///< to be offered again
+    bool hasWithdrawn = false;     ///< anything over this connection
 
-    std::uint64_t said() const;
+    std::unique_ptr<Watch> watch;
   };
 
   static unsigned place(End end) { return end == End::second ? 1 : 0; }
@@ -83,23 +93,39 @@ private:
   }
 
   void linksIs();
-  Simulation::Link::Peer peerIs(unsigned hop, End end);
+  void linkIs(unsigned hop);
+  Link::Peer peerIs(unsigned hop, End end);
   Zel::Ptr<Zel::Connection> connectionIs(unsigned hop, End end);
-  Simulation::Link::Peer sessionIs(unsigned hop, End end);
+  Link::Peer sessionIs(unsigned hop, End end);
   bool rootsExport(unsigned hop, Zel::Connection& connection);
   bool rootsExport();
 
   void epoch(bool isFirst);
+  void pass(Simulation::Time duration);
+  void chainLook();
   void changes();
-  void event();
+  void closedIs(Ownership& ownership, unsigned model, bool isWritable) const;
   void cutsNote();
-  void announceAll();
-  void reconnect(unsigned hop);
-  void strangerSend(unsigned hop, End end);
-  void refusedWrite();
-  void settle();
   void baselineTake();
   void owedNote();
+
+  // In Events.cpp.
+  void event();
+  void newerSession(unsigned hop);
+  void newRoot();
+  void withdraw(unsigned hop);
+  bool offerAgain(unsigned hop);
+  void strangerSend(unsigned hop, End end);
+  void frozenWrite();
+  std::vector<Doing> eventsIn() const;
+
+  // In Settle.cpp.
+  void settle();
+  void heal();
+  void rest(Link* link = nullptr);
+  void announceAll();
+  void reconnect(unsigned hop);
+  void settleBehind(unsigned hop);
 
   // In Checks.cpp.
   void check();
@@ -120,13 +146,25 @@ private:
   }
 
   bool isOverSessions() const noexcept { return over_ == Over::sessions; }
+  /// Whether links are made anew without a thought of what lies behind them.
+  bool mayBeRash() const noexcept {
+    return Promises::handsOver && isOverSessions() && swarm_.may(Doing::rash);
+  }
+
+  std::string where(unsigned hop, End end) const {
+    return "link " + std::to_string(hop) + ", end " + std::to_string(place(end)) + ": ";
+  }
 
   const Over over_;
   const std::function<void(const std::string&)> told_;
+  Random random_;
+  const Swarm swarm_;
+  Reached reached_;
   Simulation::World world_;
-  Random& random_;
+  std::optional<Simulation::Time> restUntil_; ///< where links are healthy
   std::vector<Model> models_;
   std::vector<Hop> hops_;
+  std::vector<Link*> links_; ///< former ones too
   std::vector<Zel::Ptr<Zel::Entity>> rootsToCome_;
   bool hasAllRoots_ = false;
   Zel::ConnectionLimits limits_;
@@ -138,5 +176,9 @@ private:
   Totals totals_;
   unsigned epochs_ = 0;
 };
+
+/// The history that bytes decide: the first of them, what it is over. They have to outlive it.
+History historyOf(std::span<const std::uint8_t> bytes,
+                  std::function<void(const std::string&)> told = {});
 
 } // namespace Histories

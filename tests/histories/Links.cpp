@@ -175,6 +175,64 @@ TEST_F(Linked, SessionsAreDrivenInTheirOwnWay) {
   EXPECT_EQ(mount->state(), Zel::Mount::live);
 }
 
+TEST_F(Linked, WhatIsWellHasNoStallAndNoCutAndMovesWholePieces) {
+  World world(8);
+  Link& link = linkIs(world, {.pieces = 1 << 10, .inFlight = 1 << 10, .haste = 1});
+  units_->statusIs("System")->maintEnterInstanceIs(Zel::String8(std::string(20000, 'x')));
+  link.stall(End::second, 100000);
+  link.cutAfter(End::second, 5000);
+  link.cut();
+  link.healthyIs(true);
+  ASSERT_TRUE(world.settle());
+  EXPECT_LT(world.now(), 20000U / 1024 + 10);
+  EXPECT_EQ(link.cuts(), 0U);
+  ASSERT_TRUE(mirror());
+  EXPECT_EQ(mirror()->status("System")->maintEnterInstance().length(), 20000U);
+}
+
+TEST_F(Linked, WhatIsWellHasHeardOfACut) {
+  World world(9);
+  Link& link = linkIs(world, {});
+  ASSERT_TRUE(world.settle());
+  link.cut(1000);
+  world.run(1);
+  ASSERT_FALSE(link.isDown());
+  link.healthyIs(true);
+  EXPECT_TRUE(link.isDown());
+  link.reconnect();
+  link.healthyIs(false);
+  ASSERT_TRUE(world.settle());
+  link.stall(End::first, 50);
+  EXPECT_TRUE(link.isStalled(End::first)); // once more
+}
+
+TEST(Random, IsDrawnFromBytesAsLongAsThereAreAny) {
+  const std::vector<std::uint8_t> bytes{7, 1, 2, 200, 0, 9};
+  Random random{std::span<const std::uint8_t>(bytes)};
+  EXPECT_EQ(random.below(1), 0U);             // of no byte
+  EXPECT_EQ(random.below(5), 7U % 5);         // of one
+  EXPECT_EQ(random.below(256), 1U);           // of one
+  EXPECT_EQ(random.below(257), 0x2c8U % 257); // of two
+  EXPECT_FALSE(random.isSpent());
+  EXPECT_EQ(random.next(), 9U); // of all that are left
+  EXPECT_TRUE(random.isSpent());
+  EXPECT_EQ(random.next(), Random(0).next());
+  EXPECT_FALSE(Random(1).isSpent());
+}
+
+TEST(Random, ForksAreOthersThatFollow) {
+  Random random(3);
+  Random first = random.fork();
+  Random second = random.fork();
+  Random again(3);
+  EXPECT_EQ(again.fork().next(), first.next());
+  EXPECT_NE(first.next(), second.next());
+  const std::vector<std::uint8_t> bytes{1, 2, 3};
+  Random drawn{std::span<const std::uint8_t>(bytes)};
+  EXPECT_FALSE(drawn.fork().isSpent());
+  EXPECT_EQ(drawn.below(256), 3U); // two bytes are gone
+}
+
 TEST(Random, IsTheSameEverywhere) {
   Random random(1);
   EXPECT_EQ(random.next(), 0x910a2dec89025cc1U);

@@ -33,8 +33,28 @@ std::size_t textLength(const Zel::ValueRecord& record, const void* value) {
              : 0;
 }
 
-const TextSizes& sizesOf(const Zel::AttrRow& row, const TextSizes& sizes, const TextSizes& small) {
-  return row.value == &Zel::valueRecord<Zel::String8> ? sizes : small;
+bool isText(const Zel::AttrRow& row) { return row.value == &Zel::valueRecord<Zel::String8>; }
+
+/// Whether a program changes such an attribute at all.
+bool changes(const Swarm& swarm, const Zel::AttrRow& row) {
+  if (row.kind == Zel::AttrKind::instantiating) {
+    return swarm.may(Doing::member);
+  }
+  if (row.isCollection()) {
+    return swarm.may(Doing::entry);
+  }
+  return swarm.may(isText(row) ? Doing::text : Doing::number) ||
+         (row.increment != nullptr && swarm.may(Doing::increment));
+}
+
+TextSizes sizesOf(const Zel::AttrRow& row, const TextSizes& sizes, const Swarm& swarm) {
+  return isText(row) && swarm.may(Doing::longText) ? sizes : whole(sizes);
+}
+
+/// A number for one of few keys.
+unsigned keyNumber(Random& random, unsigned keys, const Swarm& swarm) {
+  const auto number = static_cast<unsigned>(random.below(keys));
+  return number == longKeyNumber && !swarm.may(Doing::longKey) ? 0 : number;
 }
 
 /// The collection of members of a type; null if it has none.
@@ -97,7 +117,7 @@ void Model::freshOwnerFind(Place& place, unsigned owner) const {
 
 /// Each attribute is as likely as any other, of whatever type it is: a type of many attributes, or
 /// a directory of such, is the place of more changes.
-Model::Place Model::randomPlace(Random& random, const Ownership& ownership) const {
+Zel::Name Model::randomRoot(Random& random) const {
   std::uint64_t all = 0;
   for (const auto& [name, root] : roots_->entities()) {
     all += weight(tableOf(*root));
@@ -108,7 +128,12 @@ Model::Place Model::randomPlace(Random& random, const Ownership& ownership) cons
     skip -= weight(tableOf(*root->second));
     ++root;
   }
-  Place place{root->second.ptr(), rootPath(root->first), std::nullopt, 0};
+  return root->first;
+}
+
+Model::Place Model::randomPlace(Random& random, const Zel::Name& root,
+                                const Ownership& ownership) const {
+  Place place{roots_->entity(root).ptr(), rootPath(root), std::nullopt, 0};
   freshOwnerFind(place, 0);
   while (const Zel::AttrRow* const directory = membersOf(tableOf(*place.entity))) {
     const unsigned count = directory->collection->count(place.entity);
@@ -140,70 +165,91 @@ bool Model::owns(const Place& place, const Zel::AttrRow& row, std::uint64_t key,
 }
 
 bool Model::change(Random& random, const Ownership& ownership, const TextSizes& sizes,
-                   std::unordered_set<Path>& deleted) {
+                   std::unordered_set<Path>& deleted, const Swarm& swarm) {
   if (roots_->entities().empty()) {
     return false;
   }
-  const Place place = randomPlace(random, ownership);
+  const Zel::Name root = randomRoot(random);
+  const std::optional<Ownership> own = ownership.in(rootPath(root), number_);
+  if (!own) {
+    return false;
+  }
+  const Place place = randomPlace(random, root, *own);
   std::vector<const Zel::AttrRow*> rows;
-  forFlowingRows(tableOf(*place.entity), [&](const Zel::AttrRow& row) { rows.push_back(&row); });
+  forFlowingRows(tableOf(*place.entity), [&](const Zel::AttrRow& row) {
+    if (changes(swarm, row)) {
+      rows.push_back(&row);
+    }
+  });
   if (rows.empty()) {
-    return false; // nothing about it ever changes
+    return false; // nothing about it ever changes, or not by these doings
   }
   const Zel::AttrRow& row = *rows[random.below(rows.size())];
   const Zel::Ptr<Zel::Entity> kept(place.entity);
   if (!row.isCollection()) {
-    return singularChange(random, place, row, ownership, sizes);
+    return singularChange(random, place, row, *own, sizes, swarm);
   }
   return row.kind == Zel::AttrKind::instantiating
-             ? memberChange(random, place, row, ownership, deleted)
-             : entryChange(random, place, row, ownership, sizes);
+             ? memberChange(random, place, row, *own, deleted, swarm)
+             : entryChange(random, place, row, *own, sizes, swarm);
+}
+
+void Model::announce(const Deed& deed) const {
+  if (about) {
+    about(deed);
+  }
 }
 
 bool Model::singularChange(Random& random, const Place& place, const Zel::AttrRow& row,
-                           const Ownership& ownership, const TextSizes& sizes) {
+                           const Ownership& ownership, const TextSizes& sizes, const Swarm& swarm) {
   if (!owns(place, row, 0, ownership)) {
     return false;
   }
-  if (row.increment != nullptr && random.chance(1, 2)) {
+  const bool mayIncrement = row.increment != nullptr && swarm.may(Doing::increment);
+  if (mayIncrement && (!swarm.may(Doing::number) || random.chance(1, 2))) {
     const auto by = static_cast<unsigned>(random.below(3));
     tell(place, row, "incremented by " + std::to_string(by));
+    announce({Deed::written, *place.entity, row, nullptr, place.path});
     row.increment(place.entity, by);
     ++mutationsOf(place, row).writes;
     return true;
   }
-  AnyValue value = randomValue(random, *row.value, sizesOf(row, sizes, whole(sizes)));
-  if (row.value->enumeration != nullptr && random.chance(1, 16)) {
-    const int unknown = static_cast<int>(1000 + random.below(5));
+  Random of = random.fork();
+  AnyValue value = randomValue(of, *row.value, sizesOf(row, sizes, swarm));
+  if (row.value->enumeration != nullptr && swarm.may(Doing::strangeEnum) && of.chance(1, 16)) {
+    const int unknown = static_cast<int>(1000 + of.below(5));
     std::memcpy(value.at(), &unknown, sizeof unknown);
   }
   tell(place, row, "written");
+  announce({Deed::written, *place.entity, row, nullptr, place.path});
   row.write(place.entity, value.at());
   mutationsOf(place, row) += {1, 0, textLength(*row.value, value.at())};
   return true;
 }
 
 bool Model::entryChange(Random& random, const Place& place, const Zel::AttrRow& row,
-                        const Ownership& ownership, const TextSizes& sizes) {
+                        const Ownership& ownership, const TextSizes& sizes, const Swarm& swarm) {
   const Zel::CollectionOps& ops = *row.collection;
-  const AnyValue key = numberedKey(*row.key, static_cast<unsigned>(random.below(keysOfCollection)));
+  const AnyValue key = numberedKey(*row.key, keyNumber(random, keysOfCollection, swarm));
   if (!owns(place, row, valueHash(*row.key, key.at()), ownership)) {
     return false;
   }
   const bool ownsAll = place.freshOwner || ownership.isWhole(place.path, row.id);
-  if (ownsAll && random.chance(1, 40)) {
+  if (ownsAll && swarm.may(Doing::entryClear) && random.chance(1, 40)) {
     tell(place, row, "cleared");
+    announce({Deed::cleared, *place.entity, row, nullptr, place.path});
     ops.eraseAll(place.entity);
     return true;
   }
   const std::string number = shown(valueHash(*row.key, key.at()));
-  if (random.chance(1, 4)) {
+  if (swarm.may(Doing::entryDelete) && random.chance(1, 4)) {
     tell(place, row, "deleted " + number);
+    announce({Deed::deleted, *place.entity, row, key.at(), place.path});
     const bool wasThere = ops.erase(place.entity, key.at());
     mutationsOf(place, row).deletions += wasThere ? 1 : 0;
     return wasThere;
   }
-  const TextSizes small = whole(sizes);
+  Random of = random.fork();
   AnyValue value(*row.value);
   if (row.kind == Zel::AttrKind::ownKey) {
     const Zel::TypeTable& table = row.value->table();
@@ -212,39 +258,46 @@ bool Model::entryChange(Random& random, const Place& place, const Zel::AttrRow& 
       if (part.name == Zel::keyAttributeName(row)) {
         builder.take(part, [&](void* to) { part.value->assign(to, key.at()); });
       } else if (Zel::isStored(part)) {
-        builder.take(part, [&](void* to) { putRandom(random, *part.value, small, to); });
+        builder.take(part, [&](void* to) { putRandom(of, *part.value, whole(sizes), to); });
       }
     }
     builder.finish();
   } else {
-    putRandom(random, *row.value, sizesOf(row, sizes, small), value.at());
+    putRandom(of, *row.value, sizesOf(row, sizes, swarm), value.at());
   }
   tell(place, row, "entry " + number);
+  announce({Deed::written, *place.entity, row, key.at(), place.path});
   ops.write(place.entity, key.at(), value.at());
   mutationsOf(place, row) += {1, 0, textLength(*row.value, value.at())};
   return true;
 }
 
 bool Model::memberChange(Random& random, const Place& place, const Zel::AttrRow& row,
-                         const Ownership& ownership, std::unordered_set<Path>& deleted) {
+                         const Ownership& ownership, std::unordered_set<Path>& deleted,
+                         const Swarm& swarm) {
   if (place.freshOwner.value_or(ownership.directoryOwner(place.path, row.id)) != number_) {
     return false;
   }
   const Zel::CollectionOps& ops = *row.collection;
-  const AnyValue key = numberedKey(*row.key, static_cast<unsigned>(random.below(keysOfDirectory)));
+  const AnyValue key = numberedKey(*row.key, keyNumber(random, keysOfDirectory, swarm));
   const std::uint64_t hash = valueHash(*row.key, key.at());
   const Path path = memberPath(place.path, row.id, hash);
   const std::string number = shown(path);
-  if (random.chance(1, 60)) {
+  if (swarm.may(Doing::memberClear) && random.chance(1, 60)) {
     tell(place, row, "cleared");
+    announce({Deed::cleared, *place.entity, row, nullptr, place.path});
     forEntities(*place.entity, place.path,
                 [&](Zel::Entity& /*entity*/, Path below) { deleted.insert(below); });
     deleted.erase(place.path);
     ops.eraseAll(place.entity);
     return true;
   }
-  if (random.chance(1, 3)) {
+  const bool isThere = ops.exists(place.entity, key.at());
+  if (swarm.may(Doing::memberDelete) && random.chance(1, 3)) {
     tell(place, row, "deleted " + number);
+    if (isThere) {
+      announce({Deed::memberDeleted, *place.entity, row, key.at(), path});
+    }
     deleted.insert(path);
     const bool wasThere = ops.erase(place.entity, key.at());
     mutationsOf(place, row).deletions += wasThere ? 1 : 0;
@@ -253,12 +306,16 @@ bool Model::memberChange(Random& random, const Place& place, const Zel::AttrRow&
   std::vector<AnyValue> values;
   std::vector<const void*> arguments;
   for (const Zel::ValueRecord* const argument : ops.arguments) {
-    values.push_back(randomValue(random, *argument, {}));
+    Random of = random.fork();
+    values.push_back(randomValue(of, *argument, {}));
   }
   for (const AnyValue& value : values) {
     arguments.push_back(value.at());
   }
   tell(place, row, "member " + number);
+  if (!isThere) {
+    announce({Deed::memberMade, *place.entity, row, key.at(), path});
+  }
   ops.create(place.entity, key.at(), arguments.data());
   ++mutationsOf(place, row).writes;
   return true;

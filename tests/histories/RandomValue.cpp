@@ -83,7 +83,7 @@ AnyValue randomValue(Random& random, const Zel::ValueRecord& record, const TextS
 AnyValue numberedKey(const Zel::ValueRecord& record, unsigned number) {
   Random random(Random::mixed(number) ^ record.name.size());
   // One in a few is long, but no two of them and an id are too long for a record.
-  const bool isLong = number % 16 == 15;
+  const bool isLong = number == longKeyNumber;
   return randomValue(random, record, {isLong ? std::size_t{6000} : std::size_t{24}, 1});
 }
 

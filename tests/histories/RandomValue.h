@@ -20,7 +20,8 @@ struct TextSizes {
 /// negative zero, which equals another value.
 AnyValue randomValue(Random& random, const Zel::ValueRecord& record, const TextSizes& sizes);
 
-/// One of few keys of a type: the same for the same number.
+/// One of few keys of a type: the same for the same number. That of one number is long.
+inline constexpr unsigned longKeyNumber = 15;
 AnyValue numberedKey(const Zel::ValueRecord& record, unsigned number);
 
 /// The same as part of a value that brings its key.

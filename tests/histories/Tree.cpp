@@ -109,6 +109,27 @@ void forEntities(const Zel::Dir& roots, const std::function<void(Zel::Entity&, P
   }
 }
 
+namespace {
+
+void forEntities(Zel::Entity& entity, const std::function<void(Zel::Entity&)>& visit) {
+  visit(entity);
+  forFlowingRows(tableOf(entity), [&](const Zel::AttrRow& row) {
+    if (row.kind == Zel::AttrKind::instantiating) {
+      for (Zel::CollectionPosition at = positionOf(entity, row); at; at.advance()) {
+        forEntities(static_cast<Zel::Entity&>(*at.member()), visit);
+      }
+    }
+  });
+}
+
+} // namespace
+
+void forEntities(const Zel::Dir& roots, const std::function<void(Zel::Entity&)>& visit) {
+  for (const auto& [name, root] : roots.entities()) {
+    forEntities(*root, visit);
+  }
+}
+
 std::string dump(const Zel::Dir& roots) {
   std::string text;
   for (const auto& [name, root] : roots.entities()) {

@@ -31,6 +31,9 @@ void forEntities(Zel::Entity& entity, Path path,
                  const std::function<void(Zel::Entity&, Path)>& visit);
 void forEntities(const Zel::Dir& roots, const std::function<void(Zel::Entity&, Path)>& visit);
 
+/// The same without their paths, which cost the most.
+void forEntities(const Zel::Dir& roots, const std::function<void(Zel::Entity&)>& visit);
+
 /// Everything that mirrors are to agree on, as text: a line for each value, in the order of the
 /// collections. Long texts stand as their length and a hash.
 std::string dump(const Zel::Dir& roots);

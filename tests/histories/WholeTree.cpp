@@ -89,14 +89,14 @@ class WholeTrees : public testing::TestWithParam<History::Over> {};
 TEST_P(WholeTrees, HaveEveryAttributeOfEveryTypeChangedInHistories) {
   Totals totals;
   std::uint64_t seed = 1001;
-  for (; totals.wholeTrees < 60; ++seed) {
+  for (; totals.wholeTrees < 150; ++seed) {
     try {
       totals += History(seed, GetParam()).run();
     } catch (const std::exception& failure) {
       FAIL() << "seed " << seed << ": " << failure.what();
     }
   }
-  EXPECT_LT(seed, 1001U + 60 * 8);
+  EXPECT_LT(seed, 1001U + 150 * 8);
   expectAllChanged(totals.mutations, 50, 1);
 }
 
