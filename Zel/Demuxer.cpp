@@ -554,6 +554,9 @@ void Demuxer::recordApply(const Record& record, StreamAdapter* known) {
     unsoughtApply(record, *adapter);
   } else if (header.attrId == attrIdTransaction) {
     transactionApply(*adapter);
+  } else if (header.attrId == attrIdSyncMode && adapter->root_ && !adapter->root_->isImported() &&
+             adapter->root_->input() == Root::Input::changes) {
+    ++counts_.refused; // as a marker is
   } else {
     adapter->handleAttrDeserialization(header.attrId, {}, static_cast<unsigned>(record.payload),
                                        nullptr);

@@ -164,10 +164,17 @@ void Session::ended(bool isHeard) {
   if (exports_) {
     std::erase(exports_->sessions_, this);
   }
-  exported_.clear();
+  *self_ = nullptr;
+  const auto exported = std::exchange(exported_, {});
+  for (Session* other = first_; other != nullptr; other = other->next_) {
+    other->askerGone(*this);
+  }
   (previous_ != nullptr ? previous_->next_ : first_) = next_;
   if (next_ != nullptr) {
     next_->previous_ = previous_;
+  }
+  for (const auto& [name, of] : exported) {
+    frozenUpstream(*of.entity);
   }
   mountsEnd();
   answersEnd();
@@ -247,7 +254,7 @@ std::string Session::bye(Ending ending, const String8& reason) {
 }
 
 void Session::later(Later what) {
-  laterSize_ += sizeof what + what.payload.size() + what.name.length();
+  laterSize_ += what.size();
   later_.push_back(std::move(what));
   if (laterSize_ > mostLater) {
     connection_->fail("the peer asks for more than it reads");
@@ -259,7 +266,7 @@ void Session::laterWrite() {
   while (isUp() && !later_.empty() && connection_->out()->hasRoomForRecord()) {
     const Later first = std::move(later_.front());
     later_.pop_front();
-    laterSize_ -= sizeof first + first.payload.size() + first.name.length();
+    laterSize_ -= first.size();
     if (first.payload.empty()) {
       askAnswer(first.name, first.wanted);
     } else {

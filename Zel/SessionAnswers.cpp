@@ -135,6 +135,9 @@ void Session::digestRead(In& in) {
 
 void Session::answer(std::uint32_t serial, DigestResult result) {
   const auto at = digestsAsked_.find(serial);
+  if (at == digestsAsked_.end()) {
+    return; // answered, when whoever heard of another closed the session
+  }
   const DigestAnswer to = std::move(at->second.to);
   digestsAsked_.erase(at);
   tell(to, result);
@@ -142,60 +145,102 @@ void Session::answer(std::uint32_t serial, DigestResult result) {
 
 void Session::echoAsk(EchoAnswer answerTo) {
   if (isUp()) {
-    echoesWanted_.push_back({std::move(answerTo), true, fate_});
+    echoesWanted_.push_back({std::move(answerTo), nullptr, fate_});
   } else {
     tell(answerTo, echoUnknown);
   }
 }
 
-/// Asks for the echoes once nothing is owed.
+/// Asks for the echoes, behind what was pending when they were wanted. What this end exports has
+/// marks of another kind, so that is waited for until nothing is pending.
 void Session::echoesWrite() {
-  while (isOpen_ && !echoesWanted_.empty() && !owesAnything() && hasRoom()) {
+  const auto forRoots = [this](const auto& visit) {
+    if (mounts_) {
+      for (const auto& [name, mount] : mounts_->mounts()) {
+        if (mount->root_) {
+          visit(*mount->root_);
+        }
+      }
+    }
+  };
+  if (!isOpen_ || echoesWanted_.empty()) {
+    return;
+  }
+  if (echoesMarked_ == 0) {
+    forRoots([](Root& root) { root.pendingMark(); });
+    echoesMarked_ = echoesWanted_.size();
+  }
+  bool isSent = std::none_of(exported_.begin(), exported_.end(),
+                             [&](const auto& member) { return owes(member.second.root); });
+  forRoots([&](const Root& root) { isSent = isSent && root.isMarkedSent(); });
+  while (isSent && echoesMarked_ != 0 && hasRoom()) {
     EchoAsked echo = std::move(echoesWanted_.front());
     echoesWanted_.pop_front();
+    --echoesMarked_;
     const std::uint32_t serial = ++lastSerial_;
     echoesAsked_.emplace(serial, std::move(echo));
     write(kindEchoAsk, [&](WireWriter& out) { out.put32(serial); });
   }
 }
 
+/// Forgets what is to be asked for somebody downstream who has gone.
+void Session::askerGone(const Session& asker) {
+  for (std::size_t at = echoesWanted_.size(); at-- != 0;) {
+    if (echoesWanted_[at].asker == &asker) {
+      echoesWanted_.erase(echoesWanted_.begin() + static_cast<std::ptrdiff_t>(at));
+      echoesMarked_ -= at < echoesMarked_ ? 1 : 0;
+    }
+  }
+}
+
 /// A question of the peer's: of whom this end mirrors what the peer may write is asked first.
 void Session::echoAskRead(In& in) {
   const std::uint32_t serial = in.nextU32();
-  const Ptr<Session> kept(this);
+  if (++echoesOwed_ > maxEchoes) {
+    throw AttrLogRecordException("the peer asks for too many echoes at a time");
+  }
   peerLogRecords_ = logRecordsRead();
   const auto open = std::make_shared<std::size_t>(1);
-  const std::function<void()> came = [kept, serial, open] {
+  const auto came = [self = self_, serial, open](EchoResult result) {
+    const Ptr<Session> asked(*self);
+    if (!asked) {
+      return; // nobody waits any more
+    }
+    asked->peerFate_ = std::max(asked->peerFate_, result);
     if (--*open == 0) {
-      kept->echoWrite(serial);
+      asked->echoWrite(serial);
     }
   };
   for (Session* upstream = first_; upstream != nullptr; upstream = upstream->next_) {
     const bool isUpstream =
-        upstream != this && upstream->isUp() &&
+        upstream != this &&
         std::any_of(exported_.begin(), exported_.end(), [&](const auto& member) {
           return member.second.granted == accessReadWrite &&
-                 upstream->mountOf(member.second.entity);
+                 upstream->mountOf(*member.second.entity);
         });
-    if (isUpstream) {
+    if (isUpstream && upstream->isUp()) {
       ++*open;
-      upstream->echoesWanted_.push_back(
-          {[came](EchoResult /*result*/) { came(); }, false, echoApplied});
+      upstream->echoesWanted_.push_back({came, this, echoApplied});
+    } else if (isUpstream) {
+      peerFate_ =
+          std::max(peerFate_, echoUnknown); // it has gone, and nobody has told its mounts yet
     }
   }
-  came();
+  came(echoApplied);
 }
 
 /// All that the peer had written when it asked has met its fate.
 void Session::echoWrite(std::uint32_t serial) {
-  const Ptr<Session> kept(this);
-  const auto answer = [kept, serial] {
-    const std::uint64_t dropped = kept->connection_->demuxer()->counts().dropped;
-    if (std::exchange(kept->peerDropped_, dropped) != dropped) {
-      kept->peerFate_ = echoDropped;
+  const auto answer = [self = self_, serial] {
+    const Ptr<Session> asked(*self);
+    if (!asked) {
+      return;
     }
-    const EchoResult result = std::exchange(kept->peerFate_, echoApplied);
-    kept->write(kindEcho, [&](WireWriter& out) {
+    const EchoResult met = asked->peerFate_;
+    const EchoResult result = asked->peerDroppedTake() ? echoDropped : met;
+    asked->peerFate_ = echoApplied;
+    --asked->echoesOwed_;
+    asked->write(kindEcho, [&](WireWriter& out) {
       out.put32(serial);
       out.put8(result);
     });
@@ -222,7 +267,7 @@ void Session::echoRead(In& in) {
       }
     }
   }
-  if (echo.isOfProgram && echo.fate != echoApplied) {
+  if (echo.asker == nullptr && echo.fate != echoApplied) {
     fate_ = echoApplied; // which this answer tells
   }
   tell(echo.to, echo.fate);
@@ -235,6 +280,7 @@ void Session::answersEnd() {
   for (const auto& [serial, echo] : std::exchange(echoesAsked_, {})) {
     tell(echo.to, echoUnknown);
   }
+  echoesMarked_ = 0;
   for (const EchoAsked& echo : std::exchange(echoesWanted_, {})) {
     tell(echo.to, echoUnknown);
   }

@@ -80,10 +80,14 @@ void Session::formerEnd() {
   if (!exports_ || peerInstance_ == Mounts::Instance{}) {
     return;
   }
-  for (Session* const former : std::vector<Session*>(exports_->sessions_)) {
-    if (former != this && former->peerInstance_ == peerInstance_) {
-      former->close(now_, "the peer has come anew");
+  std::vector<Ptr<Session>> formers; // held, for whoever hears of it may let go of any
+  for (Session* session = first_; session != nullptr; session = session->next_) {
+    if (session != this && session->exports_ && session->peerInstance_ == peerInstance_) {
+      formers.emplace_back(session);
     }
+  }
+  for (const Ptr<Session>& former : formers) {
+    former->close(now_, "the peer has come anew");
   }
 }
 

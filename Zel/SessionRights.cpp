@@ -9,7 +9,6 @@
 namespace Zel {
 
 using NboAttrLog::In;
-using NboAttrLog::MsgHeader;
 using NboAttrLog::Root;
 
 constinit thread_local Session* Session::first_ = nullptr;
@@ -152,10 +151,12 @@ void Session::thawWrite(Exported& exported) {
   exported.droppedTold = exported.root->dropped();
   exported.right = Exported::thawed;
   exported.root->inputIs(Root::Input::changes);
+  const bool isTold = !peerDroppedTake(); // by an echo
   payloadWrite(payload(kindThaw, [&](WireWriter& out) {
     out.putEntityId(exported.root->entityId());
     out.put32(exported.freezes);
     out.put64(dropped);
+    out.put8(isTold ? 1 : 0);
   }));
 }
 
@@ -177,13 +178,18 @@ void Session::frozenRead(In& in) {
   }
   exported->right = Exported::held;
   exported->root->inputIs(Root::Input::refused);
+  frozenUpstream(*exported->entity);
+  rightSettle(*exported);
+}
+
+/// Somebody downstream of a mirror has answered, or is there no more: the mirror may answer now.
+void Session::frozenUpstream(const Entity& root) {
   for (Session* session = first_; session != nullptr; session = session->next_) {
-    const Ptr<Mount> mount = session->mountOf(exported->entity);
+    const Ptr<Mount> mount = session->mountOf(root);
     if (mount && mount->isFrozenOwed_) {
       session->frozenWrite(*mount);
     }
   }
-  rightSettle(*exported);
 }
 
 void Session::freezeRead(In& in) {
@@ -205,6 +211,16 @@ void Session::freezeRead(In& in) {
   mount->writableIs(false);
 }
 
+/// Whether anything of the peer's was dropped that it has not been told of. It is told now.
+bool Session::peerDroppedTake() noexcept {
+  const std::uint64_t dropped = connection_->demuxer()->counts().dropped;
+  const bool isNew = std::exchange(peerDropped_, dropped) != dropped || peerFate_ == echoDropped;
+  if (peerFate_ == echoDropped) {
+    peerFate_ = echoApplied;
+  }
+  return isNew;
+}
+
 /// Behind all that was pending when the mirror was frozen; nothing has come to that since (rule 6).
 /// A soft one goes behind the answers of those downstream (rule 12).
 void Session::frozenWrite(Mount& mount) {
@@ -222,6 +238,7 @@ void Session::thawRead(In& in) {
   const Ptr<Mount> mount = mountOf(in.nextEntityId());
   const std::uint32_t freezes = in.nextU32();
   const std::uint64_t dropped = in.nextU64();
+  const bool isTold = in.next8() != 0;
   if (!mount) {
     throwRangeException("a thaw of no mount");
   }
@@ -229,8 +246,10 @@ void Session::thawRead(In& in) {
       mount->access() != accessReadWrite || freezes != mount->freezes_) {
     rulesBroken("a thaw of what is not frozen");
   }
-  if (dropped != 0) {
+  if (dropped != 0 && !isTold) {
     fateIs(*mount->entity(), echoDropped);
+  }
+  if (dropped != 0) {
     forDownstream(*mount->entity(), [&](Session& /*session*/, Exported& exported) {
       exported.droppedUpstream += dropped; // whose writes they were nobody knows (rule 11)
     });
@@ -266,14 +285,16 @@ void Session::writableIs(const Name& name, bool writable, bool isSoft) {
   const auto at = exported_.find(name);
   if (at != exported_.end()) {
     at->second.isWithdrawn = !writable;
-    at->second.isSoft = isSoft;
+    if (!writable) {
+      at->second.isSoft = isSoft;
+    }
     rightSettle(at->second);
   }
 }
 
 bool Session::isPeerWriting(const Name& name) const {
   const auto at = exported_.find(name);
-  return at != exported_.end() && at->second.right == Exported::thawed;
+  return at != exported_.end() && at->second.root->isInputApplied();
 }
 
 } // namespace Zel

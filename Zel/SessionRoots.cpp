@@ -110,12 +110,19 @@ void Session::askAnswer(const Name& name, Access wanted) {
   if (!root) {
     reason = "no such root";
   } else if (exported_.count(name) != 0) {
-    reason = "mounted already";
+    return; // its question has crossed a withdrawal and an offer, and been answered behind them
   } else if (root->zelNboAttrLogSa(Ptr<const NboAttrLog::Out>(connection_->out()))) {
     reason = "mirrors a root of yours";
   } else {
     granted = std::min(exports_->grant(*this, name, wanted), wanted);
     reason = granted == accessNone ? "not granted" : "";
+  }
+  if (!isUp()) {
+    return; // the program has closed it when it was asked
+  }
+  const auto still = exports_ ? exports_->roots().find(name) : Exports::Roots::const_iterator();
+  if (reason.empty() && (still == exports_->roots().end() || still->second.entity != root)) {
+    reason = "no such root"; // any more
   }
   if (!reason.empty()) {
     payloadWrite(payload(kindRefuse, [&](WireWriter& out) {
@@ -133,7 +140,7 @@ void Session::askAnswer(const Name& name, Access wanted) {
   exported.entity = root;
   exported.root = connection_->demuxer()->exportIs(root)->root();
   exported.granted = granted;
-  exported.isWithdrawn = exports_->roots().at(name).isWithdrawn;
+  exported.isWithdrawn = still->second.isWithdrawn;
   exported.root->inputIs(Root::Input::refused);
   exported.root->pendingMark();
   syncModeWrite(*exported.root, StreamAdapter::syncModeResync);
@@ -172,9 +179,18 @@ void Session::refuse(Mount& mount, String8 reason) {
 void Session::withdraw(const Name& name) {
   const auto at = exported_.find(name);
   if (at != exported_.end()) {
+    const Ptr<Entity> entity = at->second.entity;
     connection_->demuxer()->rootDel(*at->second.root);
     exported_.erase(at);
+    frozenUpstream(*entity);
   }
+  // A question that waits for room would be answered before this is said, with what is offered
+  // then.
+  std::erase_if(later_, [&](const Later& what) {
+    const bool isAsk = what.payload.empty() && what.name == name;
+    laterSize_ -= isAsk ? what.size() : 0;
+    return isAsk;
+  });
   if (isOpen_) {
     write(kindWithdraw, [&](WireWriter& out) { out.putString(name); });
   }
@@ -217,7 +233,7 @@ NboAttrLog::MountPolicy::Mount Session::mount(const Ptr<Entity>& fresh) {
 }
 
 void Session::mounted(const Ptr<Entity::ZelNboAttrLogSa>& root) {
-  const Ptr<Mount> mount = mountOf(Ptr<Entity>(root->zelNotifierEntity()));
+  const Ptr<Mount> mount = mountOf(*root->zelNotifierEntity());
   if (mount) {
     mount->root_ = root->root();
     mount->root_->sendsPlainIs(true);
@@ -225,9 +241,9 @@ void Session::mounted(const Ptr<Entity::ZelNboAttrLogSa>& root) {
   }
 }
 
-Ptr<Mount> Session::mountOf(const Ptr<Entity>& entity) const {
-  const Ptr<Mount> mount = mounts_ ? mounts_->mount(entity->name()) : nullptr;
-  return mount && mount->entity() == entity ? mount : nullptr;
+Ptr<Mount> Session::mountOf(const Entity& entity) const {
+  const Ptr<Mount> mount = mounts_ ? mounts_->mount(entity.name()) : nullptr;
+  return mount && mount->entity().ptr() == &entity ? mount : nullptr;
 }
 
 Ptr<Mount> Session::mountOf(EntityId root) const {
@@ -242,7 +258,7 @@ Ptr<Mount> Session::mountOf(EntityId root) const {
 }
 
 void Session::resyncing(const Ptr<Entity>& entity) {
-  const Ptr<Mount> mount = mountOf(entity);
+  const Ptr<Mount> mount = mountOf(*entity);
   if (mount && mount->isWritable()) {
     rulesBroken("a walk of what is thawed");
   }
@@ -252,7 +268,7 @@ void Session::resyncing(const Ptr<Entity>& entity) {
 }
 
 void Session::synced(const Ptr<Entity>& entity) {
-  const Ptr<Mount> mount = mountOf(entity);
+  const Ptr<Mount> mount = mountOf(*entity);
   if (!mount || !mount->root_ || mount->state() != Mount::resyncing) {
     return;
   }

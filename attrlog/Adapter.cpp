@@ -109,6 +109,9 @@ void AttrLogAdapter::keyOwe(EntityFlowOut& flow, AttributeId attr, const void* k
     if (flow.heldIn() == attr) {
       freeResyncState(flowOut());
     }
+    if (flow.endDeferred() == attr) {
+      flow.endDeferredIs(0); // the walk begins anew
+    }
     keys.clear();
     flow.bitIs(step(attr), false);
     return;

@@ -109,6 +109,11 @@ private:
   bool isMute() const;
   void readOnlyCheck(const FlowStep& step);
   bool isScheduled() const noexcept { return hasFlag(flagScheduledFlowOut); }
+  /// Whether a record that is applied may write to a tree that is frozen: one that comes to a
+  /// mirror, or from a mirror whose session says whether it is applied at all.
+  bool mayPermit() const noexcept {
+    return !root() || root()->isImported() || root()->input() != NboAttrLog::Root::Input::all;
+  }
   /// Whether a record may be written now.
   bool hasRoom(const NboAttrLog::Out& out) const noexcept {
     return isScheduled() ? out.hasRoomForRecord() : out.hasSufficientBuffer();
@@ -150,7 +155,7 @@ private:
   void childAttach(const FlowStep& step, Entity& child);
   void deletionForget(AttributeId attr, const void* key, const Entity& child);
   void childAnnounce(const FlowStep& step, const void* key, Entity& child);
-  static Ptr<PtrInterface> memberTake(Entity& directory, const FlowStep& step, const void* key);
+  Ptr<PtrInterface> memberTake(Entity& directory, const FlowStep& step, const void* key) const;
   void childGone(const Ptr<PtrInterface>& child) const;
 
   void recordRead(AttributeId attr, DeserializationOptions options, unsigned size,

@@ -216,8 +216,8 @@ void AttrLogAdapter::deletionForget(AttributeId attr, const void* key, const Ent
 
 /// Takes a member out of its directory on the peer's word.
 Ptr<PtrInterface> AttrLogAdapter::memberTake(Entity& directory, const FlowStep& step,
-                                             const void* key) {
-  const WritePermission permission(directory, step.row->id);
+                                             const void* key) const {
+  const WritePermission permission(directory, step.row->id, mayPermit());
   return step.row->collection->takeMember(&directory, key);
 }
 

@@ -104,7 +104,7 @@ bool AttrLogAdapter::numberRead(AttributeId attr) {
   const Ptr<Entity> kept(rawEntity());
   IsActiveAnchor active;
   active.telIs(this);
-  const WritePermission permission(*kept, at->row->id);
+  const WritePermission permission(*kept, at->row->id, mayPermit());
   if (at->numberSize == sizeof(std::uint32_t)) {
     const std::uint32_t value = source->nextU32();
     at->row->write(kept.ptr(), &value);
@@ -140,7 +140,7 @@ void AttrLogAdapter::singularRead(const FlowStep& step, In& in, bool apply) {
     decodeValue(*row.value, value.at(), in);
   }
   if (apply) {
-    const WritePermission permission(*rawEntity(), row.id);
+    const WritePermission permission(*rawEntity(), row.id, mayPermit());
     row.write(rawEntity(), value.at());
   } else {
     row.tell(*notifiee());
@@ -167,7 +167,7 @@ void AttrLogAdapter::entryApply(const FlowStep& step, const void* key, const voi
       entry->zelMarkedForDeletionIs(false);
     }
   });
-  const WritePermission permission(*kept, step.row->id);
+  const WritePermission permission(*kept, step.row->id, mayPermit());
   ops.write(kept.ptr(), key, value);
 }
 
@@ -199,7 +199,7 @@ void AttrLogAdapter::deletionRead(const FlowStep& step, In& in, bool apply) {
   } else if (step.kind == FlowKind::child) {
     childGone(memberTake(*rawEntity(), step, key.at()));
   } else {
-    const WritePermission permission(*rawEntity(), row.id);
+    const WritePermission permission(*rawEntity(), row.id, mayPermit());
     row.collection->erase(rawEntity(), key.at());
   }
 }
@@ -244,7 +244,7 @@ void AttrLogAdapter::textRead(const FlowStep& step, In& in, unsigned size, bool 
   if (flow) {
     textEnd(*flow);
   }
-  const WritePermission permission(*rawEntity(), row.id);
+  const WritePermission permission(*rawEntity(), row.id, mayPermit());
   row.write(rawEntity(), &whole);
 }
 
@@ -325,12 +325,12 @@ Ptr<Entity> memberMade(Ptr<PtrInterface> made) {
 /// Writes what a mirrored member is announced with to one that is there. Each is a write of its
 /// own, so the directory must not find a difference: it has permission for none of them.
 void argumentsApply(const CollectionOps& ops, Entity& member, StreamAdapter* adapter,
-                    const void* const* values) {
+                    const void* const* values, bool mayPermit) {
   forArguments(ops, [&](const AttrRow& row) {
     if (row.write != nullptr) {
       IsActiveAnchor active;
       active.telIs(adapter);
-      const WritePermission permission(member, row.id);
+      const WritePermission permission(member, row.id, mayPermit);
       row.write(&member, *values);
     }
     ++values;
@@ -404,7 +404,7 @@ void AttrLogAdapter::childRead(const FlowStep& step, In& in, std::size_t payload
   Entity* const entity = rawEntity();
   const Ptr<Entity> keptEntity(entity);
   const auto make = [&] {
-    const WritePermission permission(*entity, row.id);
+    const WritePermission permission(*entity, row.id, mayPermit());
     return memberMade(ops.create(entity, key.at(), arguments.data()));
   };
   const auto remove = [&] {
@@ -419,7 +419,7 @@ void AttrLogAdapter::childRead(const FlowStep& step, In& in, std::size_t payload
   // Arguments may change a member that is there, which is this record's doing too.
   const Ptr<ZelNboAttrLogSa> memberAdapter = zelChildAdapter(child.ptr());
   if (child && child->zelIsMirrored()) {
-    argumentsApply(ops, *child, memberAdapter.ptr(), arguments.data());
+    argumentsApply(ops, *child, memberAdapter.ptr(), arguments.data(), mayPermit());
   }
   IsActiveAnchor memberActive;
   {

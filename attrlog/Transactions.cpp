@@ -38,7 +38,7 @@ void AttrLogAdapter::handleAttrTransaction(AttributeId attr, AttrTransactionType
   if (flow && type == attrTransactionBegin) {
     flow->passedIs(isWalkAhead(attr) ? attr : 0);
   }
-  // A sweep may be refused by a guard. The transaction is over all the same.
+  // A sweep may be refused. The transaction is over all the same.
   const Finally over([&] { ZelNboAttrLogSa::handleAttrTransaction(attr, type, n); });
   if (flow && flow->passed() == attr && type != attrTransactionAbort) {
     return;
@@ -162,7 +162,7 @@ void AttrLogAdapter::entryDelete(const FlowStep& step, const CollectionPosition&
   ValueSlot key(*step.row->key, [&](void* to) { at.key(to); });
   reactorActiveIs(true);
   const Finally done([this] { reactorActiveIs(false); });
-  const WritePermission permission(*rawEntity(), step.row->id);
+  const WritePermission permission(*rawEntity(), step.row->id, mayPermit());
   if (ops.eraseEntry != nullptr && !step.row->key->equal(key.at(), key.at())) {
     ops.eraseEntry(rawEntity(), step.row->id, at.entry()); // no search finds such a key
   } else {

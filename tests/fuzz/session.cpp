@@ -262,7 +262,12 @@ void event(Side& to, Input& input) {
       out.put8(static_cast<std::uint8_t>(kind));
       out.putEntityId(id());
       out.put32(input.next() % 4);
-      kind == 16 ? out.put8(input.next() % 2) : kind == 17 ? void() : out.put64(input.next());
+      if (kind == 18) {
+        out.put64(input.next());
+      }
+      if (kind != 17) {
+        out.put8(input.next() % 2);
+      }
     });
   } else if (what == 18) {
     to.now += input.next();

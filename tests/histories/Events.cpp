@@ -1,5 +1,4 @@
 #include "History.h"
-#include "Promises.h"
 
 #include <Zel/Exception>
 #include <Zel/FlowPlan>
@@ -93,7 +92,7 @@ void History::event() {
 void History::cutsNote() {
   for (unsigned hop = 0; hop < hops_.size(); ++hop) {
     if (!hops_[hop].link->isUp()) {
-      ownership_.cutBehind(hop, Promises::handsOver);
+      ownership_.cutBehind(hop, isOverSessions());
     }
   }
 }
@@ -149,7 +148,7 @@ void History::withdraw(unsigned number) {
   hop.withdrawn.insert(name);
   hop.hasWithdrawn = true;
   hop.exports->entityDel(name);
-  ownership_.cutBehind(number, Promises::handsOver, rootPath(name));
+  ownership_.cutBehind(number, isOverSessions(), rootPath(name));
 }
 
 /// What has been withdrawn is offered again; whether there was anything.
@@ -159,9 +158,6 @@ bool History::offerAgain(unsigned number) {
     return false;
   }
   settleBehind(number);
-  if (!Promises::offersAtOnce) {
-    rest(hop.link);
-  }
   ownership_.joinBehind(number);
   tell("link " + std::to_string(number) + ": offers all");
   hop.withdrawn.clear();
@@ -182,9 +178,8 @@ std::uint64_t digestOf(const Zel::Dir& roots) {
 
 } // namespace
 
-/// A mirror is written to that may not be. It throws, unless the write changes nothing, and has
-/// what it then lacks sent anew. It is the last of the chain: of what is refused, listeners further
-/// back in the list hear nothing.
+/// A mirror is written to that may not be: it throws, unless the write changes nothing, and nothing
+/// has changed in either case. It is the last of the chain.
 void History::frozenWrite() {
   const auto number = static_cast<unsigned>(hops_.size() - 1);
   Hop& hop = hops_[number];
@@ -204,7 +199,7 @@ void History::frozenWrite() {
       hop.watch->refused();
       ++totals_.refusals;
     }
-    if (Promises::refusesBefore && isOverSessions() && digestOf(*model.roots()) != before) {
+    if (digestOf(*model.roots()) != before) {
       broken("model " + std::to_string(number + 1) + " has been changed and may only be read");
     }
   }

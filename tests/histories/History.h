@@ -1,6 +1,5 @@
 #pragma once
 
-#include "Promises.h"
 #include "Watch.h"
 
 #include <simulation/World.h>
@@ -147,9 +146,7 @@ private:
 
   bool isOverSessions() const noexcept { return over_ == Over::sessions; }
   /// Whether links are made anew without a thought of what lies behind them.
-  bool mayBeRash() const noexcept {
-    return Promises::handsOver && isOverSessions() && swarm_.may(Doing::rash);
-  }
+  bool mayBeRash() const noexcept { return isOverSessions() && swarm_.may(Doing::rash); }
 
   std::string where(unsigned hop, End end) const {
     return "link " + std::to_string(hop) + ", end " + std::to_string(place(end)) + ": ";

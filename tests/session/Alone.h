@@ -163,6 +163,7 @@ public:
       out.putEntityId(root);
       out.put32(freezes);
       out.put64(dropped);
+      out.put8(0);
     });
   }
   static std::string syncMode(Zel::EntityId id, unsigned mode) {

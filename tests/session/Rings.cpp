@@ -59,6 +59,23 @@ TEST_F(FullRing, WhatIsSaidWaitsInOrder) {
   EXPECT_TRUE(mounts->mount("more")->isWritable());
 }
 
+// The mirror has heard of neither when it asks, and the answer waits for room.
+TEST_F(FullRing, AQuestionThatWaitsWhenTheRootIsWithdrawnIsNotAnsweredBehindTheNextOffer) {
+  const Ptr<StatusDir> more = Maintenance::Unit::statusDirFactory("more");
+  exports->entityIs(more);
+  settle();
+  const Ptr<Zel::Mount> mount = mounts->mountIs("more");
+  fill();
+  serve(*client);
+  move(*client, *server);
+  serve(*server); // has read the question
+  exports->entityDel("more");
+  exports->entityIs(more);
+  settle();
+  EXPECT_EQ(mount->state(), Zel::Mount::live);
+  EXPECT_STREQ(server->failure().charPtr(), "");
+}
+
 TEST_F(FullRing, AnAskWaitsForRoom) {
   fill();
   exports->entityIs(Maintenance::Unit::statusDirFactory("more"));

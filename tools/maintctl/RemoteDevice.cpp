@@ -193,7 +193,7 @@ void RemoteDevice::need(const Zel::Name& root, bool toWrite) {
     return there && there->state() == Mount::live && (!toWrite || there->isWritable());
   };
   if (isReady()) {
-    catchUp();
+    unsaid_ = std::max(unsaid_, catchUp());
     if (isReady()) {
       return;
     }
@@ -265,7 +265,7 @@ bool RemoteDevice::isThere() {
 }
 
 void RemoteDevice::flush() {
-  switch (catchUp()) {
+  switch (std::max(std::exchange(unsaid_, Session::echoApplied), catchUp())) {
   case Session::echoApplied:
     return;
   case Session::echoDropped:

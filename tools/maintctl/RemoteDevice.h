@@ -61,6 +61,7 @@ private:
   Zel::Ptr<Zel::Mounts> mounts_;
   asio::io_context io_;
   asio::signal_set signals_{io_};
+  Zel::Session::EchoResult unsaid_ = Zel::Session::echoApplied; // of what was written before
   bool isStopped_ = false;
   Net::Turns turns_{io_};
   std::optional<Net::Client> client_;
