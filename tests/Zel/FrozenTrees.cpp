@@ -37,7 +37,7 @@ struct UnitEar : Status::Notifiee {
   void onGenId() override { hear("genId"); }
   void onGroup(const GroupKey& key) override { hear("group " + key.name()); }
   void onHistory(const double& time) override {
-    hear("history " + String8(std::to_string(static_cast<int>(time))));
+    hear("history " + String8(time == time ? std::to_string(static_cast<int>(time)) : "nan"));
   }
   void hear(const String8& what) {
     heard.push_back(what.charPtr());

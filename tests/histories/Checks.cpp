@@ -82,10 +82,10 @@ void History::checkMounts() {
 
 /// One of the roots is equal by the session's own word.
 void History::checkDigest(unsigned hop) {
-  const Zel::Mounts::Members& mounts = hops_[hop].mounts->mounts();
-  if (!isOverSessions() || mounts.empty()) {
+  if (!isOverSessions() || hops_[hop].mounts->mounts().empty()) {
     return;
   }
+  const Zel::Mounts::Members& mounts = hops_[hop].mounts->mounts();
   const Zel::Name name = std::next(mounts.begin(), epochs_ % mounts.size())->first;
   auto result = Zel::Session::digestUnknown;
   hops_[hop].sessions[place(mirror(hops_[hop]))]->digestAsk(
