@@ -438,6 +438,7 @@ TEST_F(FrozenTrees, MayBeWrittenByWhoIsToldOfTheirEndAndByNobodyOnceTheyAreKept)
   EXPECT_EQ(refusal([&] { kept->status("late")->stateIs(failedExit); }),
             "read-only attribute: state of last/late");
   EXPECT_EQ(refusal([&] { kept->statusDel("late"); }), "read-only attribute: status of last");
+  listener->onZero = [] {}; // when it goes for good
 }
 
 // Permission.
