@@ -260,13 +260,6 @@ void Session::echoRead(In& in) {
   }
   const EchoAsked echo = std::move(at->second);
   echoesAsked_.erase(at);
-  if (result != echoApplied && mounts_) {
-    for (const auto& [name, mount] : Mounts::Members(mounts_->mounts())) {
-      if (mount->root_) {
-        fateIs(*mount->entity(), static_cast<EchoResult>(result));
-      }
-    }
-  }
   if (echo.asker == nullptr && echo.fate != echoApplied) {
     fate_ = echoApplied; // which this answer tells
   }

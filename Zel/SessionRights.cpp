@@ -246,8 +246,8 @@ void Session::thawRead(In& in) {
       mount->access() != accessReadWrite || freezes != mount->freezes_) {
     rulesBroken("a thaw of what is not frozen");
   }
-  if (dropped != 0 && !isTold) {
-    fateIs(*mount->entity(), echoDropped);
+  if (!isTold) {
+    fateIs(echoDropped); // of whichever root it was: the next echo does not tell of it any more
   }
   if (dropped != 0) {
     forDownstream(*mount->entity(), [&](Session& /*session*/, Exported& exported) {
@@ -259,8 +259,8 @@ void Session::thawRead(In& in) {
   mount->droppedInc(dropped);
 }
 
-/// What this program has written to a mirror has met with something: whoever waits for an echo is
-/// told, or else who asks next.
+/// What this program and those downstream have written to its mirrors has met with something:
+/// whoever waits for an echo is told, or else who asks next.
 void Session::fateIs(EchoResult result) {
   fate_ = std::max(fate_, result);
   for (EchoAsked& echo : echoesWanted_) {
@@ -269,16 +269,15 @@ void Session::fateIs(EchoResult result) {
   for (auto& [serial, echo] : echoesAsked_) {
     echo.fate = std::max(echo.fate, result);
   }
-}
-
-/// So has what was written downstream of it.
-void Session::fateIs(const Entity& root, EchoResult result) {
-  fateIs(result);
-  forDownstream(root, [&](Session& session, const Exported& exported) {
-    if (exported.granted == accessReadWrite) {
-      session.peerFate_ = std::max(session.peerFate_, result);
+  for (const auto& [name, mount] : mounts_ ? mounts_->mounts() : Mounts::Members{}) {
+    if (mount->root_) {
+      forDownstream(*mount->entity(), [&](Session& session, const Exported& exported) {
+        if (exported.granted == accessReadWrite) {
+          session.peerFate_ = std::max(session.peerFate_, result);
+        }
+      });
     }
-  });
+  }
 }
 
 void Session::writableIs(const Name& name, bool writable, bool isSoft) {

@@ -108,6 +108,30 @@ TEST_F(Rights, AWriteThatCrossesTheFreezeIsUndoneAtItsWriterAndCounted) {
   EXPECT_EQ(unit()->genId(), 10U);
 }
 
+// One root is given back before the other, below which something has been dropped.
+TEST_F(Rights, ADropIsToldByAnEchoThoughAnotherRootIsThawedBefore) {
+  const Ptr<StatusDir> more = statusDirFactory("more");
+  exports->entityIs(more, Zel::accessReadWrite);
+  const Ptr<Mount> second = mounts->mountIs("more", Zel::accessReadWrite);
+  settle();
+  ASSERT_TRUE(second->isWritable());
+  exports->writableIs("units", false);
+  exports->writableIs("more", false);
+  mirror("a")->genIdIs(9);
+  settle();
+  exports->writableIs("more", true);
+  settle();
+  ASSERT_TRUE(second->isWritable());
+  EXPECT_EQ(second->dropped(), 0U);
+  std::vector<Session::EchoResult> results;
+  for (unsigned i = 0; i < 2; ++i) {
+    client->echoAsk([&](Session::EchoResult came) { results.push_back(came); });
+    settle();
+  }
+  EXPECT_EQ(results,
+            (std::vector<Session::EchoResult>{Session::echoDropped, Session::echoApplied}));
+}
+
 TEST_F(Rights, AMemberWhoseDeletionCrossesTheFreezeComesBackWhole) {
   unit()->groupIs(peers, true);
   unit()->profileNameIs("slow");
